@@ -1,0 +1,83 @@
+# How this project makes its targets: one static library per folder, Qt Test programs, stand-ins.
+
+add_library(pct_build_options INTERFACE)
+target_compile_options(pct_build_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wcast-align
+    $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor -Wold-style-cast -Woverloaded-virtual>
+    $<$<BOOL:${PCT_WERROR}>:-Werror>)
+target_compile_definitions(pct_build_options INTERFACE
+    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_USE_QSTRINGBUILDER
+    QT_DEPRECATED_WARNINGS)
+target_include_directories(pct_build_options INTERFACE "${CMAKE_SOURCE_DIR}")
+if(PCT_CCACHE)
+    target_compile_options(pct_build_options INTERFACE
+        $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
+endif()
+
+# pct_setup(TARGET [PCH header...]): the options every target of ours has.
+function(pct_setup target)
+    target_link_libraries(${target} PRIVATE pct_build_options)
+    set_target_properties(${target} PROPERTIES AUTOMOC ON AUTOUIC ON)
+    foreach(header IN LISTS ARGN)
+        target_precompile_headers(${target} PRIVATE "$<$<COMPILE_LANGUAGE:CXX>:${header}>")
+    endforeach()
+endfunction()
+
+# pct_add_library(NAME SOURCES file... LINK library... [PCH header...])
+# Makes the static library pct_NAME with the alias pct::NAME.
+function(pct_add_library name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINK;PCH" ${ARGN})
+    add_library(pct_${name} STATIC ${ARG_SOURCES})
+    add_library(pct::${name} ALIAS pct_${name})
+    target_link_libraries(pct_${name} PUBLIC ${ARG_LINK})
+    pct_setup(pct_${name} ${ARG_PCH})
+endfunction()
+
+file(WRITE "${CMAKE_BINARY_DIR}/tests/GNUstep.conf" "GNUSTEP_USER_DEFAULTS_DIR=${CMAKE_BINARY_DIR}/tests/defaults\n")
+file(MAKE_DIRECTORY "${CMAKE_BINARY_DIR}/tests/defaults")
+
+# pct_add_test(NAME SOURCES file... LINK library... [GUI] [TIMEOUT seconds] [LABELS label...])
+# A Qt Test program run by ctest. GUI tests run in a real window system under xvfb-run; all others
+# use the offscreen platform and need no display. Time limits are generous: they catch hangs, not slowness.
+function(pct_add_test name)
+    cmake_parse_arguments(ARG "GUI" "TIMEOUT" "SOURCES;LINK;LABELS" ${ARGN})
+    if(NOT ARG_TIMEOUT)
+        set(ARG_TIMEOUT 120)
+    endif()
+    if(PCT_SANITIZE)
+        math(EXPR ARG_TIMEOUT "${ARG_TIMEOUT} * 5")
+    endif()
+    add_executable(${name} ${ARG_SOURCES})
+    target_link_libraries(${name} PRIVATE Qt5::Test ${ARG_LINK})
+    pct_setup(${name} <QtTest> <QtCore>)
+    set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests")
+    # The last variable keeps tests away from the user defaults of whoever runs them.
+    set(environment "PCT_HOSTTOOLS=${PCT_HOSTTOOLS_DIR}"
+        "ASAN_OPTIONS=detect_leaks=0" "UBSAN_OPTIONS=print_stacktrace=1"
+        "GNUSTEP_CONFIG_FILE=${CMAKE_BINARY_DIR}/tests/GNUstep.conf")
+    if(ARG_GUI AND NOT APPLE)
+        set(command "${CMAKE_SOURCE_DIR}/scripts/with-display.sh" $<TARGET_FILE:${name}>)
+        list(APPEND ARG_LABELS gui)
+    else()
+        set(command $<TARGET_FILE:${name}>)
+        list(APPEND environment QT_QPA_PLATFORM=offscreen)
+    endif()
+    add_test(NAME ${name} COMMAND ${command})
+    set_tests_properties(${name} PROPERTIES
+        TIMEOUT ${ARG_TIMEOUT} LABELS "${ARG_LABELS}" ENVIRONMENT "${environment}")
+endfunction()
+
+# All stand-ins together; empty on macOS, which has the commands themselves.
+add_custom_target(hosttools)
+
+# pct_add_hosttool(NAME SOURCES file... LINK library...): a stand-in for the macOS command NAME.
+function(pct_add_hosttool name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+    add_executable(hosttool_${name} ${ARG_SOURCES})
+    target_link_libraries(hosttool_${name} PRIVATE ${ARG_LINK})
+    pct_setup(hosttool_${name})
+    set_target_properties(hosttool_${name} PROPERTIES
+        OUTPUT_NAME ${name} RUNTIME_OUTPUT_DIRECTORY "${PCT_HOSTTOOLS_DIR}")
+    add_dependencies(hosttools hosttool_${name})
+    install(TARGETS hosttool_${name} DESTINATION "${CMAKE_INSTALL_LIBEXECDIR}/pct")
+endfunction()

@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "config/PcwTypes.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+struct EditorXmlData;
+struct _EditorXmlPuginData_;
+class QDomDocument;
+class QDomElement;
+class QDomNamedNodeMap;
+class QWidget;
+
+/// The operations of the tool, by subsystem. Each heading is implemented in the folder it names, so
+/// whoever links that folder's library has its operations. Operations report success by their result
+/// and never throw; why one failed goes to the log and, where there is an `error`, into it as one line.
+/// `bEditor` is true for the Editor, false for the Reader.
+class CCommon
+{
+public:
+    // ---- The two modes (config/CCommon.cpp). Set once by the main window, read everywhere. ----
+
+    static void SetPCWConfigType(PCW_CONFIGTYPE type);
+    static PCW_CONFIGTYPE GetPCWConfigType();
+    static void SetPCWAppType(PCW_APPTYPE type);
+    static PCW_APPTYPE GetPCWAppType();
+
+    /// The folder of the running executable, without a trailing slash.
+    static QString GetAppDirPath();
+
+    // ---- Reading a configuration document (config/CCommon_read.cpp) ----
+
+    /// Reads a document into the record. Settings that the document does not have keep their values.
+    /// False when there is no record, or no readable well-formed document within XmlGuard's limits; the
+    /// record is then as it was.
+    static bool ParseXml(const QString &path, EditorXmlData *pData);
+
+    /// Logs "<tag> element:" and the element as XML with an indent of 4.
+    static void printDomElement(const QString &tag, const QDomElement &element);
+
+    // ---- Writing a configuration document (config/CCommon_write.cpp) ----
+    // Works on the live record. The order is: create, preferences, plug-ins, installation, ribbon.
+
+    /// Builds the whole element tree into an empty document.
+    static void EditorXmlCreateEmptyXml(QDomDocument &document, bool bEditor);
+
+    /// Appends an element to the parent with one attribute for each "name:value". A string with any
+    /// other number of colons is skipped, so a value that holds a colon cannot be written this way.
+    static void CreateItem(const QString &tagName, const QStringList &attributes, QDomDocument &document,
+                           QDomElement &parent);
+
+    /// Fills the preference items, and the version of an Editor document.
+    static void EditorXmlSavePreferences(QDomDocument &document, const QString &version);
+
+    /// Fills the list of plug-ins not to load.
+    static void EditorXmlSavePlugins(QDomDocument &document);
+
+    /// Sets the version of an Editor document again; the installation items need no filling.
+    static void EditorXmlSaveInstallation(QDomDocument &document, const QString &version);
+
+    /// Adds the ribbon elements. The quick-access bar goes in only together with a ribbon definition.
+    static void EditorXmlSaveRibbonSet(QDomDocument &document);
+
+    /// Fills one preference item; `text` is its key, compared without case.
+    static void EditorXmlFillPreValue(const QString &text, const QDomNamedNodeMap &attributes);
+
+    /// The plug-ins of the product as it ships, in display order; empty when the list cannot be read.
+    static QList<_EditorXmlPuginData_> EditorXmlReadPluginsTemplate(bool bEditor);
+
+    // ---- Inspecting, expanding and flattening packages (package/CCommon_inspect.cpp) ----
+    // All block on external commands and may run on any thread.
+
+    /// Whether the file is the installer package of the product.
+    static bool CheckPkg(QString pkgPath, bool bEditor);
+
+    /// Expands a flat package into a folder that must not exist yet. Always true: what is missing
+    /// afterwards shows the failure. `error` says why the command failed.
+    static bool ExpandPkg(QString pkgPath, QString destDir, QString *error = nullptr);
+
+    /// Flattens a folder into a package file.
+    static bool FlattenUnPkg(QString srcDir, QString outPkg, QString *error = nullptr);
+
+    /// The product version that the postinstall script names, or empty.
+    static QString GetAppVersion(QString pkgDir, bool bEditor);
+
+    // ---- Adding to an expanded package (package/CCommon_additions.cpp) ----
+
+    /// Writes the document to xmlPath, or to "ProfStore.xml" in the temporary folder when that is
+    /// empty, and adds it to the package. The document stays where it was written.
+    static bool EditorXmlConfigfileToPkg(QString pkgDir, bool bEditor, const QString &xmlPath,
+                                         QString *error = nullptr);
+
+    /// Copies a document into the package's Scripts folder as "ProfStore.xml" and switches it on.
+    /// False when there is one already.
+    static bool EditorXmlAddfileToPkg(QString xmlFile, QString pkgDir, bool bEditor,
+                                      QString *error = nullptr);
+
+    /// Puts "key/name:value;" in front of the preference entries that postinstall writes. The three
+    /// texts enter a sed expression unescaped.
+    static bool RegistryToPkg(QString key, QString name, QString value, QString pkgDir, bool bEditor,
+                              QString *error = nullptr);
+
+    /// Adds the `duti` tool and switches on that postinstall registers the product as PDF viewer.
+    static bool SetDefaultPDF(QString pkgDir, QString *error = nullptr);
+
+    /// Copies a file into the Scripts folder of the component package below the expansion's top folder.
+    static bool AddFileToPkg(QString file, QString topDir, bool bEditor);
+
+    // ---- Adapting install scripts to device management (package/CCommon_intune.cpp) ----
+
+    /// Makes preinstall find the logged-in user at the console. All or nothing.
+    static bool AdaptPreInstallForIntune(QString pkgDir, bool bEditor, QString *error = nullptr);
+
+    /// Makes postinstall find the logged-in user at the console. All or nothing.
+    static bool AdaptPostInstallForIntune(QString pkgDir, bool bEditor, QString *error = nullptr);
+
+    // ---- Laying out pages (pages/CCommon_relayout.cpp) ----
+
+    /// Hides the controls that are marked for the Editor when the product is the Reader, and takes them
+    /// out of the page's layouts. User-interface thread only.
+    static void ReLayout(QWidget *page, bool bEditor);
+
+private:
+    static PCW_CONFIGTYPE m_ConfigType;
+    static PCW_APPTYPE m_AppType;
+};

@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "config/CCommon.h"
+#include "config/ConfigDocument.h"
+#include "config/DocumentSettings.h"
+#include "config/EditorXmlData.h"
+#include "config/KeptElement.h"
+#include "config/Logging.h"
+
+#include <QDomDocument>
+#include <QFileInfo>
+#include <QTextStream>
+
+namespace {
+
+QDomElement firstNamed(const QDomElement &root, const QString &tagName)
+{
+    return root.elementsByTagName(tagName).at(0).toElement();
+}
+
+void readPreference(const QDomElement &item, EditorXmlData &data)
+{
+    const QString key = item.attribute(QStringLiteral("Text"));
+    for (const DocumentSetting &setting : documentSettings()) {
+        if (key == setting.key)
+            setting.read(data, item.attribute(setting.attribute));
+    }
+}
+
+void readPreferences(const QDomElement &root, EditorXmlData &data)
+{
+    const QDomElement section = firstNamed(root, QStringLiteral("Preferences"));
+    for (QDomElement item = section.firstChildElement(); !item.isNull(); item = item.nextSiblingElement())
+        readPreference(item, data);
+}
+
+void readPlugins(const QDomElement &root, EditorXmlData &data)
+{
+    const QDomElement section = firstNamed(root, QStringLiteral("Plugins"));
+    if (section.isNull())
+        return;
+    QStringList names;
+    for (QDomElement item = section.firstChildElement(); !item.isNull(); item = item.nextSiblingElement())
+        names.append(item.attribute(QStringLiteral("UnloadPluginArray")));
+    data.strUnloadPluginArray = names.join(QLatin1Char(';'));
+}
+
+void readInstallation(const QDomElement &root, EditorXmlData &data)
+{
+    const QDomElement section = firstNamed(root, QStringLiteral("Installation_Options"));
+    for (QDomElement item = section.firstChildElement(); !item.isNull(); item = item.nextSiblingElement()) {
+        if (item.attribute(QStringLiteral("Text")) == QLatin1String("SetAsDefaultViewer"))
+            data.bSetAsDefaultViewer = item.attribute(QStringLiteral("Disable")) == QLatin1String("0");
+    }
+}
+
+void readRibbon(const QDomElement &root, EditorXmlData &data)
+{
+    const QDomElement section = firstNamed(root, QStringLiteral("RibbonSetRibbonCategory"));
+    if (section.isNull())
+        return;
+    data.elemRibbonCategory = keptElement(section.firstChildElement(QStringLiteral("RibbonUI")));
+    CCommon::printDomElement(QStringLiteral("CCommon::ParseXml ribbon category"), data.elemRibbonCategory);
+}
+
+void readQuickAccessBar(const QDomElement &root, EditorXmlData &data)
+{
+    const QDomElement section = firstNamed(root, QStringLiteral("RibbonSetTabElements"));
+    if (section.isNull())
+        return;
+    data.elemQuickAccessBar = keptElement(section.firstChildElement(QStringLiteral("QuickAccessBar")));
+    CCommon::printDomElement(QStringLiteral("CCommon::ParseXml element"), data.elemQuickAccessBar);
+}
+
+bool canBeOpened(const QString &path)
+{
+    const QFileInfo info(path);
+    return info.isFile() && info.isReadable();
+}
+
+} // namespace
+
+void ConfigDocument::apply(const QDomDocument &document, EditorXmlData &data)
+{
+    const QDomElement root = document.documentElement();
+    readPreferences(root, data);
+    readPlugins(root, data);
+    readInstallation(root, data);
+    readRibbon(root, data);
+    readQuickAccessBar(root, data);
+}
+
+bool CCommon::ParseXml(const QString &path, EditorXmlData *pData)
+{
+    if (!pData) {
+        qCDebug(logConfig) << "ParseXml: pData is null.";
+        return false;
+    }
+    if (!canBeOpened(path)) {
+        qCDebug(logConfig) << "ParseXml: Failed to open file:" << path;
+        return false;
+    }
+    QDomDocument document;
+    QString problem;
+    if (!ConfigDocument::load(path, document, &problem)) {
+        qCDebug(logConfig) << "ParseXml: Failed to parse XML content." << problem;
+        return false;
+    }
+    if (document.documentElement().isNull()) {
+        qCDebug(logConfig) << "ParseXml: Root element is null.";
+        return false;
+    }
+    ConfigDocument::apply(document, *pData);
+    return true;
+}
+
+void CCommon::printDomElement(const QString &tag, const QDomElement &element)
+{
+    QString text;
+    QTextStream stream(&text);
+    element.save(stream, 4);
+    qCDebug(logConfig).noquote() << tag + QStringLiteral(" element:") + text;
+}

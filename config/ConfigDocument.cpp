@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "config/ConfigDocument.h"
+
+#include "config/CCommon.h"
+#include "config/XmlGuard.h"
+#include "core/SafeFile.h"
+
+#include <QDomDocument>
+#include <QFile>
+#include <QFileInfo>
+#include <QTextStream>
+
+namespace {
+
+bool fail(QString *error, const QString &text)
+{
+    if (error)
+        *error = text;
+    return false;
+}
+
+/// One byte more than the guard accepts is enough for it to refuse what is larger.
+bool readBounded(const QString &path, QByteArray &bytes, QString *error)
+{
+    const QFileInfo info(path);
+    if (info.exists() && !info.isFile())
+        return fail(error, QStringLiteral("is not a regular file"));
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return fail(error, file.errorString());
+    bytes = file.read(XmlGuard::maximumBytes + 1);
+    return true;
+}
+
+} // namespace
+
+bool ConfigDocument::load(const QString &path, QDomDocument &document, QString *error)
+{
+    QByteArray bytes;
+    if (!readBounded(path, bytes, error) || !XmlGuard::accepts(bytes, error))
+        return false;
+    QString problem;
+    int line = 0;
+    int column = 0;
+    if (!document.setContent(bytes, &problem, &line, &column))
+        return fail(error, QStringLiteral("line %1, column %2: %3").arg(line).arg(column).arg(problem));
+    return true;
+}
+
+QDomDocument ConfigDocument::fromRecord(bool editor, const QString &version)
+{
+    QDomDocument document;
+    CCommon::EditorXmlCreateEmptyXml(document, editor);
+    CCommon::EditorXmlSavePreferences(document, version);
+    CCommon::EditorXmlSavePlugins(document);
+    CCommon::EditorXmlSaveInstallation(document, version);
+    CCommon::EditorXmlSaveRibbonSet(document);
+    return document;
+}
+
+bool ConfigDocument::save(const QDomDocument &document, const QString &path, QString *error)
+{
+    QByteArray bytes;
+    QTextStream stream(&bytes, QIODevice::WriteOnly | QIODevice::Text);
+    stream.setCodec("UTF-8");
+    document.save(stream, 4, QDomNode::EncodingFromTextStream);
+    stream.flush();
+    return SafeFile::replaceContents(path, bytes, error);
+}

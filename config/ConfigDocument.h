@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QString>
+
+struct EditorXmlData;
+class QDomDocument;
+
+/// The configuration document "ProfStore.xml" as a whole: from a file, as a tree, to a file. `CCommon`
+/// has the single steps. `error` is optional and gets one line without the file's name.
+namespace ConfigDocument {
+
+/// Parses a file under XmlGuard's limits. A missing or unreadable file, one that is no regular file and
+/// one that fails the guard are refused.
+bool load(const QString &path, QDomDocument &document, QString *error = nullptr);
+
+/// Overlays the record with what the document says; what the document does not mention stays.
+void apply(const QDomDocument &document, EditorXmlData &data);
+
+/// The document of the live record for a product; `version` is the product's version.
+QDomDocument fromRecord(bool editor, const QString &version);
+
+/// Writes the document as UTF-8 with an XML declaration and an indent of 4 spaces. The old file stays
+/// when that fails; a link or a special file at the path is refused.
+bool save(const QDomDocument &document, const QString &path, QString *error = nullptr);
+
+} // namespace ConfigDocument

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "config/ProductSettings.h"
+
+#include "config/CCommon.h"
+#include "config/DefaultPlugins.h"
+
+#include <QStringList>
+
+#include <limits>
+
+namespace {
+
+QString takeMarked(QStringList &marked, const QString &library)
+{
+    return marked.removeAll(library) > 0 ? library + QLatin1Char(';') : QString();
+}
+
+QString inDisplayOrder(const QString &unloadList, bool editor)
+{
+    QStringList marked = unloadList.split(QLatin1Char(';'), Qt::SkipEmptyParts);
+    QString ordered;
+    const auto plugins = CCommon::EditorXmlReadPluginsTemplate(editor);
+    for (const _EditorXmlPuginData_ &plugin : plugins)
+        ordered += takeMarked(marked, plugin.path);
+    while (!marked.isEmpty())
+        ordered += takeMarked(marked, QString(marked.first()));
+    return ordered;
+}
+
+int attachmentModeOf(const EditorXmlData &settings)
+{
+    bool isNumber = false;
+    const int number = settings.strDisableOpenSaveFileAttach.toInt(&isNumber);
+    const bool isMode = isNumber && number >= 0 && number < std::numeric_limits<int>::max();
+    return isMode ? number + 1 : settings.nFileAttachmentsMode;
+}
+
+void dropEditorOnly(EditorXmlData &settings)
+{
+    settings.bRemoveAdvertise = false;
+    settings.bHideMyApps = false;
+    settings.strLoginDomain = QStringLiteral("2");
+    settings.strLoginDomainList.clear();
+}
+
+} // namespace
+
+EditorXmlData settingsForProduct(EditorXmlData settings, bool editor)
+{
+    settings.nFileAttachmentsMode = attachmentModeOf(settings);
+    settings.strUnloadPluginArray = inDisplayOrder(settings.strUnloadPluginArray, editor);
+    if (!editor)
+        dropEditorOnly(settings);
+    return settings;
+}

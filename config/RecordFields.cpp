@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "config/RecordFields.h"
+
+#include <QTextStream>
+
+namespace {
+
+bool sameElement(const QDomElement &first, const QDomElement &second);
+
+bool sameAttributes(const QDomElement &first, const QDomElement &second)
+{
+    const QDomNamedNodeMap attributes = first.attributes();
+    if (attributes.count() != second.attributes().count())
+        return false;
+    for (int i = 0; i < attributes.count(); ++i) {
+        const QDomAttr attribute = attributes.item(i).toAttr();
+        if (!second.hasAttribute(attribute.name()) || second.attribute(attribute.name()) != attribute.value())
+            return false;
+    }
+    return true;
+}
+
+bool sameChildren(const QDomElement &first, const QDomElement &second)
+{
+    QDomElement mine = first.firstChildElement();
+    QDomElement other = second.firstChildElement();
+    while (!mine.isNull() && !other.isNull()) {
+        if (!sameElement(mine, other))
+            return false;
+        mine = mine.nextSiblingElement();
+        other = other.nextSiblingElement();
+    }
+    return mine.isNull() && other.isNull();
+}
+
+bool sameElement(const QDomElement &first, const QDomElement &second)
+{
+    if (first.isNull() || second.isNull())
+        return first.isNull() && second.isNull();
+    return first.tagName() == second.tagName() && sameAttributes(first, second) &&
+           sameChildren(first, second);
+}
+
+template <typename Value> bool same(const Value &first, const Value &second)
+{
+    return first == second;
+}
+
+bool same(const QDomElement &first, const QDomElement &second)
+{
+    return sameElement(first, second);
+}
+
+} // namespace
+
+const std::array<RecordField, 18> &recordFields()
+{
+    using Data = EditorXmlData;
+    static const std::array<RecordField, 18> fields = {{
+        {QLatin1String("bShowStartPage"), &Data::bShowStartPage},
+        {QLatin1String("bRemoveAdvertise"), &Data::bRemoveAdvertise},
+        {QLatin1String("strDisableOpenSaveFileAttach"), &Data::strDisableOpenSaveFileAttach},
+        {QLatin1String("nFileAttachmentsMode"), &Data::nFileAttachmentsMode},
+        {QLatin1String("strBuiltInPermList"), &Data::strBuiltInPermList},
+        {QLatin1String("bDisableOpenFileAll"), &Data::bDisableOpenFileAll},
+        {QLatin1String("strUnloadPluginArray"), &Data::strUnloadPluginArray},
+        {QLatin1String("bMIPCheckPolicySet"), &Data::bMIPCheckPolicySet},
+        {QLatin1String("nMIPCheckPolicyOnDocSave"), &Data::nMIPCheckPolicyOnDocSave},
+        {QLatin1String("nAuthLibrary"), &Data::nAuthLibrary},
+        {QLatin1String("bHideMyApps"), &Data::bHideMyApps},
+        {QLatin1String("bSupportExtSSO"), &Data::bSupportExtSSO},
+        {QLatin1String("elemRibbonCategory"), &Data::elemRibbonCategory},
+        {QLatin1String("elemQuickAccessBar"), &Data::elemQuickAccessBar},
+        {QLatin1String("bUseOAuth2"), &Data::bUseOAuth2},
+        {QLatin1String("strLoginDomain"), &Data::strLoginDomain},
+        {QLatin1String("strLoginDomainList"), &Data::strLoginDomainList},
+        {QLatin1String("bSetAsDefaultViewer"), &Data::bSetAsDefaultViewer},
+    }};
+    return fields;
+}
+
+bool sameValue(const RecordField &field, const EditorXmlData &first, const EditorXmlData &second)
+{
+    return std::visit([&](auto member) { return same(first.*member, second.*member); }, field.member);
+}
+
+QString elementText(const QDomElement &element)
+{
+    if (element.isNull())
+        return {};
+    QString text;
+    QTextStream stream(&text);
+    element.save(stream, -1);
+    return text;
+}

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+/// What became of a child process.
+struct CommandResult
+{
+    enum class Outcome {
+        Finished,      ///< ended by itself; exitCode says how
+        FailedToStart, ///< not found or not executable
+        Crashed,       ///< ended by a signal, a kill from outside included
+        TimedOut,      ///< was killed because it took longer than allowed
+        Refused        ///< never started, because a path would have changed the command's meaning
+    };
+
+    Outcome outcome = Outcome::FailedToStart;
+    int exitCode = -1;         ///< meaningful for Finished only
+    QByteArray standardOutput; ///< the first mebibyte
+    QByteArray standardError;  ///< the first mebibyte
+    QString program;
+
+    /// Finished with exit code 0.
+    bool succeeded() const;
+
+    /// One line for a message: what went wrong, with the last line that the program said, or empty
+    /// when it succeeded.
+    QString problem() const;
+};
+
+/// The only way in which the tool starts programs. Each call blocks its thread until the program has
+/// ended, gives it no standard input and may be made from any thread.
+namespace Command {
+
+/// Runs a program with an argument vector; no shell is involved. A name without a slash is looked up
+/// in PATH, an absolute path through HostPaths. A timeout below zero waits without a limit.
+CommandResult run(const QString &program, const QStringList &arguments, int timeoutMilliseconds = -1);
+
+/// Runs a command given as one string, split by Qt's rules. The string must end with exactly the given
+/// paths; a path whose characters break out of their quotes makes the command be Refused, unstarted.
+CommandResult runLine(const QString &commandLine, const QStringList &trailingPaths);
+
+} // namespace Command

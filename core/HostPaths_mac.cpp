@@ -1,0 +1,9 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "core/HostPaths.h"
+
+QString HostPaths::command(const QString &nameOrPath)
+{
+    return nameOrPath;
+}
+
+void HostPaths::putStandInsFirst() {}

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QString>
+
+class QByteArray;
+
+/// File operations that never go through a link and never leave a good file half replaced.
+/// All may be called from any thread; `error` is optional and receives one line without the path.
+namespace SafeFile {
+
+enum class Kind { Missing, File, Folder, Link, Other };
+
+/// What lies at a path itself: a link is reported as a link, wherever it leads.
+Kind kindOf(const QString &path);
+
+/// True when both paths lead to the same existing file or folder (same device and inode).
+bool sameFile(const QString &first, const QString &second);
+
+/// Copies a regular file to a path where nothing may exist yet, not even a dangling link.
+bool copyNew(const QString &from, const QString &to, QString *error = nullptr);
+
+/// Writes the bytes beside the path, syncs them and moves them into place; an existing file keeps its
+/// permissions. Refuses when a link or anything but a regular file lies there.
+bool replaceContents(const QString &path, const QByteArray &bytes, QString *error = nullptr);
+
+/// Syncs a finished file, moves it to `to` on the same file system, replacing a regular file there,
+/// and syncs the folder. Refuses when a link or anything but a regular file lies at `to`.
+bool moveIntoPlace(const QString &from, const QString &to, QString *error = nullptr);
+
+} // namespace SafeFile

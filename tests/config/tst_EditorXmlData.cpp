@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "config/CCommon.h"
+#include "config/EditorXmlData.h"
+#include "config/RecordFields.h"
+#include "tests/config/RecordSamples.h"
+
+#include <QtTest>
+
+class tst_EditorXmlData : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aNewRecordHoldsTheDefaults()
+    {
+        const EditorXmlData data;
+        QVERIFY(data.bShowStartPage);
+        QVERIFY(!data.bRemoveAdvertise);
+        QCOMPARE(data.strDisableOpenSaveFileAttach, QStringLiteral("Default"));
+        QCOMPARE(data.nFileAttachmentsMode, -1);
+        QVERIFY(data.strBuiltInPermList.isEmpty());
+        QVERIFY(!data.bDisableOpenFileAll);
+        QVERIFY(data.strUnloadPluginArray.isEmpty());
+        QVERIFY(!data.bMIPCheckPolicySet);
+        QCOMPARE(data.nMIPCheckPolicyOnDocSave, -1);
+        QCOMPARE(data.nAuthLibrary, 0);
+        QVERIFY(!data.bHideMyApps && !data.bSupportExtSSO && !data.bUseOAuth2);
+        QVERIFY(data.elemRibbonCategory.isNull() && data.elemQuickAccessBar.isNull());
+        QCOMPARE(data.strLoginDomain, QStringLiteral("1"));
+        QVERIFY(data.strLoginDomainList.isEmpty());
+        QVERIFY(data.bSetAsDefaultViewer);
+        QVERIFY(data.payloadInfo.PayloadIdentifier.isEmpty());
+    }
+
+    void clearResetsExactlyItsPart()
+    {
+        const QStringList reset = {
+            QStringLiteral("bShowStartPage"),       QStringLiteral("bRemoveAdvertise"),
+            QStringLiteral("nFileAttachmentsMode"), QStringLiteral("strDisableOpenSaveFileAttach"),
+            QStringLiteral("strBuiltInPermList"),   QStringLiteral("strUnloadPluginArray"),
+            QStringLiteral("bMIPCheckPolicySet"),   QStringLiteral("nMIPCheckPolicyOnDocSave"),
+            QStringLiteral("elemRibbonCategory"),   QStringLiteral("elemQuickAccessBar"),
+        };
+        const EditorXmlData before = RecordSamples::everythingChanged();
+        EditorXmlData data = before;
+        data.Clear();
+        for (const RecordField &field : recordFields()) {
+            const EditorXmlData &wanted = reset.contains(field.name) ? EditorXmlData() : before;
+            QVERIFY2(sameValue(field, data, wanted), field.name.data());
+        }
+    }
+
+    void clearKeepsTheProfilesIdentity()
+    {
+        EditorXmlData data;
+        data.payloadInfo.PayloadIdentifier = QStringLiteral("mac.1");
+        data.Clear();
+        QCOMPARE(data.payloadInfo.PayloadIdentifier, QStringLiteral("mac.1"));
+    }
+
+    void theSampleChangesEverySetting()
+    {
+        for (const RecordField &field : recordFields())
+            QVERIFY2(!sameValue(field, RecordSamples::everythingChanged(), EditorXmlData()),
+                     field.name.data());
+    }
+
+    void ribbonsAreComparedByContent()
+    {
+        EditorXmlData first;
+        EditorXmlData second;
+        first.elemRibbonCategory = RecordSamples::element("<RibbonUI><A x=\"1\" y=\"2\"/></RibbonUI>");
+        second.elemRibbonCategory = RecordSamples::element("<RibbonUI>\n  <A y=\"2\" x=\"1\"/>\n</RibbonUI>");
+        QVERIFY(first == second);
+        second.elemRibbonCategory = RecordSamples::element("<RibbonUI><A x=\"1\" y=\"3\"/></RibbonUI>");
+        QVERIFY(first != second);
+        second.elemRibbonCategory = RecordSamples::element("<RibbonUI><A x=\"1\" y=\"2\"/><B/></RibbonUI>");
+        QVERIFY(first != second);
+    }
+
+    void theModesKeepTheirNumbers()
+    {
+        CCommon::SetPCWConfigType(PCW_CONFIG_PROFILE);
+        CCommon::SetPCWAppType(PCW_APP_READER);
+        QCOMPARE(int(CCommon::GetPCWConfigType()), 1);
+        QCOMPARE(int(CCommon::GetPCWAppType()), 1);
+        CCommon::SetPCWConfigType(PCW_CONFIG_PACKAGE);
+        CCommon::SetPCWAppType(PCW_APP_EDITOR);
+        QCOMPARE(int(CCommon::GetPCWConfigType()), 0);
+        QCOMPARE(int(CCommon::GetPCWAppType()), 0);
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_EditorXmlData)
+#include "tst_EditorXmlData.moc"

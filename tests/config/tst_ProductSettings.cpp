@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "config/CCommon.h"
+#include "config/DefaultPlugins.h"
+#include "config/ProductSettings.h"
+#include "config/RecordFields.h"
+#include "resources/Resources.h"
+#include "tests/config/RecordSamples.h"
+
+#include <QtTest>
+
+class tst_ProductSettings : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { initPctResources(); }
+
+    void theEditorKeepsEverySetting()
+    {
+        EditorXmlData data = RecordSamples::everythingChanged();
+        data.strDisableOpenSaveFileAttach = QStringLiteral("Disabled");
+        const EditorXmlData result = settingsForProduct(data, true);
+        for (const RecordField &field : recordFields())
+            QVERIFY2(sameValue(field, result, data), field.name.data());
+    }
+
+    void theReaderLosesWhatOnlyTheEditorOffers()
+    {
+        const EditorXmlData data = RecordSamples::everythingChanged();
+        const EditorXmlData result = settingsForProduct(data, false);
+        EditorXmlData wanted = data;
+        wanted.bRemoveAdvertise = false;
+        wanted.bHideMyApps = false;
+        wanted.strLoginDomain = QStringLiteral("2");
+        wanted.strLoginDomainList.clear();
+        for (const RecordField &field : recordFields())
+            QVERIFY2(sameValue(field, result, wanted), field.name.data());
+    }
+
+    void numbersOfTheAttachmentModeAreCarriedOn_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("mode");
+        QTest::newRow("0") << QStringLiteral("0") << 1;
+        QTest::newRow("1") << QStringLiteral("1") << 2;
+        QTest::newRow("Default") << QStringLiteral("Default") << -1;
+        QTest::newRow("Enabled") << QStringLiteral("Enabled") << -1;
+        QTest::newRow("empty") << QString() << -1;
+        QTest::newRow("negative") << QStringLiteral("-1") << -1;
+        QTest::newRow("largest") << QStringLiteral("2147483647") << -1;
+    }
+
+    void numbersOfTheAttachmentModeAreCarriedOn()
+    {
+        QFETCH(QString, text);
+        EditorXmlData data;
+        data.strDisableOpenSaveFileAttach = text;
+        QTEST(settingsForProduct(data, true).nFileAttachmentsMode, "mode");
+    }
+
+    void pluginsComeInDisplayOrderOnceAndUnknownOnesLast()
+    {
+        const auto plugins = CCommon::EditorXmlReadPluginsTemplate(true);
+        const QString first = plugins.at(0).path;
+        const QString third = plugins.at(2).path;
+        EditorXmlData data;
+        data.strUnloadPluginArray =
+            QStringList({QStringLiteral("Own.dylib"), third, QString(), first, third}).join(QLatin1Char(';'));
+        QCOMPARE(settingsForProduct(data, true).strUnloadPluginArray,
+                 first + QLatin1Char(';') + third + QStringLiteral(";Own.dylib;"));
+    }
+
+    void noPluginsStayNone()
+    {
+        EditorXmlData data;
+        data.strUnloadPluginArray = QStringLiteral(";;");
+        QVERIFY(settingsForProduct(data, false).strUnloadPluginArray.isEmpty());
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_ProductSettings)
+#include "tst_ProductSettings.moc"

@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "core/SafeFile.h"
+#include "tests/support/TestFiles.h"
+
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <sys/stat.h>
+
+class tst_SafeFile : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        m_folder = std::make_unique<QTemporaryDir>();
+        TestFiles::write(at("file"), "old");
+        QVERIFY(QFile::link(at("file"), at("link")));
+        QVERIFY(QFile::link(at("nowhere"), at("dangling")));
+        QCOMPARE(::mkfifo(QFile::encodeName(at("pipe")).constData(), 0600), 0);
+    }
+
+    void kindsAreOfThePathItself()
+    {
+        QVERIFY(SafeFile::kindOf(at("file")) == SafeFile::Kind::File);
+        QVERIFY(SafeFile::kindOf(at("link")) == SafeFile::Kind::Link);
+        QVERIFY(SafeFile::kindOf(at("dangling")) == SafeFile::Kind::Link);
+        QVERIFY(SafeFile::kindOf(at("pipe")) == SafeFile::Kind::Other);
+        QVERIFY(SafeFile::kindOf(m_folder->path()) == SafeFile::Kind::Folder);
+        QVERIFY(SafeFile::kindOf(at("missing")) == SafeFile::Kind::Missing);
+        QVERIFY(SafeFile::kindOf(at("file/below")) == SafeFile::Kind::Missing);
+    }
+
+    void linksLeadToTheSameFile()
+    {
+        QVERIFY(SafeFile::sameFile(at("file"), at("link")));
+        QVERIFY(!SafeFile::sameFile(at("file"), at("missing")));
+        QVERIFY(!SafeFile::sameFile(at("missing"), at("missing")));
+    }
+
+    void copyingNeverReplacesAnything_data()
+    {
+        QTest::addColumn<QString>("target");
+        QTest::newRow("file") << QStringLiteral("file");
+        QTest::newRow("link") << QStringLiteral("link");
+        QTest::newRow("dangling link") << QStringLiteral("dangling");
+        QTest::newRow("pipe") << QStringLiteral("pipe");
+    }
+
+    void copyingNeverReplacesAnything()
+    {
+        QFETCH(QString, target);
+        TestFiles::write(at("new"), "new");
+        QString error;
+        QVERIFY(!SafeFile::copyNew(at("new"), m_folder->filePath(target), &error));
+        QCOMPARE(error, QStringLiteral("exists already"));
+        QCOMPARE(TestFiles::read(at("file")), QByteArray("old"));
+        QVERIFY(!QFileInfo::exists(at("nowhere")));
+    }
+
+    void copyingMakesAnEqualFile()
+    {
+        QVERIFY(SafeFile::copyNew(at("file"), at("copy")));
+        QCOMPARE(TestFiles::read(at("copy")), QByteArray("old"));
+    }
+
+    void replacingContentsRefusesLinksAndPipes_data()
+    {
+        QTest::addColumn<QString>("target");
+        QTest::newRow("link") << QStringLiteral("link");
+        QTest::newRow("dangling link") << QStringLiteral("dangling");
+        QTest::newRow("pipe") << QStringLiteral("pipe");
+        QTest::newRow("folder") << QStringLiteral(".");
+    }
+
+    void replacingContentsRefusesLinksAndPipes()
+    {
+        QFETCH(QString, target);
+        QString error;
+        QVERIFY(!SafeFile::replaceContents(m_folder->filePath(target), "new", &error));
+        QVERIFY(!error.isEmpty());
+        QCOMPARE(TestFiles::read(at("file")), QByteArray("old"));
+        QVERIFY(!QFileInfo::exists(at("nowhere")));
+    }
+
+    void replacingContentsKeepsPermissions()
+    {
+        const auto permissions = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
+        QVERIFY(QFile::setPermissions(at("file"), permissions));
+        QVERIFY(SafeFile::replaceContents(at("file"), "new"));
+        QCOMPARE(TestFiles::read(at("file")), QByteArray("new"));
+        QCOMPARE(QFile::permissions(at("file")) & 0x7000, QFile::Permissions(permissions) & 0x7000);
+    }
+
+    void replacingContentsInAMissingFolderSaysWhy()
+    {
+        QString error;
+        QVERIFY(!SafeFile::replaceContents(at("no/such/file"), "new", &error));
+        QVERIFY(!error.isEmpty());
+    }
+
+    void movingIntoPlaceReplacesAFileAndRefusesALink()
+    {
+        TestFiles::write(at("new"), "new");
+        QVERIFY(!SafeFile::moveIntoPlace(at("new"), at("link")));
+        QCOMPARE(TestFiles::read(at("file")), QByteArray("old"));
+        QVERIFY(SafeFile::moveIntoPlace(at("new"), at("file")));
+        QCOMPARE(TestFiles::read(at("file")), QByteArray("new"));
+        QVERIFY(!QFileInfo::exists(at("new")));
+    }
+
+    void movingAMissingFileFails()
+    {
+        QString error;
+        QVERIFY(!SafeFile::moveIntoPlace(at("missing"), at("file"), &error));
+        QVERIFY(!error.isEmpty());
+        QCOMPARE(TestFiles::read(at("file")), QByteArray("old"));
+    }
+
+private:
+    QString at(const char *name) const { return m_folder->filePath(QString::fromLatin1(name)); }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+};
+
+QTEST_GUILESS_MAIN(tst_SafeFile)
+#include "tst_SafeFile.moc"
