@@ -14,19 +14,32 @@ if(PCT_CCACHE)
         $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
 endif()
 
-# pct_setup(TARGET [PCH header...]): the options every target of ours has.
+# Precompiled headers are made once for each kind of target; one for each target would cost gigabytes.
+# pct_add_precompiled_header(KIND HEADER LINK library...)
+function(pct_add_precompiled_header kind header)
+    cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
+    add_library(pct_pch_${kind} OBJECT "${CMAKE_SOURCE_DIR}/cmake/precompiled.cpp")
+    target_link_libraries(pct_pch_${kind} PRIVATE pct_build_options ${ARG_LINK})
+    target_precompile_headers(pct_pch_${kind} PRIVATE "$<$<COMPILE_LANGUAGE:CXX>:${header}>")
+endfunction()
+
+pct_add_precompiled_header(core <QtCore> LINK Qt5::Core)
+pct_add_precompiled_header(widgets <QtWidgets> LINK Qt5::Widgets)
+pct_add_precompiled_header(test <QtTest> LINK Qt5::Test Qt5::Widgets)
+
+# pct_setup(TARGET [KIND]): the options every target of ours has, with the precompiled header of a kind.
 function(pct_setup target)
     target_link_libraries(${target} PRIVATE pct_build_options)
     set_target_properties(${target} PROPERTIES AUTOMOC ON AUTOUIC ON)
-    foreach(header IN LISTS ARGN)
-        target_precompile_headers(${target} PRIVATE "$<$<COMPILE_LANGUAGE:CXX>:${header}>")
-    endforeach()
+    if(ARGC GREATER 1)
+        target_precompile_headers(${target} REUSE_FROM pct_pch_${ARGV1})
+    endif()
 endfunction()
 
-# pct_add_library(NAME SOURCES file... LINK library... [PCH header...])
+# pct_add_library(NAME SOURCES file... LINK library... [PCH kind])
 # Makes the static library pct_NAME with the alias pct::NAME.
 function(pct_add_library name)
-    cmake_parse_arguments(ARG "" "" "SOURCES;LINK;PCH" ${ARGN})
+    cmake_parse_arguments(ARG "" "PCH" "SOURCES;LINK" ${ARGN})
     add_library(pct_${name} STATIC ${ARG_SOURCES})
     add_library(pct::${name} ALIAS pct_${name})
     target_link_libraries(pct_${name} PUBLIC ${ARG_LINK})
@@ -48,12 +61,13 @@ function(pct_add_test name)
         math(EXPR ARG_TIMEOUT "${ARG_TIMEOUT} * 5")
     endif()
     add_executable(${name} ${ARG_SOURCES})
-    target_link_libraries(${name} PRIVATE Qt5::Test ${ARG_LINK})
-    pct_setup(${name} <QtTest> <QtCore>)
+    target_link_libraries(${name} PRIVATE Qt5::Test Qt5::Widgets ${ARG_LINK})
+    pct_setup(${name} test)
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests")
-    # The last variable keeps tests away from the user defaults of whoever runs them.
+    # The last two keep tests away from the settings of whoever runs them.
     set(environment "PCT_HOSTTOOLS=${PCT_HOSTTOOLS_DIR}"
         "ASAN_OPTIONS=detect_leaks=0" "UBSAN_OPTIONS=print_stacktrace=1"
+        "XDG_CONFIG_HOME=${CMAKE_BINARY_DIR}/tests/config"
         "GNUSTEP_CONFIG_FILE=${CMAKE_BINARY_DIR}/tests/GNUstep.conf")
     if(ARG_GUI AND NOT APPLE)
         set(command "${CMAKE_SOURCE_DIR}/scripts/with-display.sh" $<TARGET_FILE:${name}>)

@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosttools/flatpkg/ByteRange.h"
+
+#include "hosttools/flatpkg/Error.h"
+#include "hosttools/flatpkg/Files.h"
+#include "hosttools/flatpkg/Interrupt.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cerrno>
+#include <future>
+#include <unistd.h>
+
+namespace FlatPkg {
+
+namespace {
+
+// Small enough to stay in the processor's cache between reading and hashing.
+constexpr qint64 bufferSize = 128 * 1024;
+// How much the kernel copies before we look whether we have been asked to stop.
+constexpr qint64 kernelStep = 64 * 1024 * 1024;
+// Below this a second thread costs more than it saves.
+constexpr qint64 worthAThread = 1024 * 1024;
+
+bool kernelCannotCopyThese(int error)
+{
+    return error == EXDEV || error == EINVAL || error == ENOSYS || error == EOPNOTSUPP || error == EPERM;
+}
+
+/// Copies as much as the kernel takes and says how much that was.
+qint64 copyInKernel(const ByteRange &from, int to, qint64 toOffset)
+{
+    loff_t source = from.offset;
+    loff_t target = toOffset;
+    const qint64 end = from.offset + from.length;
+    while (source < end) {
+        Interrupt::check();
+        const auto step = static_cast<size_t>(std::min<qint64>(end - source, kernelStep));
+        const ssize_t copied = copy_file_range(from.fd, &source, to, &target, step, 0);
+        if (copied == 0 || (copied < 0 && kernelCannotCopyThese(errno)))
+            break;
+        if (copied < 0 && errno != EINTR)
+            throw systemError("cannot be written");
+    }
+    return source - from.offset;
+}
+
+void copyThroughBuffer(const ByteRange &from, int to, qint64 toOffset)
+{
+    forEachPiece(from, [&](const char *bytes, qint64 count, qint64 done) {
+        writeAll(to, bytes, count, toOffset + done);
+    });
+}
+
+Digests digestsUnless(const std::atomic<bool> &abandoned, const ByteRange &range,
+                      const QVector<DigestAlgorithm> &algorithms)
+{
+    DigestSet digests(algorithms);
+    forEachPiece(range, [&](const char *bytes, qint64 count, qint64) {
+        if (abandoned)
+            throw Error("abandoned");
+        digests.add(bytes, count);
+    });
+    return digests.finish();
+}
+
+/// Keeps a failed copy from waiting for the hash of gigabytes.
+struct AbandonOnExit
+{
+    std::atomic<bool> &abandoned;
+    ~AbandonOnExit() { abandoned = true; }
+};
+
+} // namespace
+
+void forEachPiece(const ByteRange &range, const PieceConsumer &consume)
+{
+    QByteArray buffer(static_cast<int>(std::min(bufferSize, range.length)), Qt::Uninitialized);
+    for (qint64 done = 0; done < range.length;) {
+        Interrupt::check();
+        const qint64 step = std::min<qint64>(buffer.size(), range.length - done);
+        readExactly(range.fd, buffer.data(), step, range.offset + done);
+        consume(buffer.constData(), step, done);
+        done += step;
+    }
+}
+
+void copyRange(const ByteRange &from, int to, qint64 toOffset)
+{
+    const qint64 done = copyInKernel(from, to, toOffset);
+    copyThroughBuffer({from.fd, from.offset + done, from.length - done}, to, toOffset + done);
+}
+
+Digests digestsOf(const ByteRange &range, const QVector<DigestAlgorithm> &algorithms)
+{
+    if (algorithms.isEmpty())
+        return {};
+    const std::atomic<bool> never{false};
+    return digestsUnless(never, range, algorithms);
+}
+
+Digests copyAndDigest(const ByteRange &from, int to, qint64 toOffset,
+                      const QVector<DigestAlgorithm> &algorithms)
+{
+    if (algorithms.isEmpty() || from.length < worthAThread) {
+        copyRange(from, to, toOffset);
+        return digestsOf(from, algorithms);
+    }
+    std::atomic<bool> abandoned{false};
+    std::future<Digests> hashing =
+        std::async(std::launch::async, [&] { return digestsUnless(abandoned, from, algorithms); });
+    const AbandonOnExit guard{abandoned};
+    copyRange(from, to, toOffset);
+    return hashing.get();
+}
+
+} // namespace FlatPkg

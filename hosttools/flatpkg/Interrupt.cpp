@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosttools/flatpkg/Interrupt.h"
+
+#include "hosttools/flatpkg/Error.h"
+
+#include <atomic>
+#include <csignal>
+
+namespace FlatPkg::Interrupt {
+
+namespace {
+
+std::atomic<bool> stopRequested{false};
+static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler may touch nothing else");
+
+void requestStop(int /*signal*/)
+{
+    stopRequested = true;
+}
+
+} // namespace
+
+void watch()
+{
+    struct sigaction action = {};
+    action.sa_handler = requestStop;
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP})
+        sigaction(signal, &action, nullptr);
+}
+
+void check()
+{
+    if (stopRequested)
+        throw Error("stopped by a signal");
+}
+
+} // namespace FlatPkg::Interrupt

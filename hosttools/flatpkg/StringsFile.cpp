@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosttools/flatpkg/StringsFile.h"
+
+#include <optional>
+#include <QTextCodec>
+
+namespace FlatPkg {
+
+namespace {
+
+class StringsParser
+{
+public:
+    explicit StringsParser(const QString &text)
+        : m_text(text)
+    {
+    }
+
+    Strings parse()
+    {
+        Strings strings;
+        while (const std::optional<QString> key = readToken()) {
+            const std::optional<QString> value = accept('=') ? readToken() : std::nullopt;
+            if (!value || !accept(';'))
+                break;
+            strings.insert(*key, *value);
+        }
+        return strings;
+    }
+
+private:
+    bool atEnd() const { return m_position >= m_text.size(); }
+    QChar current() const { return m_text.at(m_position); }
+    bool startsWith(const char *text) const
+    {
+        return m_text.midRef(m_position).startsWith(QLatin1String(text));
+    }
+    /// Moves behind the next occurrence of the text, or to the end.
+    void skipPast(const char *text)
+    {
+        const int found = m_text.indexOf(QLatin1String(text), m_position);
+        m_position = found < 0 ? m_text.size() : found + static_cast<int>(qstrlen(text));
+    }
+
+    void skipSpaceAndComments();
+    bool accept(char wanted);
+    std::optional<QString> readToken();
+    std::optional<QString> readQuoted();
+    QChar readEscape();
+
+    const QString &m_text;
+    int m_position = 0;
+};
+
+void StringsParser::skipSpaceAndComments()
+{
+    while (!atEnd()) {
+        if (startsWith("/*"))
+            skipPast("*/");
+        else if (startsWith("//"))
+            skipPast("\n");
+        else if (current().isSpace())
+            ++m_position;
+        else
+            return;
+    }
+}
+
+bool StringsParser::accept(char wanted)
+{
+    skipSpaceAndComments();
+    if (atEnd() || current() != QLatin1Char(wanted))
+        return false;
+    ++m_position;
+    return true;
+}
+
+std::optional<QString> StringsParser::readToken()
+{
+    if (accept('"'))
+        return readQuoted();
+    const int start = m_position;
+    const auto isBare = [](QChar c) {
+        return c.isLetterOrNumber() || c == QLatin1Char('_') || c == QLatin1Char('.') ||
+               c == QLatin1Char('-');
+    };
+    while (!atEnd() && isBare(current()))
+        ++m_position;
+    return m_position > start ? std::make_optional(m_text.mid(start, m_position - start)) : std::nullopt;
+}
+
+std::optional<QString> StringsParser::readQuoted()
+{
+    QString token;
+    while (!atEnd()) {
+        const QChar character = m_text.at(m_position++);
+        if (character == QLatin1Char('"'))
+            return token;
+        if (character == QLatin1Char('\\') && !atEnd())
+            token += readEscape();
+        else
+            token += character;
+    }
+    return std::nullopt;
+}
+
+QChar StringsParser::readEscape()
+{
+    const QChar kind = m_text.at(m_position++);
+    if (kind == QLatin1Char('n'))
+        return QLatin1Char('\n');
+    if (kind == QLatin1Char('t'))
+        return QLatin1Char('\t');
+    bool isNumber = false;
+    const ushort code = m_text.midRef(m_position, 4).toUShort(&isNumber, 16);
+    if (kind.toLower() != QLatin1Char('u') || !isNumber)
+        return kind;
+    m_position += 4;
+    return code;
+}
+
+} // namespace
+
+Strings parseStrings(const QString &text)
+{
+    return StringsParser(text).parse();
+}
+
+QString decodeStrings(const QByteArray &bytes)
+{
+    // A table begins with a quote, a comment, a letter or a space: a NUL in the first two bytes is half of
+    // one.
+    const char *guess = "UTF-8";
+    if (bytes.size() >= 2 && bytes[0] == '\0')
+        guess = "UTF-16BE";
+    else if (bytes.size() >= 2 && bytes[1] == '\0')
+        guess = "UTF-16LE";
+    return QTextCodec::codecForUtfText(bytes, QTextCodec::codecForName(guess))->toUnicode(bytes);
+}
+
+} // namespace FlatPkg

@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosttools/flatpkg/XarWriter.h"
+
+#include "hosttools/flatpkg/ByteRange.h"
+#include "hosttools/flatpkg/Error.h"
+#include "hosttools/flatpkg/VerifiedDigest.h"
+
+#include <algorithm>
+#include <QtEndian>
+#include <zlib.h>
+
+namespace FlatPkg {
+
+namespace {
+
+constexpr int headerSize = 28;
+constexpr qint64 pageSize = 4096;
+constexpr quint32 sha1Number = 1;
+
+struct Member
+{
+    QByteArray path;
+    MemberData *data;
+};
+
+void collect(std::vector<TocEntry> &entries, const QByteArray &folder, std::vector<Member> &members)
+{
+    for (TocEntry &entry : entries) {
+        if (entry.data)
+            members.push_back({folder + entry.name, &*entry.data});
+        collect(entry.children, folder + entry.name + '/', members);
+    }
+}
+
+/// A zlib stream of stored blocks: its length depends on the length of the text alone.
+QByteArray stored(const QByteArray &text)
+{
+    uLongf length = compressBound(static_cast<uLong>(text.size()));
+    QByteArray stream(static_cast<int>(length), Qt::Uninitialized);
+    const int result = compress2(reinterpret_cast<Bytef *>(stream.data()), &length,
+                                 reinterpret_cast<const Bytef *>(text.constData()),
+                                 static_cast<uLong>(text.size()), Z_NO_COMPRESSION);
+    if (result != Z_OK)
+        throw Error("its table of contents cannot be packed");
+    return stream.left(static_cast<int>(length));
+}
+
+template <typename Integer> QByteArray bigEndian(Integer value)
+{
+    QByteArray bytes(sizeof value, Qt::Uninitialized);
+    qToBigEndian(value, bytes.data());
+    return bytes;
+}
+
+class XarWriter
+{
+public:
+    XarWriter(std::vector<TocEntry> entries, const MemberSource &source, int to)
+        : m_toc{std::nullopt, std::move(entries)}
+        , m_source(source)
+        , m_to(to)
+    {
+        collect(m_toc.entries, QByteArray(), m_members);
+    }
+
+    void write();
+
+private:
+    void layOut();
+    void alignLargest();
+    void writeMember(const Member &member);
+    QByteArray digestWhileCopying(const ByteRange &from, qint64 offset) const;
+    QByteArray tocText() const { return writeToc(m_toc) + QByteArray(m_padding, '\n'); }
+    void writeAt(qint64 offset, const QByteArray &bytes) const
+    {
+        writeAll(m_to, bytes.constData(), bytes.size(), offset);
+    }
+
+    Toc m_toc;
+    const MemberSource &m_source;
+    int m_to;
+    std::vector<Member> m_members;
+    int m_padding = 0;
+    qint64 m_heapOffset = 0;
+};
+
+void XarWriter::write()
+{
+    layOut();
+    alignLargest();
+    for (const Member &member : m_members)
+        within(member.path, [&] { writeMember(member); });
+    // All digests are known only now; they are as long as those it was laid out with.
+    const QByteArray text = tocText();
+    const QByteArray toc = stored(text);
+    if (headerSize + toc.size() != m_heapOffset)
+        throw Error("its table of contents has changed its length");
+    writeAt(0, "xar!" + bigEndian<quint16>(headerSize) + bigEndian<quint16>(1) +
+                   bigEndian<quint64>(static_cast<quint64>(toc.size())) +
+                   bigEndian<quint64>(static_cast<quint64>(text.size())) + bigEndian(sha1Number));
+    writeAt(headerSize, toc);
+    writeAt(m_heapOffset, digestOf(DigestAlgorithm::Sha1, toc));
+}
+
+void XarWriter::layOut()
+{
+    const auto smaller = [](const Member &a, const Member &b) { return a.data->size < b.data->size; };
+    const auto largest = std::max_element(m_members.begin(), m_members.end(), smaller);
+    if (largest != m_members.end())
+        std::rotate(largest, largest + 1, m_members.end());
+    qint64 offset = digestLength(DigestAlgorithm::Sha1);
+    const Checksum unknown{DigestAlgorithm::Sha1, QByteArray(static_cast<int>(offset), '\0')};
+    for (const Member &member : m_members) {
+        const qint64 size = member.data->size;
+        *member.data = {offset, size, size, Encoding::Stored, unknown, unknown};
+        offset += size;
+    }
+}
+
+void XarWriter::alignLargest()
+{
+    const qint64 lastOffset = m_members.empty() ? 0 : m_members.back().data->offset;
+    const auto misplacedBy = [&] {
+        m_heapOffset = headerSize + stored(tocText()).size();
+        return (m_heapOffset + lastOffset) % pageSize;
+    };
+    // Blank lines can begin another stored block, which takes a few bytes itself: hence a second try.
+    for (int tries = 0; tries < 2; ++tries)
+        if (const qint64 misplaced = misplacedBy())
+            m_padding += static_cast<int>(pageSize - misplaced);
+    static_cast<void>(misplacedBy());
+}
+
+void XarWriter::writeMember(const Member &member)
+{
+    const FileDescriptor file = m_source(member.path);
+    MemberData &data = *member.data;
+    if (statusOf(file.get()).st_size != data.size)
+        throw Error("has changed while it was packed");
+    const QByteArray sha1 = digestWhileCopying({file.get(), 0, data.size}, m_heapOffset + data.offset);
+    data.archived = data.extracted = Checksum{DigestAlgorithm::Sha1, sha1};
+}
+
+QByteArray XarWriter::digestWhileCopying(const ByteRange &from, qint64 offset) const
+{
+    if (const std::optional<QByteArray> known = verifiedDigestOf(from.fd)) {
+        copyRange(from, m_to, offset);
+        return *known;
+    }
+    return copyAndDigest(from, m_to, offset, {DigestAlgorithm::Sha1}).value(DigestAlgorithm::Sha1);
+}
+
+} // namespace
+
+void writeXar(std::vector<TocEntry> entries, const MemberSource &source, int to)
+{
+    XarWriter(std::move(entries), source, to).write();
+}
+
+} // namespace FlatPkg

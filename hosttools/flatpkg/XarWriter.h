@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "hosttools/flatpkg/Files.h"
+#include "hosttools/flatpkg/Toc.h"
+
+#include <functional>
+
+namespace FlatPkg {
+
+/// Opens the bytes of the member at a path in the archive.
+using MemberSource = std::function<FileDescriptor(const QByteArray &path)>;
+
+/// Writes a xar archive to an empty file. Of each entry's data only the size is looked at; where the bytes
+/// lie and their checksums are filled in here.
+///
+/// The form is the one that every known reader takes: a 28-byte header, a stored table of contents, its
+/// SHA-1 at offset 0 of the heap, members stored with SHA-1 checksums. The largest member comes last and
+/// starts on a page boundary (blank lines after the table of contents see to that), so that the kernel can
+/// share or copy whole pages. Throws Error; the file is then good for nothing.
+void writeXar(std::vector<TocEntry> entries, const MemberSource &source, int to);
+
+} // namespace FlatPkg
