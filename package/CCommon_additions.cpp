@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "config/CCommon.h"
+#include "config/ConfigDocument.h"
+#include "core/Command.h"
+#include "core/SafeFile.h"
+#include "package/BuildPaths.h"
+#include "package/Failure.h"
+#include "package/Logging.h"
+#include "package/ScriptsFolder.h"
+
+#include <QDir>
+#include <QDomDocument>
+#include <QFile>
+#include <QFileInfo>
+
+namespace {
+
+/// Edits postinstall in place. An expression that matches nothing is no failure.
+bool editPostinstall(const QString &scripts, const QString &expression, QString *error)
+{
+    if (!isRealScript(scripts, QStringLiteral("postinstall"), error))
+        return false;
+    const CommandResult result =
+        Command::run(QStringLiteral("sed"),
+                     {QStringLiteral("-i"), QString(), expression, scripts + QStringLiteral("postinstall")});
+    return result.succeeded() || fail(error, result.problem());
+}
+
+/// Copies a file into a real scripts folder under a name that is not taken there.
+bool addToScripts(const QString &file, const QString &scripts, const QString &name, QString *error)
+{
+    if (!isRealFolder(scripts, error))
+        return false;
+    QString cause;
+    return SafeFile::copyNew(file, scripts + name, &cause) ||
+           fail(error, scripts + name + QStringLiteral(": ") + cause);
+}
+
+bool addDocument(const QString &document, const QString &scripts, QString *error)
+{
+    if (SafeFile::kindOf(scripts + QStringLiteral("ProfStore.xml")) != SafeFile::Kind::Missing)
+        return fail(error, QStringLiteral("the package was customized before: it has a \"ProfStore.xml\" in "
+                                          "its scripts; start from the vendor's package"));
+    return addToScripts(document, scripts, QStringLiteral("ProfStore.xml"), error);
+}
+
+bool addDefaultViewerTool(const QString &scripts, QString *error)
+{
+    const QString name = QStringLiteral("duti");
+    if (!addToScripts(QStringLiteral(":/duti"), scripts, name, error))
+        return false;
+    QFile tool(scripts + name);
+    return tool.setPermissions(tool.permissions() | QFile::ExeOwner | QFile::ExeUser | QFile::ExeGroup |
+                               QFile::ExeOther) ||
+           fail(error, scripts + name + QStringLiteral(": ") + tool.errorString());
+}
+
+} // namespace
+
+bool CCommon::EditorXmlConfigfileToPkg(QString pkgDir, bool bEditor, const QString &xmlPath, QString *error)
+{
+    const QDomDocument document = ConfigDocument::fromRecord(bEditor, GetAppVersion(pkgDir, bEditor));
+    const QString path = xmlPath.isEmpty() ? temporaryDocumentPath() : xmlPath;
+    QString cause;
+    if (!ConfigDocument::save(document, path, &cause))
+        return fail(error, path + QStringLiteral(": ") + cause);
+    const bool added = EditorXmlAddfileToPkg(path, pkgDir, bEditor, error);
+    qCDebug(logPackage).noquote() << QStringLiteral("xmlFilePath : ") + path;
+    return added;
+}
+
+bool CCommon::EditorXmlAddfileToPkg(QString xmlFile, QString pkgDir, bool bEditor, QString *error)
+{
+    const QString scripts = scriptsFolder(pkgDir, bEditor);
+    qCDebug(logPackage).noquote() << QStringLiteral("qsTemp:") + scripts;
+    if (!addDocument(xmlFile, scripts, error)) {
+        qCDebug(logPackage) << "CCommon::EditorXmlAddfileToPkg: copy xml file fail!";
+        return false;
+    }
+    return editPostinstall(scripts, QStringLiteral("s/editorXmlFileCopy=0/editorXmlFileCopy=1/g"), error);
+}
+
+bool CCommon::RegistryToPkg(QString key, QString name, QString value, QString pkgDir, bool bEditor,
+                            QString *error)
+{
+    const QString entry = QStringLiteral("%1/%2:%3;").arg(key, name, value);
+    return editPostinstall(scriptsFolder(pkgDir, bEditor),
+                           QStringLiteral("s+plistValue=\"+plistValue=\"%1+").arg(entry), error);
+}
+
+bool CCommon::SetDefaultPDF(QString pkgDir, QString *error)
+{
+    const QString scripts = pkgDir + QDir::separator() + QStringLiteral("Scripts/");
+    if (!addDefaultViewerTool(scripts, error)) {
+        qCDebug(logPackage) << "SetDefaultPDF: copy duti fail!";
+        return false;
+    }
+    return editPostinstall(scripts, QStringLiteral("s/setdefaultpdf=0/setdefaultpdf=1/g"), error);
+}
+
+bool CCommon::AddFileToPkg(QString file, QString topDir, bool bEditor)
+{
+    const QFileInfo source(file);
+    if (!source.exists())
+        return false;
+    const QString scripts =
+        topDir + QDir::separator() + componentPackageName(bEditor) + QStringLiteral("/Scripts/");
+    const bool copied = addToScripts(file, scripts, source.fileName(), nullptr);
+    if (!copied)
+        qCDebug(logPackage) << "AddFileToPkg: copy file fail!";
+    return copied;
+}

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "config/CCommon.h"
+#include "core/Command.h"
+#include "package/Logging.h"
+#include "package/ProductVersion.h"
+#include "package/ScriptLines.h"
+#include "package/ScriptsFolder.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryFile>
+#include <QTextStream>
+
+namespace {
+
+void setCause(QString *error, const CommandResult &result)
+{
+    if (error)
+        *error = result.problem();
+}
+
+bool readCheckScript(QString &script)
+{
+    QFile resource(QStringLiteral(":/checkid"));
+    if (!resource.open(QIODevice::ReadOnly | QIODevice::Text)) {
+        qCDebug(logPackage) << "CheckPkg open file = error" << resource.error();
+        return false;
+    }
+    script = QTextStream(&resource).readAll();
+    return true;
+}
+
+bool writeCheckScript(QTemporaryFile &file, const QString &script)
+{
+    if (!file.open()) {
+        qCDebug(logPackage) << "CheckPkg open tempfile fail";
+        return false;
+    }
+    QTextStream stream(&file);
+    stream << script;
+    stream.flush();
+    file.close();
+    return stream.status() == QTextStream::Ok;
+}
+
+} // namespace
+
+bool CCommon::CheckPkg(QString pkgPath, bool bEditor)
+{
+    if (!QFileInfo(pkgPath).isFile())
+        return false;
+    QString script;
+    QTemporaryFile file;
+    if (!readCheckScript(script) || !writeCheckScript(file, script))
+        return false;
+    const QStringList arguments = {file.fileName(), pkgPath,
+                                   bEditor ? QStringLiteral("editor") : QStringLiteral("reader")};
+    qCDebug(logPackage) << "CheckPkgValid cmd:" << arguments;
+    return Command::run(QStringLiteral("sh"), arguments).succeeded();
+}
+
+bool CCommon::ExpandPkg(QString pkgPath, QString destDir, QString *error)
+{
+    const QString command = QStringLiteral("pkgutil --expand \"%1\" \"%2\"").arg(pkgPath, destDir);
+    qCDebug(logPackage).noquote() << QStringLiteral("ExpandPkg qscmd:") + command;
+    setCause(error, Command::runLine(command, {pkgPath, destDir}));
+    qCDebug(logPackage) << "finish ExpandPkg";
+    return true;
+}
+
+bool CCommon::FlattenUnPkg(QString srcDir, QString outPkg, QString *error)
+{
+    const QString command = QStringLiteral("pkgutil --flatten \"%1\" \"%2\"").arg(srcDir, outPkg);
+    const CommandResult result = Command::runLine(command, {srcDir, outPkg});
+    setCause(error, result);
+    qCDebug(logPackage) << "finish FlattenUnPkg";
+    return result.succeeded();
+}
+
+QString CCommon::GetAppVersion(QString pkgDir, bool bEditor)
+{
+    const QString scripts = scriptsFolder(pkgDir, bEditor);
+    qCDebug(logPackage).noquote() << QStringLiteral("qsTemp:") + scripts;
+    QString postinstall;
+    if (!readScript(scripts + QStringLiteral("postinstall"), postinstall))
+        return {};
+    return productVersion(postinstall);
+}

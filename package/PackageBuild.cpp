@@ -1,0 +1,217 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "package/PackageBuild.h"
+
+#include "config/CCommon.h"
+#include "core/SafeFile.h"
+#include "package/BuildPaths.h"
+#include "package/Failure.h"
+#include "package/Logging.h"
+#include "package/ScriptsFolder.h"
+#include "package/StagedOutput.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+
+#include <memory>
+
+namespace {
+
+bool isWanted(const std::function<bool()> &question)
+{
+    return question && question();
+}
+
+bool checkPreinstall(const QString &path, QString *problem)
+{
+    const SafeFile::Kind kind = SafeFile::kindOf(path);
+    return kind == SafeFile::Kind::File || kind == SafeFile::Kind::Missing ||
+           fail(problem,
+                QStringLiteral("%1: is not a regular file; this package cannot be trusted").arg(path));
+}
+
+/// What the build edits must be there and must not be links that lead out of the package.
+bool checkComponent(const QString &component, bool editor, QString *problem)
+{
+    const QString scripts = scriptsFolder(component, editor);
+    return isRealFolder(component, problem) && isRealFolder(QFileInfo(scripts.chopped(1)).path(), problem) &&
+           isRealScript(scripts, QStringLiteral("postinstall"), problem) &&
+           checkPreinstall(scripts + QStringLiteral("preinstall"), problem);
+}
+
+/// A package whose contents cannot be read has failed to expand before, so that counts as unsigned.
+bool isSignedPackage(const QString &package)
+{
+    const QTemporaryDir folder;
+    return folder.isValid() && isSigned(package, folder.path(), nullptr).value_or(false);
+}
+
+/// What the steps of one build share.
+class Build
+{
+public:
+    Build(const BuildPlan &plan, BuildReport &report);
+
+    bool checkPaths(QString *problem);
+    bool clearWorkFolder(QString *problem);
+    bool expand(QString *problem);
+    bool inspect(QString *problem);
+    bool collectSettings(QString *problem);
+    bool addDocument(QString *problem);
+    bool makeDefaultViewer(QString *problem);
+    bool addIManageLogin(QString *problem);
+    bool adaptScripts(QString *problem);
+    bool flatten(QString *problem);
+    bool removeLeftovers(QString *problem);
+
+private:
+    BuildPlan m_plan;
+    BuildReport &m_report;
+    BuildFiles m_files;
+    QString m_component;
+    PackageInspection m_inspection;
+    bool m_wantsDefaultViewer = false;
+    bool m_wantsIManageLogin = false;
+};
+
+Build::Build(const BuildPlan &plan, BuildReport &report)
+    : m_plan(plan)
+    , m_report(report)
+    , m_files{QFileInfo(plan.inputPackage).absoluteFilePath(),
+              QFileInfo(plan.outputPackage).absoluteFilePath(),
+              plan.documentPath.isEmpty() ? temporaryDocumentPath()
+                                          : QFileInfo(plan.documentPath).absoluteFilePath()}
+    , m_component(plan.workFolder + QLatin1Char('/') + componentPackageName(plan.editor))
+{
+}
+
+bool Build::checkPaths(QString *problem)
+{
+    return checkFiles(m_files, problem) && checkQuoting(m_plan.workFolder, problem);
+}
+
+bool Build::clearWorkFolder(QString *problem)
+{
+    return removeWorkFolder(m_plan.workFolder, m_files, problem);
+}
+
+bool Build::expand(QString *problem)
+{
+    QString cause;
+    const bool expanded = CCommon::ExpandPkg(m_files.input, m_plan.workFolder, &cause);
+    *problem = cause;
+    return expanded && cause.isEmpty();
+}
+
+bool Build::inspect(QString *problem)
+{
+    qCDebug(logPackage).noquote() << QStringLiteral("qsUnPkgFile_pkg: ") + m_component;
+    if (!checkComponent(m_component, m_plan.editor, problem))
+        return false;
+    m_inspection.signedByVendor = isSignedPackage(m_files.input);
+    m_inspection.scripts = inspectScripts(scriptsFolder(m_component, m_plan.editor));
+    m_report.productVersion = m_inspection.scripts.version;
+    return true;
+}
+
+bool Build::collectSettings(QString *)
+{
+    if (m_plan.collectSettings)
+        m_plan.collectSettings();
+    return true;
+}
+
+bool Build::addDocument(QString *problem)
+{
+    return CCommon::EditorXmlConfigfileToPkg(m_component, m_plan.editor, m_files.document, problem);
+}
+
+bool Build::makeDefaultViewer(QString *problem)
+{
+    m_wantsDefaultViewer = isWanted(m_plan.wantsDefaultViewer);
+    return !m_wantsDefaultViewer || CCommon::SetDefaultPDF(m_component, problem);
+}
+
+bool Build::addIManageLogin(QString *problem)
+{
+    m_wantsIManageLogin = isWanted(m_plan.wantsIManageLogin);
+    return !m_wantsIManageLogin ||
+           CCommon::RegistryToPkg(QStringLiteral("iManage10/loginMethod"), QStringLiteral("UseOAuth2"),
+                                  QStringLiteral("1"), m_component, m_plan.editor, problem);
+}
+
+/// A script that cannot be adapted is worth a warning, not the build.
+bool Build::adaptScripts(QString *)
+{
+    ScriptsInspection &scripts = m_inspection.scripts;
+    scripts.preinstallProblem.clear();
+    scripts.postinstallProblem.clear();
+    CCommon::AdaptPreInstallForIntune(m_component, m_plan.editor, &scripts.preinstallProblem);
+    CCommon::AdaptPostInstallForIntune(m_component, m_plan.editor, &scripts.postinstallProblem);
+    m_report.warnings = warningsAbout(m_inspection, m_wantsDefaultViewer, m_wantsIManageLogin);
+    return true;
+}
+
+/// The files are compared once more: what did not exist at the start may by now be one file under two names.
+bool Build::flatten(QString *problem)
+{
+    StagedOutput staged(m_files.output);
+    return staged.flatten(m_plan.workFolder, m_plan.editor, problem) && checkFilesDiffer(m_files, problem) &&
+           staged.moveIntoPlace(problem);
+}
+
+bool Build::removeLeftovers(QString *)
+{
+    QString problem;
+    if (!removeWorkFolder(m_plan.workFolder, m_files, &problem)) {
+        qCDebug(logPackage) << "qsUnPkgFile remove fail!";
+        m_report.warnings.append({QStringLiteral("work-folder-left"), problem});
+    }
+    return true;
+}
+
+} // namespace
+
+QString defaultWorkFolder(const QString &inputPackage)
+{
+    return QStandardPaths::writableLocation(QStandardPaths::TempLocation) + QDir::separator() +
+           QFileInfo(inputPackage).fileName();
+}
+
+std::vector<BuildStep> buildSteps(const BuildPlan &plan, BuildReport &report)
+{
+    const auto build = std::make_shared<Build>(plan, report);
+    const auto step = [&build](const char *name, const char *failureLog, bool (Build::*run)(QString *)) {
+        return BuildStep{QString::fromLatin1(name), QString::fromLatin1(failureLog),
+                         [build, run](QString *problem) { return ((*build).*run)(problem); }};
+    };
+    return {
+        step("check the paths", "paths refused!", &Build::checkPaths),
+        step("clear the work folder", "qsUnPkgFile exist and remove fail!", &Build::clearWorkFolder),
+        step("expand the package", "ExpandPkg fail!", &Build::expand),
+        step("inspect the expanded package", "ExpandPkg fail!", &Build::inspect),
+        step("collect the settings", "", &Build::collectSettings),
+        step("add the configuration document", "EditorXmlConfigfileToPkg fail!", &Build::addDocument),
+        step("make the product the default viewer", "SetDefaultPDF fail!", &Build::makeDefaultViewer),
+        step("add the iManage sign-in", "set iManageLogin fail!", &Build::addIManageLogin),
+        step("adapt the install scripts", "", &Build::adaptScripts),
+        step("flatten the package", "FlattenUnPkg fail!", &Build::flatten),
+        step("remove the work folder", "", &Build::removeLeftovers),
+    };
+}
+
+BuildReport buildPackage(const BuildPlan &plan)
+{
+    BuildReport report;
+    for (const BuildStep &step : buildSteps(plan, report)) {
+        QString problem;
+        if (step.run(&problem))
+            continue;
+        qCDebug(logPackage).noquote() << step.failureLog;
+        report.failedStep = step.name;
+        report.problem = problem;
+        break;
+    }
+    return report;
+}

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "package/PackageInspection.h"
+
+#include <QList>
+#include <QString>
+
+#include <functional>
+#include <vector>
+
+/// One build of a customized package, as the window and the command line ask for it.
+struct BuildPlan
+{
+    QString inputPackage;
+    QString outputPackage;
+    QString documentPath; ///< where the configuration document is kept; empty = temporary folder
+    QString workFolder;   ///< where the package is expanded; a folder left there is removed first
+    bool editor = true;
+
+    /// Brings the live record up to date; called once, after the package has been expanded.
+    std::function<void()> collectSettings;
+    /// Asked after collecting: make the product the default PDF viewer; add the iManage sign-in entry.
+    std::function<bool()> wantsDefaultViewer;
+    std::function<bool()> wantsIManageLogin;
+};
+
+/// How a build ended.
+struct BuildReport
+{
+    QString failedStep;           ///< empty when the build succeeded
+    QString problem;              ///< one line: why the step failed
+    QList<BuildWarning> warnings; ///< warningsAbout the package, and "work-folder-left"
+    QString productVersion;       ///< version named by the package's postinstall, may be empty
+
+    bool succeeded() const { return failedStep.isEmpty(); }
+};
+
+/// One step of a build. `run` returns success and says why not in its argument.
+struct BuildStep
+{
+    QString name;       ///< for people: "expand the package"
+    QString failureLog; ///< debug line when the step fails
+    std::function<bool(QString *problem)> run;
+};
+
+/// Work folder of the window's builds: the temporary folder and the file name of the input package.
+QString defaultWorkFolder(const QString &inputPackage);
+
+/// The steps of a build in their order. `report` collects warnings and must outlive the steps.
+std::vector<BuildStep> buildSteps(const BuildPlan &plan, BuildReport &report);
+
+/// Runs the steps up to the first that fails. Blocks on external commands; any thread. The output appears
+/// under its name only when it is complete; the input, and on failure an existing output, stay as they
+/// were. Only a real folder at `workFolder` is ever removed. After a failure the work folder is left.
+/// Builds that run at the same time need work folders and documents of their own.
+BuildReport buildPackage(const BuildPlan &plan);

@@ -1,0 +1,202 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "package/PackageInspection.h"
+
+#include "core/Command.h"
+#include "core/SafeFile.h"
+#include "package/Failure.h"
+#include "package/ProductVersion.h"
+#include "package/ScriptLines.h"
+#include "package/ScriptPatch.h"
+#include "package/ScriptsFolder.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QXmlStreamReader>
+
+#include <algorithm>
+
+namespace {
+
+using LinesEdit = bool (*)(QStringList &, QString *);
+
+/// Why a script's lines cannot be patched, or empty.
+QString patchProblem(const QString &text, LinesEdit edit)
+{
+    QStringList lines = scriptLines(text);
+    QString error;
+    return edit(lines, &error) ? QString() : unpatchedReason(error);
+}
+
+int linesThatHold(const QString &text, const QStringList &lines)
+{
+    return static_cast<int>(std::count_if(lines.begin(), lines.end(),
+                                          [&text](const QString &line) { return line.contains(text); }));
+}
+
+void inspectPreinstall(const QString &path, ScriptsInspection &inspection)
+{
+    QString text;
+    if (readScript(path, text, &inspection.preinstallProblem))
+        inspection.preinstallProblem = patchProblem(text, patchPreinstallLines);
+}
+
+void inspectPostinstall(const QString &path, ScriptsInspection &inspection)
+{
+    QString text;
+    if (!readScript(path, text, &inspection.postinstallProblem))
+        return;
+    inspection.postinstallProblem = patchProblem(text, patchPostinstallLines);
+    inspection.version = productVersion(text);
+    const QStringList lines = scriptLines(text);
+    inspection.documentSwitches = linesThatHold(QStringLiteral("editorXmlFileCopy=0"), lines);
+    inspection.viewerSwitches = linesThatHold(QStringLiteral("setdefaultpdf=0"), lines);
+    inspection.preferenceLists = linesThatHold(QStringLiteral("plistValue=\""), lines);
+}
+
+QString missingSwitchText(const QString &switchText, const QString &consequence)
+{
+    return QStringLiteral("postinstall has no line with %1, so %2").arg(switchText, consequence);
+}
+
+QString unpatchedText(const QString &script, const QString &problem)
+{
+    return QStringLiteral("%1 stays as it is and looks for the user in HOME, which is wrong when a device "
+                          "management installs the package: %2")
+        .arg(script, problem);
+}
+
+/// The elements of a package's table of contents that a signature is in; files have subtrees of their own.
+bool tellsOfSignature(QXmlStreamReader &reader)
+{
+    while (reader.readNextStartElement()) {
+        if (reader.name() == QLatin1String("signature") || reader.name() == QLatin1String("x-signature"))
+            return true;
+        reader.skipCurrentElement();
+    }
+    return false;
+}
+
+std::optional<bool> readSignature(const QString &tableOfContents, QString *error)
+{
+    QFile file(tableOfContents);
+    if (!file.open(QIODevice::ReadOnly)) {
+        fail(error, file.errorString());
+        return {};
+    }
+    QXmlStreamReader reader(&file);
+    if (reader.readNextStartElement() && reader.readNextStartElement() && tellsOfSignature(reader))
+        return true;
+    if (!reader.hasError())
+        return false;
+    fail(error, QStringLiteral("the table of contents cannot be read: ") + reader.errorString());
+    return {};
+}
+
+/// The member as a file of its own below `into`, still packed.
+bool extractMember(const QString &package, const QString &member, const QString &into, QString *error)
+{
+    const CommandResult result =
+        Command::run(QStringLiteral("xar"), {QStringLiteral("-x"), QStringLiteral("-f"), package,
+                                             QStringLiteral("-C"), into, member});
+    if (!result.succeeded())
+        return fail(error, result.problem());
+    const QString folder = into + QLatin1Char('/') + QFileInfo(member).path();
+    return (SafeFile::kindOf(folder) == SafeFile::Kind::Folder &&
+            SafeFile::kindOf(into + QLatin1Char('/') + member) == SafeFile::Kind::File) ||
+           fail(error, QStringLiteral("the package has no member ") + member);
+}
+
+bool unpackScripts(const QString &archive, const QString &folder, QString *error)
+{
+    const CommandResult result =
+        Command::run(QStringLiteral("ditto"), {QStringLiteral("-x"), archive, folder});
+    if (!result.succeeded())
+        return fail(error, result.problem());
+    return isRealFolder(folder, error);
+}
+
+} // namespace
+
+ScriptsInspection inspectScripts(const QString &scripts)
+{
+    ScriptsInspection inspection;
+    if (!isRealFolder(scripts, &inspection.preinstallProblem)) {
+        inspection.postinstallProblem = inspection.preinstallProblem;
+        return inspection;
+    }
+    const QString folder = scripts + QLatin1Char('/');
+    inspection.customizedBefore =
+        SafeFile::kindOf(folder + QStringLiteral("ProfStore.xml")) != SafeFile::Kind::Missing;
+    inspectPreinstall(folder + QStringLiteral("preinstall"), inspection);
+    inspectPostinstall(folder + QStringLiteral("postinstall"), inspection);
+    return inspection;
+}
+
+QList<BuildWarning> warningsAbout(const ScriptsInspection &scripts, bool wantsDefaultViewer,
+                                  bool wantsIManageLogin)
+{
+    QList<BuildWarning> warnings;
+    const auto warnIf = [&warnings](bool condition, const QString &code, const QString &text) {
+        if (condition)
+            warnings.append({code, text});
+    };
+    warnIf(scripts.documentSwitches == 0, QStringLiteral("document-switch-missing"),
+           missingSwitchText(QStringLiteral("editorXmlFileCopy=0"),
+                             QStringLiteral("the settings are not installed")));
+    warnIf(wantsDefaultViewer && scripts.viewerSwitches == 0, QStringLiteral("viewer-switch-missing"),
+           missingSwitchText(QStringLiteral("setdefaultpdf=0"),
+                             QStringLiteral("the product does not become the default PDF viewer")));
+    warnIf(wantsIManageLogin && scripts.preferenceLists == 0, QStringLiteral("preference-list-missing"),
+           missingSwitchText(QStringLiteral("plistValue=\""),
+                             QStringLiteral("the iManage sign-in method is not set")));
+    warnIf(!scripts.preinstallProblem.isEmpty(), QStringLiteral("preinstall-unpatched"),
+           unpatchedText(QStringLiteral("preinstall"), scripts.preinstallProblem));
+    warnIf(!scripts.postinstallProblem.isEmpty(), QStringLiteral("postinstall-unpatched"),
+           unpatchedText(QStringLiteral("postinstall"), scripts.postinstallProblem));
+    return warnings;
+}
+
+QList<BuildWarning> warningsAbout(const PackageInspection &package, bool wantsDefaultViewer,
+                                  bool wantsIManageLogin)
+{
+    QList<BuildWarning> warnings;
+    if (package.signedByVendor)
+        warnings.append({QStringLiteral("signature-dropped"),
+                         QStringLiteral("the new package does not carry the vendor's signature; sign it "
+                                        "before you deploy it where signatures are asked for")});
+    return warnings + warningsAbout(package.scripts, wantsDefaultViewer, wantsIManageLogin);
+}
+
+std::optional<bool> isSigned(const QString &package, const QString &privateFolder, QString *error)
+{
+    const QString tableOfContents = privateFolder + QStringLiteral("/contents.xml");
+    const CommandResult result =
+        Command::run(QStringLiteral("xar"), {QStringLiteral("--dump-toc=") + tableOfContents,
+                                             QStringLiteral("-f"), QFileInfo(package).absoluteFilePath()});
+    if (result.succeeded())
+        return readSignature(tableOfContents, error);
+    fail(error, result.problem());
+    return {};
+}
+
+QString extractScripts(const QString &package, bool editor, const QString &into, QString *error)
+{
+    const QString member = componentPackageName(editor) + QStringLiteral("/Scripts");
+    QString folder = into + QStringLiteral("/Scripts");
+    if (!extractMember(QFileInfo(package).absoluteFilePath(), member, into, error) ||
+        !unpackScripts(into + QLatin1Char('/') + member, folder, error))
+        return {};
+    return folder;
+}
+
+std::optional<PackageInspection> inspectPackage(const QString &package, bool editor,
+                                                const QString &privateFolder, QString *error)
+{
+    const std::optional<bool> isPackageSigned = isSigned(package, privateFolder, error);
+    if (!isPackageSigned)
+        return {};
+    const QString scripts = extractScripts(package, editor, privateFolder, error);
+    if (scripts.isEmpty())
+        return {};
+    return PackageInspection{*isPackageSigned, inspectScripts(scripts)};
+}

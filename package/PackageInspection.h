@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QList>
+#include <QString>
+
+#include <optional>
+
+/// Something that a build does, or would do, without the effect that was asked for.
+struct BuildWarning
+{
+    QString code; ///< stable, for programs: "document-switch-missing"
+    QString text; ///< a sentence for people, without a file name
+};
+
+/// What a vendor package offers to a build, seen from its install scripts.
+struct ScriptsInspection
+{
+    QString version;               ///< product version that postinstall names, may be empty
+    bool customizedBefore = false; ///< there is a "ProfStore.xml" already; a build would fail
+    QString preinstallProblem;     ///< why preinstall cannot be patched; empty when it can
+    QString postinstallProblem;    ///< the same for postinstall
+    int documentSwitches = 0;      ///< lines of postinstall that hold "editorXmlFileCopy=0"
+    int viewerSwitches = 0;        ///< lines that hold "setdefaultpdf=0"
+    int preferenceLists = 0;       ///< lines that hold plistValue= and an opening double quote
+};
+
+/// What is known of a package file without touching its payload.
+struct PackageInspection
+{
+    bool signedByVendor = false; ///< carries a signature, which a rebuilt package will not
+    ScriptsInspection scripts;
+};
+
+/// Looks at the scripts in a folder of an expanded package (with or without a slash at the end). Never
+/// follows links. Nothing there at all reads as scripts that cannot be patched.
+ScriptsInspection inspectScripts(const QString &scripts);
+
+/// What will not work as asked for; empty when all will. The codes, in this order: "document-switch-missing",
+/// "viewer-switch-missing", "preference-list-missing", "preinstall-unpatched" and "postinstall-unpatched";
+/// the overload for a package begins with "signature-dropped".
+QList<BuildWarning> warningsAbout(const ScriptsInspection &scripts, bool wantsDefaultViewer,
+                                  bool wantsIManageLogin);
+QList<BuildWarning> warningsAbout(const PackageInspection &package, bool wantsDefaultViewer,
+                                  bool wantsIManageLogin);
+
+/// Whether a flat package carries a signature, or nothing and a cause when its table of contents cannot be
+/// read. The table is written to a file in `privateFolder`. Blocks on external commands; any thread.
+std::optional<bool> isSigned(const QString &package, const QString &privateFolder, QString *error);
+
+/// Unpacks only the product's Scripts member of a flat package into the existing folder `into`, as
+/// "Scripts" there; its cost does not depend on the package's size. Returns the path of that folder, or an
+/// empty string and one line in `error`. Blocks on external commands; any thread.
+QString extractScripts(const QString &package, bool editor, const QString &into, QString *error);
+
+/// Everything `pct check` reports about the installer package of a product; `privateFolder` must exist, be
+/// empty and belong to the caller. Nothing and an `error` when the package's contents cannot be read.
+std::optional<PackageInspection> inspectPackage(const QString &package, bool editor,
+                                                const QString &privateFolder, QString *error);

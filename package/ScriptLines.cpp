@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "package/ScriptLines.h"
+
+#include "core/SafeFile.h"
+#include "package/Failure.h"
+
+#include <QFile>
+
+#include <algorithm>
+
+namespace {
+
+/// Far above any real script, and small enough that a hostile one cannot exhaust the memory.
+constexpr qint64 maximumScriptBytes = qint64{16} * 1024 * 1024;
+
+bool readBytes(QFile &file, QByteArray &bytes, QString *error)
+{
+    if (!file.open(QIODevice::ReadOnly))
+        return fail(error, file.errorString());
+    if (file.size() > maximumScriptBytes)
+        return fail(error, QStringLiteral("is too large for a script"));
+    bytes = file.readAll();
+    return file.error() == QFileDevice::NoError || fail(error, file.errorString());
+}
+
+} // namespace
+
+int findUniqueAnchor(const QStringList &lines, const QString &anchor, QString *error)
+{
+    const QString wanted = anchor.trimmed();
+    const auto equalsAnchor = [&wanted](const QString &line) { return line.trimmed() == wanted; };
+    const auto count = std::count_if(lines.begin(), lines.end(), equalsAnchor);
+    if (count != 1) {
+        fail(error,
+             QStringLiteral("anchor is not unique: [%1], count=%2").arg(wanted, QString::number(count)));
+        return -1;
+    }
+    return static_cast<int>(std::find_if(lines.begin(), lines.end(), equalsAnchor) - lines.begin());
+}
+
+int findAnchorAfter(const QStringList &lines, const QString &anchor, int from, QString *error)
+{
+    const QString wanted = anchor.trimmed();
+    for (int i = std::max(from, 0); i < lines.size(); ++i) {
+        if (lines.at(i).trimmed() == wanted)
+            return i;
+    }
+    fail(error, QStringLiteral("anchor not found after line %1: [%2]").arg(QString::number(from), wanted));
+    return -1;
+}
+
+bool replaceLineRange(QStringList &lines, int start, int end, const QStringList &block, QString *error)
+{
+    if (start < 0 || end < start || end >= lines.size())
+        return fail(error, QStringLiteral("invalid range: start=%1, end=%2").arg(start).arg(end));
+    lines = lines.mid(0, start) + block + lines.mid(end + 1);
+    return true;
+}
+
+bool replaceUniqueLine(QStringList &lines, const QString &anchor, const QString &newLine, QString *error)
+{
+    const int index = findUniqueAnchor(lines, anchor, error);
+    return index >= 0 && replaceLineRange(lines, index, index, {newLine}, error);
+}
+
+QString normalizeNewlines(QString text)
+{
+    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+    return text;
+}
+
+QStringList scriptLines(const QString &text)
+{
+    QStringList lines = normalizeNewlines(text).split(QLatin1Char('\n'));
+    if (lines.last().isEmpty())
+        lines.removeLast();
+    return lines;
+}
+
+bool readScript(const QString &path, QString &text, QString *error)
+{
+    const SafeFile::Kind kind = SafeFile::kindOf(path);
+    if (kind != SafeFile::Kind::File && kind != SafeFile::Kind::Missing)
+        return fail(error, kind == SafeFile::Kind::Link ? QStringLiteral("is a link")
+                                                        : QStringLiteral("is not a regular file"));
+    QFile file(path);
+    QByteArray bytes;
+    if (!readBytes(file, bytes, error))
+        return false;
+    text = QString::fromUtf8(bytes.constData());
+    return true;
+}

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+// Makes the vendor's install scripts find the user who is logged in at the console, instead of trusting
+// HOME, which is not that user's when a device-management agent runs the installer. Line edits at fixed
+// anchors; a script in which an anchor is missing or ambiguous stays exactly as it was.
+
+/// Patches a postinstall or preinstall file in place, all or nothing, keeping its permissions. On
+/// failure `error` (optional) gets the reason; see unpatchedReason. A link is refused.
+bool patchPostinstall(const QString &path, QString *error = nullptr);
+bool patchPreinstall(const QString &path, QString *error = nullptr);
+
+/// The same edits on lines in memory; the lines are unspecified after a failure.
+bool patchPostinstallLines(QStringList &lines, QString *error = nullptr);
+bool patchPreinstallLines(QStringList &lines, QString *error = nullptr);
+
+/// The reason of a failed patch for people. A patch can fail without a text: when the line that
+/// everything is inserted before is the first one.
+QString unpatchedReason(const QString &error);

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QString>
+
+/// Where an expanded package keeps its install scripts, with a slash at the end: "Scripts/" in the given
+/// folder where that exists, otherwise in the product's component package below it.
+QString scriptsFolder(const QString &folder, bool editor);
+
+/// Name of the product's component package: "Pelix_PDF_Editor.pkg" or "Pelix_PDF_Reader.pkg".
+QString componentPackageName(bool editor);
+
+/// The scripts of a package come from outside. Before one is edited or gets a new neighbour, these tell
+/// whether it is what it should be, and not a link that leads out of the package. `error` is optional.
+
+/// True when the path, with or without a slash at the end, is a real folder.
+bool isRealFolder(const QString &path, QString *error = nullptr);
+
+/// True when the script in a real scripts folder is a regular file.
+bool isRealScript(const QString &scripts, const QString &name, QString *error = nullptr);
