@@ -1,0 +1,9 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "pages/HelpPage.h"
+
+#include <QUrl>
+
+QString encodedHelpPage(const QString &fileName)
+{
+    return QUrl(fileName).toString(QUrl::FullyEncoded);
+}

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "config/DefaultPlugins.h"
+#include "pages/CTabWidget.h"
+
+#include <QList>
+
+#include <memory>
+
+namespace Ui {
+class tab_plugins;
+}
+class PXCheckBox;
+class QListWidgetItem;
+
+class tab_plugins : public CTabWidget
+{
+    Q_OBJECT
+
+public:
+    /// Lists the plug-ins of the product (true = Editor), none marked.
+    explicit tab_plugins(bool editor, QWidget *parent = nullptr);
+    ~tab_plugins() override;
+
+    /// Appends the product's plug-ins to the list; none when the product's list cannot be read.
+    void EditorXmlInitPluginList(bool editor);
+
+    /// The library names of the marked plug-ins in list order, each followed by ";".
+    QString EditorXmlGetPluginList() const;
+
+    /// Marks the plug-ins with these library names; the others stay as they are.
+    void markPlugins(const QStringList &paths);
+
+    /// Keeps the rows as wide as the list.
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void fitRows();
+    void appendRow(const _EditorXmlPuginData_ &plugin);
+    PXCheckBox *checkBoxOf(QListWidgetItem *row) const;
+
+    const std::unique_ptr<Ui::tab_plugins> m_ui;
+    QList<_EditorXmlPuginData_> m_plugins;
+};
