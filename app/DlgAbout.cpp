@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "app/DlgAbout.h"
+
+#include "ui_DlgAbout.h"
+
+DlgAbout::DlgAbout(QDialog *parent)
+    : QDialog(parent)
+    , m_ui(std::make_unique<Ui::DlgAbout>())
+{
+    m_ui->setupUi(this);
+    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                   Qt::WindowCloseButtonHint);
+}
+
+DlgAbout::~DlgAbout() = default;

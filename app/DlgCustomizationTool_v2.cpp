@@ -1,0 +1,184 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "app/DlgCustomizationTool_v2.h"
+
+#include "app/CPDF_Waiting.h"
+#include "app/DlgAbout.h"
+#include "app/HelpPanel.h"
+#include "app/Logging.h"
+#include "app/ToolBarLook.h"
+#include "config/CCommon.h"
+#include "config/EditorXmlData.h"
+#include "pages/ICutsomizationHandler.h"
+#include "ui_DlgCustomizationTool_v2.h"
+#include "welcome/tab_import_xml.h"
+#include "welcome/tab_welcome.h"
+
+#include <QButtonGroup>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QStackedLayout>
+#include <QThread>
+
+using namespace ToolBarLook;
+
+EditorXmlData *const DlgCustomizationTool_v2::m_pEditorXmlData = &theEditorXmlData;
+
+DlgCustomizationTool_v2::DlgCustomizationTool_v2(bool bEditor, PCW_CONFIGTYPE configType, QWidget *parent)
+    : QDialog(parent, Qt::Window)
+    , m_ui(std::make_unique<Ui::DlgCustomizationTool_v2>())
+    , m_bEditor(bEditor)
+{
+    m_ui->setupUi(this);
+    styleToolBar();
+    if (configType == PCW_CONFIG_PROFILE)
+        styleToolBarForProfile();
+    CCommon::SetPCWConfigType(configType);
+    CCommon::SetPCWAppType(bEditor ? PCW_APP_EDITOR : PCW_APP_READER);
+
+    m_waiting = new CPDF_Waiting(this);
+    m_stack = new QStackedLayout;
+    m_stack->setContentsMargins(16, 16, 16, 16);
+    m_ui->gridLayout->addLayout(m_stack, 1, 1);
+    m_pageButtons = new QButtonGroup(this);
+    m_pageButtons->setExclusive(true);
+    if (!bEditor)
+        m_currentPageId = configType == PCW_CONFIG_PROFILE ? 3 : 1;
+
+    createMenu();
+    InitWelcomeTab();
+    connectButtons();
+    EnableButtons(false);
+}
+
+DlgCustomizationTool_v2::~DlgCustomizationTool_v2()
+{
+    // The worker reads this window's pages.
+    if (m_worker)
+        m_worker->wait();
+    delete m_worker;
+}
+
+void DlgCustomizationTool_v2::styleToolBar()
+{
+    m_ui->tb_open->setStyleSheet(toolButtonSheet(QStringLiteral("open")));
+    m_ui->tb_open->setToolTip(toolTipText(tr("Open"), tr("Import a pkg installation package")));
+    m_ui->tb_save->setStyleSheet(toolButtonSheet(QStringLiteral("save")));
+    m_ui->tb_save->setToolTip(
+        toolTipText(tr("Save"), tr("Save the configured settings as installation package")));
+    m_ui->tb_info->setStyleSheet(checkableToolButtonSheet(QStringLiteral("info")));
+    m_ui->tb_info->setToolTip(toolTipText(tr("Information"), tr("Customization Wizard Help")));
+    m_ui->tb_about->setStyleSheet(toolButtonSheet(QStringLiteral("about")));
+    m_ui->tb_about->setToolTip(toolTipText(tr("About"), tr("About Customization Wizard")));
+}
+
+void DlgCustomizationTool_v2::styleToolBarForProfile()
+{
+    m_ui->tb_open->setStyleSheet(toolButtonSheet(QStringLiteral("open2")));
+    m_ui->tb_open->setToolTip(toolTipText(tr("Open"), tr("Import a .mobileconfig configuration profile")));
+    m_ui->tb_save->setStyleSheet(toolButtonSheet(QStringLiteral("save")));
+    m_ui->tb_save->setToolTip(toolTipText(
+        tr("Save"), tr("Save the configured settings as a\u00a0.mobileconfig configuration profile")));
+    // Profiles can neither be read nor written yet.
+    m_ui->tb_open->setEnabled(false);
+}
+
+void DlgCustomizationTool_v2::createMenu()
+{
+    m_menu = new QMenu(this);
+    QAction *guide = m_menu->addAction(tr("User Guide"));
+    guide->setEnabled(false);
+    QAction *about = m_menu->addAction(tr("About PCT"));
+    connect(about, &QAction::triggered, this, &DlgCustomizationTool_v2::showAbout);
+    m_ui->tb_about->setMenu(m_menu);
+    m_ui->tb_about->setPopupMode(QToolButton::InstantPopup);
+}
+
+void DlgCustomizationTool_v2::connectButtons()
+{
+    connect(m_pageButtons, &QButtonGroup::idClicked, this, [this] {
+        RefreshStackLayoutWidget();
+        ShowInfomation(m_ui->tb_info->isChecked());
+    });
+    connect(m_ui->tb_open, &QToolButton::clicked, this, &DlgCustomizationTool_v2::openFile);
+    connect(m_ui->tb_save, &QToolButton::clicked, this, &DlgCustomizationTool_v2::save);
+    connect(m_ui->tb_info, &QToolButton::clicked, this, &DlgCustomizationTool_v2::ShowInfomation);
+    const auto menuClosed = [this] {
+        qCDebug(logApp, "about to hide");
+        m_ui->tb_about->repaint();
+    };
+    connect(m_menu, &QMenu::aboutToHide, this, menuClosed, Qt::QueuedConnection);
+}
+
+bool DlgCustomizationTool_v2::Register(const std::shared_ptr<ICutsomizationHandler> &handler)
+{
+    if (!handler)
+        return false;
+    if (handler->IsOnlyForEditor() && !m_bEditor)
+        return false;
+    if (CCommon::GetPCWConfigType() == PCW_CONFIG_PROFILE && !handler->SupportsProfile())
+        return false;
+    const bool isNew = m_handlers.emplace(handler->GetTabId(), handler).second;
+    if (isNew)
+        CreateTabButton(handler);
+    return isNew;
+}
+
+QToolButton *DlgCustomizationTool_v2::CreateTabButton(const std::shared_ptr<ICutsomizationHandler> &handler)
+{
+    auto *button = new QToolButton(m_ui->widget_category);
+    button->setObjectName(handler->GetTabName());
+    button->setText(handler->GetTabTitle());
+    button->setToolTip(toolTipText(handler->GetTabTitle(), handler->GetTabTooltip()));
+    button->setIcon(QIcon(handler->GetTabIcon()));
+    button->setIconSize({24, 24});
+    button->setFixedHeight(40);
+    button->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    button->setStyleSheet(pageButtonSheet());
+    button->setCheckable(true);
+    button->setEnabled(false);
+    m_pageButtons->addButton(button, handler->GetTabId());
+
+    QVBoxLayout *column = m_ui->verticalLayout_category;
+    column->removeItem(m_ui->verticalSpacer);
+    column->insertWidget(handler->GetTabId(), button);
+    column->addItem(m_ui->verticalSpacer);
+    return button;
+}
+
+void DlgCustomizationTool_v2::showAbout()
+{
+    DlgAbout about(this);
+    about.exec();
+}
+
+bool DlgCustomizationTool_v2::isBuilding() const
+{
+    // From the start of a worker until its result is shown, which ends later than the thread.
+    return !isEnabled();
+}
+
+void DlgCustomizationTool_v2::closeEvent(QCloseEvent *event)
+{
+    if (isBuilding()) {
+        event->ignore();
+        return;
+    }
+    QDialog::closeEvent(event);
+}
+
+void DlgCustomizationTool_v2::keyPressEvent(QKeyEvent *event)
+{
+    // A dialog would close; the main window does not lose the administrator's work to one key.
+    if (event->matches(QKeySequence::Cancel)) {
+        event->ignore();
+        return;
+    }
+    QDialog::keyPressEvent(event);
+}
+
+void DlgCustomizationTool_v2::resizeEvent(QResizeEvent *event)
+{
+    QDialog::resizeEvent(event);
+    m_waiting->setpos();
+}

@@ -1,0 +1,163 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "config/PcwTypes.h"
+
+#include <QDialog>
+#include <QPointer>
+#include <QUrl>
+
+#include <functional>
+#include <map>
+#include <memory>
+
+class CPDF_Waiting;
+class HelpPanel;
+class ICutsomizationHandler;
+class QButtonGroup;
+class QMenu;
+class QSplitter;
+class QStackedLayout;
+class QThread;
+class QToolButton;
+class tab_import_xml;
+class tab_welcome;
+struct BuildPlan;
+struct EditorXmlData;
+
+namespace Ui {
+class DlgCustomizationTool_v2;
+}
+
+/// The tool's one main window: a registry of settings pages, the pages that open the work, and the flows
+/// that make an output. User-interface thread only, but for what is said to run in the build's worker.
+class DlgCustomizationTool_v2 : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// Also sets the two modes of the process. `bEditor` is true for the Editor, false for the Reader.
+    DlgCustomizationTool_v2(bool bEditor, PCW_CONFIGTYPE configType, QWidget *parent = nullptr);
+    ~DlgCustomizationTool_v2() override;
+
+    /// The record that every page is filled from and every output is made of.
+    static EditorXmlData *const m_pEditorXmlData;
+
+    // ---- Registry ----
+
+    /// Adds a page and its button. False when there is no handler, when the page does not exist for this
+    /// product or mode, or when its id is taken.
+    bool Register(const std::shared_ptr<ICutsomizationHandler> &handler);
+
+    /// Makes the button of a page and puts it into the column; disabled until something is loaded.
+    QToolButton *CreateTabButton(const std::shared_ptr<ICutsomizationHandler> &handler);
+
+    // ---- Pages and help ----
+
+    /// Makes and shows the page that opens the work. Done once.
+    void InitWelcomeTab();
+
+    /// Builds every page up to the highest id that has a place in the stack, filled from the record. Done
+    /// once.
+    void InitTabWidgets();
+
+    /// Fills every page from the record again. Always true.
+    bool UpdateTabWidgets();
+
+    /// Shows the page whose button is checked, or the welcome page as long as there are no pages.
+    void RefreshStackLayoutWidget();
+
+    /// Saving, and choosing a page.
+    void EnableButtons(bool enable);
+
+    /// Opens or closes the help panel beside the current page.
+    void ShowInfomation(bool show);
+
+    /// File name of the help for what is shown, URL-encoded; never empty.
+    QString InfoName();
+
+    /// The current page's splitter, or null when no page is shown.
+    QSplitter *Splitter() const;
+
+    /// Takes a vendor package to work on. False when it is not the product's, which the user is told.
+    bool on_fileloaded(const QString &path);
+
+    // ---- Values of the pages' controls; also in the build's worker ----
+
+    /// The value of the first control of that name that has one of the type: false, 0 or empty when no page
+    /// has. `found` says whether one has and the validator, if any, accepts it; a refused value is
+    /// reported to its page and returned all the same.
+    bool GetBoolProperty(const QString &objectName, bool *found = nullptr,
+                         const std::function<bool(bool)> &isAcceptable = {});
+    int GetIntProperty(const QString &objectName, bool *found = nullptr,
+                       const std::function<bool(int)> &isAcceptable = {});
+    QString GetStringProperty(const QString &objectName, bool *found = nullptr,
+                              const std::function<bool(const QString &)> &isAcceptable = {});
+
+    /// Library names of the plug-ins that are marked, each followed by ";".
+    QString EditorXmlGetPluginList();
+
+    /// Brings the record up to date with the pages. Cannot fail: what no page offers becomes false, 0 or
+    /// empty.
+    void ReloadEditorXmlData();
+
+    // ---- Saving a package ----
+
+    /// Asks where to, then builds in a worker behind the disabled window and tells how it went.
+    void On_SavePackage();
+
+    /// Runs in the worker: builds the package and leaves 0 in the window's build status, or 1 on failure.
+    static void Process(DlgCustomizationTool_v2 *window, QString inputPackage, QString outputPackage,
+                        const QString &documentPath);
+
+protected:
+    void showEvent(QShowEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    using Handlers = std::map<int, std::shared_ptr<ICutsomizationHandler>>;
+
+    void styleToolBar();
+    void styleToolBarForProfile();
+    void createMenu();
+    void connectButtons();
+    void showAbout();
+    void openFile();
+    void save();
+
+    void addPage(QWidget *page);
+    QWidget *addHosted(QWidget *page);
+    QWidget *pageOf(int id);
+    void showFirstPage();
+    void showImportPage();
+    void importDocument(const QString &path);
+    void uncheckPageButtons();
+    void placeHelpPanel(QSplitter *splitter);
+
+    template <typename Value, typename Validator>
+    Value lookUp(const QString &objectName, bool *found, const Validator &isAcceptable);
+
+    QString askDocumentPath(const QString &outputPackage);
+    void startBuild(const QString &outputPackage, const QString &documentPath);
+    void showBuildResult(bool documentKept);
+    bool isBuilding() const;
+    BuildPlan planOf(const QString &inputPackage, const QString &outputPackage, const QString &documentPath);
+
+    std::unique_ptr<Ui::DlgCustomizationTool_v2> m_ui;
+    Handlers m_handlers;
+    QStackedLayout *m_stack = nullptr;
+    QButtonGroup *m_pageButtons = nullptr;
+    QMenu *m_menu = nullptr;
+    QPointer<CPDF_Waiting> m_waiting;
+    QPointer<tab_welcome> m_welcome;
+    QPointer<tab_import_xml> m_import;
+    QPointer<HelpPanel> m_helpPanel;
+    QPointer<QThread> m_worker;
+    QString m_packagePath;
+    bool m_bEditor;
+    bool m_tabsInitialised = false;
+    int m_currentPageId = 0;
+    int m_nBuildStatus = 0;
+};

@@ -1,0 +1,132 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "app/DlgCustomizationTool_v2.h"
+
+#include "app/CPDF_Waiting.h"
+#include "app/Logging.h"
+#include "app/SaveDialogWithOption.h"
+#include "config/CCommon.h"
+#include "package/PackageBuild.h"
+#include "profile/CProfileGenerator.h"
+#include "ui_DlgCustomizationTool_v2.h"
+
+#include <QDir>
+#include <QMessageBox>
+#include <QThread>
+
+namespace {
+
+QString proposedOutput(const QString &inputPackage)
+{
+    const QString suffix = QStringLiteral(".pkg");
+    if (!inputPackage.endsWith(suffix))
+        return inputPackage;
+    QString proposed = inputPackage;
+    return proposed.insert(inputPackage.size() - suffix.size(), QStringLiteral("_Untitled"));
+}
+
+void logReport(const BuildReport &report)
+{
+    for (const BuildWarning &warning : report.warnings)
+        qCWarning(logApp).noquote() << warning.text;
+    if (!report.succeeded())
+        qCWarning(logApp).noquote() << "Failed to" << report.failedStep + QLatin1Char(':') << report.problem;
+}
+
+} // namespace
+
+void DlgCustomizationTool_v2::On_SavePackage()
+{
+    if (!CCommon::CheckPkg(m_packagePath, m_bEditor)) {
+        QMessageBox::critical(this, QString(),
+                              QLatin1Char('\n') + tr("The input installer package is invalid."),
+                              QMessageBox::Ok);
+        qCDebug(logApp, "CheckPkg fail!");
+        return;
+    }
+    SaveDialogWithOption dialog(this, proposedOutput(m_packagePath), tr("Package files (*.pkg)"));
+    dialog.setDefaultSuffix(QStringLiteral("pkg"));
+    dialog.setOptionText(tr("Save config file for future modification"));
+    dialog.setOptionEnabled(true);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    const QStringList chosen = dialog.selectedFiles();
+    if (chosen.size() != 1 || chosen.first().isEmpty())
+        return;
+    CProfileGenerator::SyncLastOpenDirectory(chosen.first());
+    startBuild(chosen.first(), dialog.isOptionChecked() ? askDocumentPath(chosen.first()) : QString());
+}
+
+QString DlgCustomizationTool_v2::askDocumentPath(const QString &outputPackage)
+{
+    const QString path = QFileInfo(outputPackage).dir().filePath(QStringLiteral("ProfStore.xml"));
+    qCDebug(logApp).noquote() << "[debug]==== qsXmlPath :" << path;
+    if (!QFileInfo::exists(path))
+        return path;
+    const QString chosen = QFileDialog::getSaveFileName(this, QString(), path, tr("xml files (*.xml)"));
+    if (!chosen.isEmpty())
+        CProfileGenerator::SyncLastOpenDirectory(chosen);
+    return chosen;
+}
+
+void DlgCustomizationTool_v2::startBuild(const QString &outputPackage, const QString &documentPath)
+{
+    setEnabled(false);
+    m_waiting->start();
+
+    // Deleted only after the new thread exists, so that the two never share an address.
+    const std::unique_ptr<QThread> previous(m_worker.data());
+    if (previous && previous->isRunning()) {
+        previous->terminate();
+        previous->wait();
+    }
+    QThread *worker =
+        QThread::create(&DlgCustomizationTool_v2::Process, this, m_packagePath, outputPackage, documentPath);
+    m_worker = worker;
+    const auto finished = [this, worker, documentKept = !documentPath.isEmpty()] {
+        if (worker == m_worker)
+            showBuildResult(documentKept);
+    };
+    connect(worker, &QThread::finished, this, finished, Qt::QueuedConnection);
+    worker->start(QThread::InheritPriority);
+}
+
+BuildPlan DlgCustomizationTool_v2::planOf(const QString &inputPackage, const QString &outputPackage,
+                                          const QString &documentPath)
+{
+    BuildPlan plan;
+    plan.inputPackage = inputPackage;
+    plan.outputPackage = outputPackage;
+    plan.documentPath = documentPath;
+    plan.workFolder = defaultWorkFolder(inputPackage);
+    plan.editor = m_bEditor;
+    plan.collectSettings = [this] { ReloadEditorXmlData(); };
+    plan.wantsDefaultViewer = [this] { return GetBoolProperty(QStringLiteral("cb_defaultpdf")); };
+    plan.wantsIManageLogin = [this] { return GetBoolProperty(QStringLiteral("cb_biManageLogin")); };
+    return plan;
+}
+
+void DlgCustomizationTool_v2::Process(DlgCustomizationTool_v2 *window, QString inputPackage,
+                                      QString outputPackage, const QString &documentPath)
+{
+    window->m_nBuildStatus = 1;
+    const BuildReport report = buildPackage(window->planOf(inputPackage, outputPackage, documentPath));
+    logReport(report);
+    if (report.succeeded())
+        window->m_nBuildStatus = 0;
+}
+
+void DlgCustomizationTool_v2::showBuildResult(bool documentKept)
+{
+    m_waiting->stop();
+    setEnabled(true);
+    if (m_nBuildStatus != 0) {
+        QMessageBox::warning(this, QString(),
+                             QLatin1Char('\n') + tr("Failed to create package. Please try again."),
+                             QMessageBox::Ok);
+        return;
+    }
+    const QString text = documentKept
+                             ? tr("The output package and configure file have been created successfully.")
+                             : tr("The output package has been created successfully.");
+    QMessageBox::information(this, QString(), QLatin1Char('\n') + text, QMessageBox::Ok);
+}

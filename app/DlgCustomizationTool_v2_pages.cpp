@@ -1,0 +1,226 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "app/DlgCustomizationTool_v2.h"
+
+#include "app/HelpPanel.h"
+#include "config/CCommon.h"
+#include "config/EditorXmlData.h"
+#include "pages/CTabWidget.h"
+#include "pages/ICutsomizationHandler.h"
+#include "ui_DlgCustomizationTool_v2.h"
+#include "welcome/OpenFile.h"
+#include "welcome/tab_import_xml.h"
+#include "welcome/tab_welcome.h"
+
+#include <QButtonGroup>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSplitter>
+#include <QStackedLayout>
+
+namespace {
+
+constexpr int highestPageId = 5;
+constexpr int helpPanelWidth = 285;
+
+} // namespace
+
+void DlgCustomizationTool_v2::addPage(QWidget *page)
+{
+    // Made before the page is shown, the splitter does not make it flicker.
+    if (auto *tab = qobject_cast<CTabWidget *>(page))
+        tab->Splitter();
+    m_stack->addWidget(page);
+}
+
+QWidget *DlgCustomizationTool_v2::addHosted(QWidget *page)
+{
+    // The opening pages get a splitter from a host, so that help can be shown beside them as well.
+    auto *host = new CTabWidget(this);
+    auto *layout = new QVBoxLayout(host);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(page);
+    addPage(host);
+    return host;
+}
+
+void DlgCustomizationTool_v2::InitWelcomeTab()
+{
+    if (m_welcome || CCommon::GetPCWConfigType() == PCW_CONFIG_PROFILE)
+        return;
+    m_welcome = new tab_welcome(this);
+    connect(m_welcome, &tab_welcome::sig_fileloaded, this, &DlgCustomizationTool_v2::on_fileloaded,
+            Qt::QueuedConnection);
+    m_stack->setCurrentWidget(addHosted(m_welcome));
+    // What there is to do first, rather than the first button of the toolbar.
+    m_welcome->findChild<QPushButton *>(QStringLiteral("btnBrowse"))->setFocus();
+}
+
+QWidget *DlgCustomizationTool_v2::pageOf(int id)
+{
+    const auto entry = m_handlers.find(id);
+    return id > highestPageId || entry == m_handlers.end() ? nullptr : entry->second->GetWidget(true);
+}
+
+void DlgCustomizationTool_v2::InitTabWidgets()
+{
+    if (m_tabsInitialised)
+        return;
+    for (const auto &[id, handler] : m_handlers) {
+        QWidget *page = pageOf(id);
+        if (!page)
+            continue;
+        handler->ImportProperty(page, m_pEditorXmlData);
+        addPage(page);
+    }
+    m_tabsInitialised = true;
+}
+
+bool DlgCustomizationTool_v2::UpdateTabWidgets()
+{
+    for (const auto &[id, handler] : m_handlers) {
+        if (QWidget *page = pageOf(id))
+            handler->ImportProperty(page, m_pEditorXmlData);
+    }
+    RefreshStackLayoutWidget();
+    return true;
+}
+
+void DlgCustomizationTool_v2::RefreshStackLayoutWidget()
+{
+    QWidget *page = m_tabsInitialised ? pageOf(m_pageButtons->checkedId())
+                    : m_welcome       ? m_welcome->parentWidget()
+                                      : nullptr;
+    if (page)
+        m_stack->setCurrentWidget(page);
+}
+
+void DlgCustomizationTool_v2::showFirstPage()
+{
+    const auto first = m_handlers.lower_bound(m_currentPageId);
+    if (first == m_handlers.end() || first->first > highestPageId)
+        return;
+    m_pageButtons->button(first->first)->setChecked(true);
+    RefreshStackLayoutWidget();
+}
+
+void DlgCustomizationTool_v2::uncheckPageButtons()
+{
+    QAbstractButton *checked = m_pageButtons->checkedButton();
+    if (!checked)
+        return;
+    m_pageButtons->setExclusive(false);
+    checked->setChecked(false);
+    m_pageButtons->setExclusive(true);
+}
+
+void DlgCustomizationTool_v2::EnableButtons(bool enable)
+{
+    m_ui->tb_save->setEnabled(enable && CCommon::GetPCWConfigType() == PCW_CONFIG_PACKAGE);
+    for (QAbstractButton *button : m_pageButtons->buttons())
+        button->setEnabled(enable);
+}
+
+bool DlgCustomizationTool_v2::on_fileloaded(const QString &path)
+{
+    // A drop reaches the page even while the window is disabled for a build.
+    if (path.isEmpty() || isBuilding())
+        return false;
+    if (!CCommon::CheckPkg(path, m_bEditor)) {
+        const QString text = m_bEditor ? tr("Please select the installation package for Pelix PDF Editor")
+                                       : tr("Please select the installation package for Pelix PDF Reader");
+        QMessageBox::warning(this, QString(), text + QLatin1Char('\n'), QMessageBox::Ok);
+        return false;
+    }
+    InitTabWidgets();
+    showFirstPage();
+    ShowInfomation(m_ui->tb_info->isChecked());
+    EnableButtons(true);
+    if (!m_import)
+        showImportPage();
+    m_packagePath = path;
+    return true;
+}
+
+void DlgCustomizationTool_v2::showImportPage()
+{
+    m_import = new tab_import_xml(this);
+    connect(m_import, &tab_import_xml::sig_fileloaded, this, &DlgCustomizationTool_v2::importDocument,
+            Qt::QueuedConnection);
+    m_stack->setCurrentWidget(addHosted(m_import));
+    // With its button still checked, the first page could not be chosen by a click.
+    uncheckPageButtons();
+    ShowInfomation(m_ui->tb_info->isChecked());
+}
+
+void DlgCustomizationTool_v2::importDocument(const QString &path)
+{
+    if (path.isEmpty() || isBuilding() || !CCommon::ParseXml(path, m_pEditorXmlData))
+        return;
+    UpdateTabWidgets();
+    showFirstPage();
+    ShowInfomation(m_ui->tb_info->isChecked());
+    EnableButtons(true);
+}
+
+void DlgCustomizationTool_v2::openFile()
+{
+    on_fileloaded(chooseFileToOpen(this, tr("Package files (*.pkg)")));
+}
+
+void DlgCustomizationTool_v2::save()
+{
+    m_ui->tb_save->setEnabled(false);
+    On_SavePackage();
+    m_ui->tb_save->setEnabled(true);
+}
+
+void DlgCustomizationTool_v2::showEvent(QShowEvent *event)
+{
+    QDialog::showEvent(event);
+    if (CCommon::GetPCWConfigType() != PCW_CONFIG_PROFILE || m_tabsInitialised)
+        return;
+    InitTabWidgets();
+    EnableButtons(true);
+    showFirstPage();
+}
+
+QString DlgCustomizationTool_v2::InfoName()
+{
+    const auto entry = m_handlers.find(m_pageButtons->checkedId());
+    const bool pageShown = m_tabsInitialised && entry != m_handlers.end() && entry->first <= highestPageId;
+    const QString name = pageShown ? entry->second->GetInfoName() : QString();
+    return name.isEmpty() ? QStringLiteral("Welcome.html") : name;
+}
+
+QSplitter *DlgCustomizationTool_v2::Splitter() const
+{
+    auto *page = qobject_cast<CTabWidget *>(m_stack->currentWidget());
+    return page ? page->Splitter() : nullptr;
+}
+
+void DlgCustomizationTool_v2::placeHelpPanel(QSplitter *splitter)
+{
+    if (!m_helpPanel)
+        m_helpPanel = new HelpPanel;
+    // A page that was never shown has its size only after this.
+    layout()->activate();
+    if (splitter->indexOf(m_helpPanel) >= 0)
+        return;
+    splitter->addWidget(m_helpPanel);
+    splitter->setSizes({splitter->width(), 0});
+}
+
+void DlgCustomizationTool_v2::ShowInfomation(bool show)
+{
+    QSplitter *splitter = Splitter();
+    if (!splitter)
+        return;
+    placeHelpPanel(splitter);
+    m_helpPanel->load(helpAddress(CCommon::GetAppDirPath(), InfoName()));
+
+    const int width = splitter->width();
+    if (!show)
+        splitter->setSizes({width, 0});
+    else if (splitter->sizes().last() == 0)
+        splitter->setSizes({width - helpPanelWidth, helpPanelWidth});
+}

@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "app/RegisterPages.h"
+
+#include "app/DlgCustomizationTool_v2.h"
+#include "pages/installoption/CHandler_InstallOption.h"
+#include "pages/plugins/CHandler_Plugins.h"
+
+void registerPages(DlgCustomizationTool_v2 &window, bool bEditor)
+{
+    window.Register(std::make_shared<CHandler_InstallOption>(bEditor));
+    window.Register(std::make_shared<CHandler_Plugins>(bEditor));
+}

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "tests/support/TestFiles.h"
+
+#include <QTemporaryDir>
+
+/// A place of a test's own for files, temporary files and user defaults, so that tests can run beside each
+/// other and never touch the defaults of whoever runs them. Made before anything asks for either.
+class PrivatePlace
+{
+public:
+    PrivatePlace()
+    {
+        TestFiles::write(path("GNUstep.conf"),
+                         "GNUSTEP_USER_DEFAULTS_DIR=" + QFile::encodeName(m_folder.path()) + '\n');
+        qputenv("GNUSTEP_CONFIG_FILE", QFile::encodeName(path("GNUstep.conf")));
+        QDir().mkpath(path("tmp"));
+        qputenv("TMPDIR", QFile::encodeName(path("tmp")));
+    }
+
+    QString path(const char *name) const { return m_folder.filePath(QLatin1String(name)); }
+
+private:
+    QTemporaryDir m_folder;
+};

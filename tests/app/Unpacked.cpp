@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/app/Unpacked.h"
+
+#include "tests/support/TestFiles.h"
+
+#include <QDir>
+
+namespace {
+
+void unpack(const QString &archive, const QString &into)
+{
+    QDir().mkpath(into);
+    TestFiles::outputOf(QStringLiteral("bsdtar"),
+                        {QStringLiteral("-xf"), archive, QStringLiteral("-C"), into});
+}
+
+} // namespace
+
+Unpacked::Unpacked(const QString &package, bool editor)
+    : m_component(m_folder.filePath(editor ? QStringLiteral("package/Pelix_PDF_Editor.pkg/")
+                                           : QStringLiteral("package/Pelix_PDF_Reader.pkg/")))
+{
+    unpack(package, m_folder.filePath(QStringLiteral("package")));
+    unpack(member("Scripts"), m_folder.filePath(QStringLiteral("scripts")));
+}
+
+QString Unpacked::member(const char *name) const
+{
+    return m_component + QLatin1String(name);
+}
+
+QString Unpacked::script(const char *name) const
+{
+    return m_folder.filePath(QStringLiteral("scripts/")) + QLatin1String(name);
+}
+
+QStringList Unpacked::scripts() const
+{
+    return QDir(m_folder.filePath(QStringLiteral("scripts")))
+        .entryList(QDir::Files | QDir::Hidden | QDir::System, QDir::Name);
+}
