@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/Console.h"
+#include "cli/ExitCode.h"
+#include "cli/Installer.h"
+#include "cli/Json.h"
+#include "cli/PrivateFolder.h"
+#include "cli/Product.h"
+#include "cli/Verb.h"
+
+#include <QJsonArray>
+
+namespace {
+
+InstallerCheck checkFile(const QString &package, const Product &product)
+{
+    const PrivateFolder folder;
+    if (const Verdict problem = folder.problem())
+        return {problem, std::nullopt};
+    return checkInstaller(package, product, folder.makeSubfolder(QStringLiteral("inspect")));
+}
+
+/// For every addition that a build of the product may be asked to make.
+QList<BuildWarning> warningsOf(const InstallerCheck &check, const Product &product)
+{
+    if (!check.inspection || check.refusal)
+        return {};
+    return warningsAbout(*check.inspection, true, product.editor);
+}
+
+QJsonArray warningsArray(const QList<BuildWarning> &warnings)
+{
+    QJsonArray array;
+    for (const BuildWarning &warning : warnings)
+        array.append(warningObject(warning));
+    return array;
+}
+
+QJsonObject scriptObject(const QString &problem)
+{
+    return {{QStringLiteral("patchable"), problem.isEmpty()},
+            {QStringLiteral("problem"), textOrNull(problem)}};
+}
+
+QJsonObject inspectionObject(const PackageInspection &inspection)
+{
+    const ScriptsInspection &scripts = inspection.scripts;
+    return {
+        {QStringLiteral("version"), textOrNull(scripts.version)},
+        {QStringLiteral("signed"), inspection.signedByVendor},
+        {QStringLiteral("customizedBefore"), scripts.customizedBefore},
+        {QStringLiteral("preinstall"), scriptObject(scripts.preinstallProblem)},
+        {QStringLiteral("postinstall"), scriptObject(scripts.postinstallProblem)},
+        {QStringLiteral("switches"),
+         QJsonObject{{QStringLiteral("editorXmlFileCopy"), scripts.documentSwitches},
+                     {QStringLiteral("setdefaultpdf"), scripts.viewerSwitches},
+                     {QStringLiteral("plistValue"), scripts.preferenceLists}}},
+    };
+}
+
+QJsonObject checkObject(const QString &package, const Product &product, const InstallerCheck &check)
+{
+    return {
+        {QStringLiteral("file"), package},
+        {QStringLiteral("product"), product.word},
+        {QStringLiteral("accepted"), !check.refusal},
+        {QStringLiteral("problem"), check.refusal ? problemObject(*check.refusal) : QJsonValue()},
+        {QStringLiteral("package"),
+         check.inspection ? QJsonValue(inspectionObject(*check.inspection)) : QJsonValue()},
+        {QStringLiteral("warnings"), warningsArray(warningsOf(check, product))},
+    };
+}
+
+QString yesOrNo(bool value)
+{
+    return value ? QStringLiteral("yes") : QStringLiteral("no");
+}
+
+QString patchability(const QString &problem)
+{
+    return problem.isEmpty() ? QStringLiteral("can be patched")
+                             : QStringLiteral("cannot be patched: ") + problem;
+}
+
+QString lineCount(int count)
+{
+    return count == 1 ? QStringLiteral("1 line") : QStringLiteral("%1 lines").arg(count);
+}
+
+QList<Console::Row> inspectionRows(const PackageInspection &inspection)
+{
+    const ScriptsInspection &scripts = inspection.scripts;
+    return {
+        {QStringLiteral("version"), scripts.version.isEmpty() ? QStringLiteral("unknown") : scripts.version},
+        {QStringLiteral("signed"), yesOrNo(inspection.signedByVendor)},
+        {QStringLiteral("customized before"), yesOrNo(scripts.customizedBefore)},
+        {QStringLiteral("preinstall"), patchability(scripts.preinstallProblem)},
+        {QStringLiteral("postinstall"), patchability(scripts.postinstallProblem)},
+        {QStringLiteral("editorXmlFileCopy"), lineCount(scripts.documentSwitches)},
+        {QStringLiteral("setdefaultpdf"), lineCount(scripts.viewerSwitches)},
+        {QStringLiteral("plistValue"), lineCount(scripts.preferenceLists)},
+    };
+}
+
+void writeCheck(const QString &package, const Product &product, const InstallerCheck &check, bool asJson,
+                Console &console)
+{
+    if (asJson)
+        console.writeJson(checkObject(package, product, check));
+    else if (check.inspection)
+        console.writeTable(QStringLiteral("%1 installer").arg(product.title),
+                           inspectionRows(*check.inspection));
+}
+
+VerbSyntax checkSyntax()
+{
+    VerbSyntax syntax;
+    syntax.name = QStringLiteral("check");
+    syntax.synopsis = QStringLiteral("--product editor|reader [--json] [-q] PKG");
+    syntax.description =
+        QStringLiteral("Says whether a package is the vendor's installer of the product, and "
+                       "what a build can do with it. Exit code 0 when a build would work.");
+    syntax.options = {CommonOption::product(), CommonOption::json(), CommonOption::quiet()};
+    syntax.requiredOptions = QStringList{QStringLiteral("product")};
+    syntax.operand = QStringLiteral("PKG");
+    syntax.operandDescription = QStringLiteral("The installer package to look at.");
+    return syntax;
+}
+
+int runCheck(const VerbLine &line, Console &console)
+{
+    const QString package = line.operandPath();
+    const Product &product = line.product();
+    console.setQuiet(line.isSet(QStringLiteral("quiet")));
+    const InstallerCheck check = checkFile(package, product);
+    writeCheck(package, product, check, line.isSet(QStringLiteral("json")), console);
+    for (const BuildWarning &warning : warningsOf(check, product))
+        console.warning(package, warning.text);
+    if (!check.refusal)
+        return ExitCode::done;
+    console.error(*check.refusal);
+    return ExitCode::refused;
+}
+
+} // namespace
+
+Verb checkVerb()
+{
+    return {QLatin1String("check"), QLatin1String("say what an installer package offers to a build"),
+            checkSyntax, runCheck};
+}

@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/Console.h"
+
+#include "cli/Interruption.h"
+#include "core/PrintableText.h"
+
+#include <QJsonDocument>
+
+#include <algorithm>
+
+namespace {
+
+/// A child's words or a parser's can span lines; a message must not.
+QString oneLine(const QString &text)
+{
+    return text.simplified();
+}
+
+} // namespace
+
+Console::Console(QTextStream &out, QTextStream &err)
+    : m_out(out)
+    , m_err(err)
+{
+}
+
+void Console::setQuiet(bool quiet)
+{
+    m_quiet = quiet;
+}
+
+QTextStream &Console::out()
+{
+    return m_out;
+}
+
+void Console::writeJson(const QJsonObject &object)
+{
+    m_out << QString::fromUtf8(QJsonDocument(object).toJson());
+}
+
+void Console::writeTable(const QString &heading, const QList<Row> &rows)
+{
+    int width = 0;
+    for (const Row &row : rows)
+        width = std::max(width, static_cast<int>(row.name.size()));
+    m_out << heading << '\n';
+    for (const Row &row : rows)
+        m_out << QStringLiteral("  ") << row.name.leftJustified(width) << QStringLiteral("  ") << row.value
+              << '\n';
+}
+
+void Console::confirm(const QString &text)
+{
+    if (!m_quiet)
+        m_out << text << '\n';
+}
+
+void Console::warning(const QString &file, const QString &text)
+{
+    if (!m_quiet)
+        message(file, QStringLiteral("warning: ") + text);
+}
+
+void Console::error(const Problem &problem)
+{
+    // What failed because its commands were ended says nothing about the file.
+    message(problem.file,
+            Interruption::happened() ? QStringLiteral("interrupted; run it again") : problem.text);
+}
+
+void Console::message(const QString &subject, const QString &text)
+{
+    m_err << QStringLiteral("pct: ") << printableText(subject) << QStringLiteral(": ") << oneLine(text)
+          << '\n';
+    m_err.flush();
+}

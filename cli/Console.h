@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "cli/Problem.h"
+
+#include <QJsonObject>
+#include <QList>
+#include <QTextStream>
+
+/// The two streams of a verb: data goes to `out` and nothing else does; messages are single lines on
+/// `err`. Owns neither stream.
+class Console
+{
+public:
+    Console(QTextStream &out, QTextStream &err);
+
+    /// Holds back warnings and confirmations; errors and data still appear.
+    void setQuiet(bool quiet);
+
+    /// A name and its value.
+    struct Row
+    {
+        QString name;
+        QString value;
+    };
+
+    QTextStream &out();
+    void writeJson(const QJsonObject &object);
+
+    /// A heading and below it the rows, indented, with the values in one column.
+    void writeTable(const QString &heading, const QList<Row> &rows);
+
+    /// A line of `out` that only tells a person that all went well.
+    void confirm(const QString &text);
+
+    void warning(const QString &file, const QString &text);
+    void error(const Problem &problem);
+
+private:
+    void message(const QString &subject, const QString &text);
+
+    QTextStream &m_out;
+    QTextStream &m_err;
+    bool m_quiet = false;
+};

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "cli/Problem.h"
+#include "package/PackageInspection.h"
+
+#include <QString>
+
+#include <optional>
+
+struct Product;
+
+/// What is known of an installer package before a build.
+struct InstallerCheck
+{
+    Verdict refusal;                             ///< why a build would fail; nothing when it would work
+    std::optional<PackageInspection> inspection; ///< there even for some packages that are refused
+};
+
+/// Whether the file is a regular one that begins as every flat package does (a xar archive).
+bool looksLikePackage(const QString &path);
+
+/// Looks at a file that is to be the installer of the product. `emptyFolder` belongs to the caller. Its
+/// time does not depend on the package's size.
+InstallerCheck checkInstaller(const QString &package, const Product &product, const QString &emptyFolder);
+
+/// The product whose installer the file is. Null, and a problem, when it is neither's.
+const Product *productOfInstaller(const QString &package, Verdict &problem);

@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/Interruption.h"
+
+#include "cli/ChildProcesses.h"
+
+#include <array>
+#include <atomic>
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr std::array caughtSignals = {SIGINT, SIGTERM, SIGHUP};
+constexpr auto patience = 2s;
+constexpr auto pause = 20ms;
+
+std::atomic<int> arrivedSignal{0};
+std::atomic<bool> finished{false};
+std::atomic<int> wakeUpEnd{-1};
+static_assert(std::atomic<int>::is_always_lock_free, "a signal handler must not wait for a lock");
+
+void wakeWatcher()
+{
+    const char byte = 0;
+    while (::write(wakeUpEnd, &byte, 1) < 0 && errno == EINTR) {
+    }
+}
+
+void onSignal(int signal)
+{
+    const int before = errno;
+    arrivedSignal = signal;
+    wakeWatcher();
+    errno = before;
+}
+
+/// A signal that the starter has set to be ignored, as nohup does, stays ignored.
+void catchSignal(int signal)
+{
+    struct sigaction action = {};
+    if (::sigaction(signal, nullptr, &action) != 0 || action.sa_handler == SIG_IGN)
+        return;
+    action = {};
+    action.sa_handler = onSignal;
+    action.sa_flags = SA_RESTART;
+    ::sigaction(signal, &action, nullptr);
+}
+
+void endDescendants(pid_t process, int signal)
+{
+    for (const pid_t child : childProcessesOf(process)) {
+        if (child <= 0)
+            continue;
+        endDescendants(child, signal);
+        ::kill(child, signal);
+    }
+}
+
+/// Again and again, because the failing work may start another child before it ends.
+void endChildrenUntilFinished()
+{
+    const auto deadline = std::chrono::steady_clock::now() + patience;
+    while (!finished) {
+        const bool late = std::chrono::steady_clock::now() > deadline;
+        endDescendants(::getpid(), late ? SIGKILL : SIGTERM);
+        std::this_thread::sleep_for(pause);
+    }
+}
+
+} // namespace
+
+Interruption::Interruption()
+{
+    std::array<int, 2> ends{};
+    if (::pipe(ends.data()) != 0)
+        return;
+    ::fcntl(ends[0], F_SETFD, FD_CLOEXEC);
+    ::fcntl(ends[1], F_SETFD, FD_CLOEXEC);
+    m_readEnd = ends[0];
+    wakeUpEnd = ends[1];
+    m_watcher = std::thread(&Interruption::watch, this);
+    for (const int signal : caughtSignals)
+        catchSignal(signal);
+}
+
+Interruption::~Interruption()
+{
+    finished = true;
+    if (!m_watcher.joinable())
+        return;
+    wakeWatcher();
+    m_watcher.join();
+}
+
+bool Interruption::happened()
+{
+    return arrivedSignal != 0;
+}
+
+void Interruption::endBySignal()
+{
+    if (!happened())
+        return;
+    std::signal(arrivedSignal, SIG_DFL);
+    std::raise(arrivedSignal);
+}
+
+void Interruption::watch()
+{
+    char byte = 0;
+    while (::read(m_readEnd, &byte, 1) < 0 && errno == EINTR) {
+    }
+    endChildrenUntilFinished();
+}

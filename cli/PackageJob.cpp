@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/PackageJob.h"
+
+#include "cli/Installer.h"
+#include "cli/PathRules.h"
+#include "cli/Product.h"
+#include "cli/SettingsFile.h"
+#include "config/ProductSettings.h"
+#include "core/SafeFile.h"
+#include "package/PackageBuild.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+namespace {
+
+BuildWarning otherProductWarning(const Product &documents, const Product &wanted)
+{
+    return {QStringLiteral("document-of-other-product"),
+            QStringLiteral("is a document of the %1; settings that the %2 lacks are left out")
+                .arg(QString(documents.title), QString(wanted.title))};
+}
+
+} // namespace
+
+PackageJob::PackageJob(const PackageRequest &request)
+    : m_request(request)
+{
+}
+
+Verdict PackageJob::run()
+{
+    using Stage = Verdict (PackageJob::*)();
+    for (const Stage stage : {&PackageJob::checkPaths, &PackageJob::readSettings, &PackageJob::checkInput,
+                              &PackageJob::build, &PackageJob::keepDocument}) {
+        if (Verdict problem = (this->*stage)())
+            return problem;
+    }
+    return std::nullopt;
+}
+
+const QList<FileWarning> &PackageJob::warnings() const
+{
+    return m_warnings;
+}
+
+QString PackageJob::productVersion() const
+{
+    return m_productVersion;
+}
+
+Verdict PackageJob::checkPaths()
+{
+    Verdict problem = unquotable({m_request.input, m_request.output});
+    if (!problem)
+        problem = sharedFile({{QStringLiteral("input"), m_request.input},
+                              {QStringLiteral("configuration"), m_request.config},
+                              {QStringLiteral("output"), m_request.output},
+                              {QStringLiteral("kept document"), m_request.keptDocument}});
+    if (!problem)
+        problem = unwritable(m_request.output, m_request.force);
+    if (!problem && !m_request.keptDocument.isEmpty())
+        problem = unwritable(m_request.keptDocument, m_request.force);
+    return problem;
+}
+
+Verdict PackageJob::readSettings()
+{
+    SettingsFile file;
+    if (!m_request.config.isEmpty()) {
+        if (Verdict problem = readDocument(m_request.config, file))
+            return problem;
+        if (file.product != m_request.product)
+            warn(m_request.config, otherProductWarning(*file.product, *m_request.product));
+    }
+    theEditorXmlData = settingsForProduct(file.settings, m_request.product->editor);
+    return std::nullopt;
+}
+
+Verdict PackageJob::checkInput()
+{
+    if (Verdict problem = m_folder.problem())
+        return problem;
+    const QString folder = m_folder.makeSubfolder(QStringLiteral("inspect"));
+    return checkInstaller(m_request.input, *m_request.product, folder).refusal;
+}
+
+Verdict PackageJob::build()
+{
+    m_document = m_folder.makeSubfolder(QStringLiteral("document")) + QStringLiteral("/ProfStore.xml");
+    const BuildReport report = buildPackage(plan());
+    for (const BuildWarning &warning : report.warnings) {
+        // What is left of the work folder goes with the private one around it.
+        if (warning.code != QLatin1String("work-folder-left"))
+            warn(m_request.input, warning);
+    }
+    m_productVersion = report.productVersion;
+    if (report.succeeded())
+        return std::nullopt;
+    return Problem{
+        m_request.input,
+        QStringLiteral("cannot %1: %2; no package was made").arg(report.failedStep, report.problem)};
+}
+
+BuildPlan PackageJob::plan() const
+{
+    BuildPlan plan;
+    plan.inputPackage = m_request.input;
+    plan.outputPackage = m_request.output;
+    plan.documentPath = m_document;
+    plan.workFolder = m_folder.makeSubfolder(QStringLiteral("work")) + QLatin1Char('/') +
+                      QFileInfo(m_request.input).fileName();
+    plan.editor = m_request.product->editor;
+    plan.collectSettings = [] {};
+    plan.wantsDefaultViewer = [] { return theEditorXmlData.bSetAsDefaultViewer; };
+    plan.wantsIManageLogin = [editor = plan.editor] { return editor && theEditorXmlData.bUseOAuth2; };
+    return plan;
+}
+
+Verdict PackageJob::keepDocument()
+{
+    if (m_request.keptDocument.isEmpty())
+        return std::nullopt;
+    // The build took its time: what is at the path now counts.
+    if (Verdict problem = unwritable(m_request.keptDocument, m_request.force))
+        return problem;
+    QFile document(m_document);
+    QString error = QStringLiteral("the document cannot be read again");
+    if (document.open(QIODevice::ReadOnly) &&
+        SafeFile::replaceContents(m_request.keptDocument, document.readAll(), &error))
+        return std::nullopt;
+    return Problem{m_request.keptDocument,
+                   QStringLiteral("the document cannot be kept (%1); the package was made").arg(error)};
+}
+
+void PackageJob::warn(const QString &file, const BuildWarning &warning)
+{
+    m_warnings.append({file, warning});
+}

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "cli/PrivateFolder.h"
+#include "cli/Problem.h"
+#include "package/PackageInspection.h"
+
+#include <QList>
+#include <QString>
+
+struct BuildPlan;
+struct Product;
+
+/// What `pct build` was asked for. All paths are absolute; those that were not given are empty.
+struct PackageRequest
+{
+    const Product *product = nullptr;
+    QString input;
+    QString output;
+    QString config;       ///< document to take the settings from; without one they are the defaults
+    QString keptDocument; ///< where the document that the package carries is kept
+    bool force = false;   ///< replace an existing output and kept document
+};
+
+/// A warning and the file that it is about.
+struct FileWarning
+{
+    QString file;
+    BuildWarning warning;
+};
+
+/// One build of a customized package without a window. Uses the live record. Whatever happens, the
+/// output and the kept document are complete or as they were, and nothing else is left behind.
+class PackageJob
+{
+public:
+    explicit PackageJob(const PackageRequest &request);
+
+    /// Blocks until the build has ended; nothing when it succeeded. Called once.
+    Verdict run();
+
+    const QList<FileWarning> &warnings() const;
+    QString productVersion() const; ///< after a successful run; may be empty
+
+private:
+    // The stages of a run, in their order.
+    Verdict checkPaths();
+    Verdict readSettings();
+    Verdict checkInput();
+    Verdict build();
+    Verdict keepDocument();
+
+    BuildPlan plan() const;
+    void warn(const QString &file, const BuildWarning &warning);
+
+    PackageRequest m_request;
+    PrivateFolder m_folder;
+    QString m_document; ///< where the build writes the document
+    QList<FileWarning> m_warnings;
+    QString m_productVersion;
+};

@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/SettingsFile.h"
+
+#include "cli/Installer.h"
+#include "cli/PrivateFolder.h"
+#include "cli/Product.h"
+#include "config/ConfigDocument.h"
+#include "core/PrintableText.h"
+#include "core/SafeFile.h"
+
+#include <QDomDocument>
+
+namespace {
+
+/// Loads the document at `path`; `error` gets what is wrong, without what to do about it.
+bool loadDocument(const QString &path, SettingsFile &file, QString &error)
+{
+    QDomDocument document;
+    if (!ConfigDocument::load(path, document, &error))
+        return false;
+    const QString root = document.documentElement().tagName();
+    file.product = findProduct(&Product::rootElement, root);
+    if (!file.product) {
+        error = QStringLiteral("its root element is \"%1\"").arg(printableText(root.left(64)));
+        return false;
+    }
+    file.settings = EditorXmlData();
+    ConfigDocument::apply(document, file.settings);
+    return true;
+}
+
+Verdict readScripts(const QString &package, bool editor, const QString &folder, QString &scripts)
+{
+    QString error;
+    scripts = extractScripts(package, editor, folder, &error);
+    if (!scripts.isEmpty())
+        return std::nullopt;
+    return Problem{package, QStringLiteral("its install scripts cannot be read (%1); give a package that "
+                                           "this tool has made")
+                                .arg(error)};
+}
+
+Verdict readPackagedDocument(const QString &package, const QString &document, SettingsFile &file)
+{
+    if (SafeFile::kindOf(document) != SafeFile::Kind::File)
+        return Problem{package, QStringLiteral("holds no ProfStore.xml, so it was not customized; give a "
+                                               "package that this tool has made")};
+    QString error;
+    if (loadDocument(document, file, error))
+        return std::nullopt;
+    return Problem{package, QStringLiteral("its ProfStore.xml is no configuration document (%1); build the "
+                                           "package again")
+                                .arg(error)};
+}
+
+Verdict readPackage(const QString &path, SettingsFile &file)
+{
+    const PrivateFolder folder;
+    Verdict problem = folder.problem();
+    const Product *product = problem ? nullptr : productOfInstaller(path, problem);
+    if (!product)
+        return problem;
+    QString scripts;
+    problem = readScripts(path, product->editor, folder.makeSubfolder(QStringLiteral("inspect")), scripts);
+    if (problem)
+        return problem;
+    problem = readPackagedDocument(path, scripts + QStringLiteral("/ProfStore.xml"), file);
+    file.kind = QStringLiteral("package");
+    file.product = product;
+    return problem;
+}
+
+} // namespace
+
+Verdict readDocument(const QString &path, SettingsFile &file)
+{
+    file.kind = QStringLiteral("document");
+    QString error;
+    if (loadDocument(path, file, error))
+        return std::nullopt;
+    return Problem{
+        path,
+        QStringLiteral("is no configuration document (%1); give one that this tool has made").arg(error)};
+}
+
+Verdict readSettings(const QString &path, SettingsFile &file)
+{
+    return looksLikePackage(path) ? readPackage(path, file) : readDocument(path, file);
+}

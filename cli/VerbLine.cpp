@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/VerbLine.h"
+
+#include "cli/Product.h"
+
+#include <QDir>
+
+namespace {
+
+/// Absolute without being cleaned: "link/../file" must mean to us what it means to the system.
+QString absolutePath(const QString &path)
+{
+    return QDir::isAbsolutePath(path) ? path : QDir::currentPath() + QLatin1Char('/') + path;
+}
+
+QString withoutFullStop(QString text)
+{
+    if (text.endsWith(QLatin1Char('.')))
+        text.chop(1);
+    return text;
+}
+
+QCommandLineOption helpOption()
+{
+    return {{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help and exit.")};
+}
+
+} // namespace
+
+QCommandLineOption CommonOption::product()
+{
+    return {QStringLiteral("product"), QStringLiteral("The product: editor or reader."),
+            QStringLiteral("editor|reader")};
+}
+
+QCommandLineOption CommonOption::json()
+{
+    return {QStringLiteral("json"), QStringLiteral("Write the result to standard output as JSON.")};
+}
+
+QCommandLineOption CommonOption::quiet()
+{
+    return {{QStringLiteral("q"), QStringLiteral("quiet")},
+            QStringLiteral("No warnings and no confirmation.")};
+}
+
+VerbLine::VerbLine(const VerbSyntax &syntax, const QStringList &arguments)
+    : m_syntax(syntax)
+{
+    m_parser.setApplicationDescription(syntax.description);
+    m_parser.addOptions(syntax.options);
+    m_parser.addOption(helpOption());
+    if (!syntax.operand.isEmpty())
+        m_parser.addPositionalArgument(syntax.operand, syntax.operandDescription);
+    m_parsed = m_parser.parse(QStringList{syntax.name} + arguments);
+}
+
+bool VerbLine::wantsHelp() const
+{
+    return m_parser.isSet(QStringLiteral("help"));
+}
+
+QString VerbLine::helpText() const
+{
+    // The parser's own first line names the executable's path instead of the verb.
+    const QString generated = m_parser.helpText();
+    return QStringLiteral("Usage: pct %1 %2").arg(m_syntax.name, m_syntax.synopsis) +
+           generated.mid(generated.indexOf(QLatin1Char('\n')));
+}
+
+QString VerbLine::problem() const
+{
+    if (!m_parsed)
+        return withoutFullStop(m_parser.errorText());
+    const QString problem = valueProblem();
+    return problem.isEmpty() ? operandProblem() : problem;
+}
+
+QString VerbLine::valueProblem() const
+{
+    for (const QString &option : m_syntax.requiredOptions) {
+        if (!isSet(option))
+            return QStringLiteral("--%1 is missing").arg(option);
+    }
+    for (const QCommandLineOption &option : m_syntax.options) {
+        const QString name = option.names().last();
+        if (isSet(name) && !option.valueName().isEmpty() && value(name).isEmpty())
+            return QStringLiteral("--%1 has an empty value").arg(name);
+    }
+    const QString product = QStringLiteral("product");
+    if (m_syntax.requiredOptions.contains(product) && !findProduct(&Product::word, value(product)))
+        return QStringLiteral("the product is editor or reader, not \"%1\"").arg(value(product));
+    return {};
+}
+
+QString VerbLine::operandProblem() const
+{
+    const QStringList operands = m_parser.positionalArguments();
+    const int expected = m_syntax.operand.isEmpty() ? 0 : 1;
+    if (operands.size() > expected)
+        return QStringLiteral("unexpected argument \"%1\"").arg(operands.at(expected));
+    if (operands.size() < expected || (expected == 1 && operands.first().isEmpty()))
+        return QStringLiteral("%1 is missing").arg(m_syntax.operand);
+    return {};
+}
+
+bool VerbLine::isSet(const QString &option) const
+{
+    return m_parser.isSet(option);
+}
+
+QString VerbLine::value(const QString &option) const
+{
+    return m_parser.value(option);
+}
+
+QString VerbLine::path(const QString &option) const
+{
+    return isSet(option) ? absolutePath(value(option)) : QString();
+}
+
+QString VerbLine::operandPath() const
+{
+    return absolutePath(m_parser.positionalArguments().first());
+}
+
+const Product &VerbLine::product() const
+{
+    return *findProduct(&Product::word, value(QStringLiteral("product")));
+}

@@ -1,0 +1,173 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/cli/PctRunner.h"
+
+#include "tests/support/TestFiles.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QRegularExpression>
+
+namespace {
+
+constexpr int hangsAfterMilliseconds = 100 * 1000;
+
+QString sampleName(bool editor)
+{
+    return editor ? QStringLiteral("Pelix PDF Editor.pkg") : QStringLiteral("Pelix PDF Reader.pkg");
+}
+
+QStringList namesIn(const QString &folder)
+{
+    return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+}
+
+} // namespace
+
+QJsonObject PctResult::json() const
+{
+    return QJsonDocument::fromJson(out).object();
+}
+
+QStringList PctResult::messages() const
+{
+    return QString::fromUtf8(err).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+}
+
+bool PctResult::isOneLineRefusal() const
+{
+    static const QRegularExpression form(QStringLiteral("\\Apct: [^\\n]+: [^\\n]+; [^\\n]+\\n\\z"));
+    return status == QProcess::NormalExit && exitCode == 1 && out.isEmpty() &&
+           form.match(QString::fromUtf8(err)).hasMatch();
+}
+
+PctRunner::PctRunner()
+    : m_environment(QProcessEnvironment::systemEnvironment())
+{
+    const QDir folder(m_folder.path());
+    for (const auto *name : {"files", "tmp", "tools"})
+        folder.mkdir(QString::fromLatin1(name));
+    const QDir realTools(QStringLiteral(PCT_HOSTTOOLS_DIR));
+    for (const QString &tool : realTools.entryList(QDir::Files))
+        linkTool(tool);
+    m_environment.insert(QStringLiteral("TMPDIR"), m_folder.filePath(QStringLiteral("tmp")));
+    m_environment.insert(QStringLiteral("PCT_HOSTTOOLS"), m_folder.filePath(QStringLiteral("tools")));
+    m_environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
+    m_environment.remove(QStringLiteral("PCT_DEBUG"));
+}
+
+QString PctRunner::file(const QString &name) const
+{
+    return m_folder.filePath(QStringLiteral("files/") + name);
+}
+
+QString PctRunner::samplePackage(bool editor, const QString &name) const
+{
+    const QString copy = file(name.isEmpty() ? sampleName(editor) : name);
+    if (!QFile::copy(QStringLiteral(PCT_SAMPLES_DIR "/") + sampleName(editor), copy))
+        qFatal("cannot copy the sample to %s", qPrintable(copy));
+    return copy;
+}
+
+QString PctRunner::alteredPackage(bool editor, const QString &script, const QString &sedExpression) const
+{
+    const QString maker = m_folder.filePath(QStringLiteral("maker"));
+    const QString original = QFileInfo(QStringLiteral(PCT_MAKE_VENDOR_PACKAGE)).path();
+    const QString product = editor ? QStringLiteral("editor") : QStringLiteral("reader");
+    const QString package = file(QStringLiteral("altered.pkg"));
+    TestFiles::outputOf(QStringLiteral("cp"), {QStringLiteral("-R"), original, maker});
+    const QString path = maker + QStringLiteral("/scripts/common/") + script;
+    const QByteArray edited = TestFiles::outputOf(QStringLiteral("/bin/sed"), {sedExpression, path});
+    if (edited == TestFiles::read(path))
+        qFatal("the expression changes nothing in %s", qPrintable(path));
+    TestFiles::write(path, edited);
+    TestFiles::outputOf(maker + QStringLiteral("/make-vendor-package"),
+                        {QStringLiteral("--product"), product, QStringLiteral("--output"), package});
+    return package;
+}
+
+QString PctRunner::document(const QByteArray &root, const QByteArray &body, const QString &name) const
+{
+    const QString path = file(name.isEmpty() ? QStringLiteral("settings.xml") : name);
+    TestFiles::write(path,
+                     "<?xml version='1.0' encoding='UTF-8'?>\n<" + root + ">" + body + "</" + root + ">\n");
+    return path;
+}
+
+void PctRunner::replaceTool(const QString &name, const QByteArray &script) const
+{
+    removeTool(name);
+    const QByteArray real = QByteArrayLiteral(PCT_HOSTTOOLS_DIR "/") + name.toUtf8();
+    TestFiles::writeScript(m_folder.filePath(QStringLiteral("tools/") + name),
+                           "real='" + real + "'\n" + script);
+}
+
+void PctRunner::removeTool(const QString &name) const
+{
+    if (!QFile::remove(m_folder.filePath(QStringLiteral("tools/") + name)))
+        qFatal("there is no stand-in %s", qPrintable(name));
+}
+
+void PctRunner::restoreTool(const QString &name) const
+{
+    removeTool(name);
+    linkTool(name);
+}
+
+void PctRunner::linkTool(const QString &name) const
+{
+    const QString real = QStringLiteral(PCT_HOSTTOOLS_DIR "/") + name;
+    if (!QFile::link(real, m_folder.filePath(QStringLiteral("tools/") + name)))
+        qFatal("cannot link to %s", qPrintable(real));
+}
+
+void PctRunner::setEnvironment(const QString &name, const QString &value)
+{
+    m_environment.insert(name, value);
+}
+
+const QProcessEnvironment &PctRunner::environment() const
+{
+    return m_environment;
+}
+
+PctResult PctRunner::run(const QStringList &arguments) const
+{
+    QProcess process;
+    start(process, arguments);
+    return waitFor(process);
+}
+
+void PctRunner::start(QProcess &process, const QStringList &arguments) const
+{
+    process.setProcessEnvironment(m_environment);
+    process.setWorkingDirectory(m_folder.filePath(QStringLiteral("files")));
+    process.setStandardInputFile(QProcess::nullDevice());
+    process.start(QStringLiteral(PCT_EXECUTABLE), arguments);
+    if (!process.waitForStarted(-1))
+        qFatal("pct cannot be started: %s", qPrintable(process.errorString()));
+}
+
+PctResult PctRunner::waitFor(QProcess &process)
+{
+    if (!process.waitForFinished(hangsAfterMilliseconds) && process.state() != QProcess::NotRunning) {
+        process.kill();
+        process.waitForFinished(-1);
+    }
+    PctResult result;
+    result.status = process.exitStatus();
+    result.exitCode = process.exitCode();
+    result.out = process.readAllStandardOutput();
+    result.err = process.readAllStandardError();
+    return result;
+}
+
+QStringList PctRunner::temporaryLeftovers() const
+{
+    return namesIn(m_folder.filePath(QStringLiteral("tmp")));
+}
+
+QStringList PctRunner::files() const
+{
+    return namesIn(m_folder.filePath(QStringLiteral("files")));
+}
