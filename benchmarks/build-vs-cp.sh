@@ -1,0 +1,58 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
+# pct build and pct check on a large package: the build as multiples of one cp of the package, beside expanding and
+# flattening alone; the check as a multiple of the check of a small package. In turns in one run, medians.
+#
+# usage: build-vs-cp.sh BUILD_FOLDER [MEBIBYTES [ROUNDS]]
+set -euo pipefail
+
+build=$(cd "${1:?usage: build-vs-cp.sh BUILD_FOLDER [MEBIBYTES [ROUNDS]]}" && pwd)
+size=${2:-1024}
+rounds=${3:-5}
+root=$(cd "$(dirname "$0")/.." && pwd)
+pct=$build/bin/pct
+tools=$build/libexec/pct
+
+work=$(mktemp -d "${TMPDIR:-/tmp}/pct-bench.XXXXXX")
+trap 'rm -rf "$work"' EXIT
+export TMPDIR=$work
+make_package() {
+    "$root/tests/support/vendorpackage/make-vendor-package" --product editor --output "$1" \
+        --payload-size "$2" --xar-options xar:compression=none
+}
+make_package "$work/small.pkg" 1
+make_package "$work/large.pkg" "$size"
+
+copy() { cp "$work/large.pkg" "$work/out.pkg" && rm "$work/out.pkg"; }
+tools_alone() {
+    "$tools/pkgutil" --expand "$work/large.pkg" "$work/tree"
+    "$tools/pkgutil" --flatten "$work/tree" "$work/out.pkg"
+    rm -r "$work/tree" "$work/out.pkg"
+}
+whole_build() {
+    "$pct" build -q --product editor --input "$work/large.pkg" --output "$work/out.pkg"
+    rm "$work/out.pkg"
+}
+check_small() { "$pct" check --product editor "$work/small.pkg" >/dev/null; }
+check_large() { "$pct" check --product editor "$work/large.pkg" >/dev/null; }
+
+declare -A times
+measure() {
+    sync
+    local start=${EPOCHREALTIME/./}
+    "$1"
+    times[$1]+="$((${EPOCHREALTIME/./} - start)) "
+}
+median() { tr ' ' '\n' <<<"${times[$1]}" | sed '/^$/d' | sort -n | awk '{ v[NR] = $1 } END { print v[int((NR + 1) / 2)] }'; }
+ratio() { awk -v a="$(median "$1")" -v b="$(median "$2")" 'BEGIN { printf "%.2f", a / b }'; }
+
+cat "$work/large.pkg" >/dev/null
+for ((round = 0; round < rounds; ++round)); do
+    for what in copy tools_alone whole_build check_small check_large; do
+        measure "$what"
+    done
+done
+echo "package of $size MiB, $rounds rounds, multiples of one cp of it"
+echo "pkgutil --expand and --flatten: $(ratio tools_alone copy)"
+echo "pct build: $(ratio whole_build copy)"
+echo "pct check of the large package, as a multiple of that of a small one: $(ratio check_large check_small)"
