@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosttools/flatpkg/ByteRange.h"
 
+#include "hosttools/flatpkg/DigestThread.h"
 #include "hosttools/flatpkg/Error.h"
 #include "hosttools/flatpkg/Files.h"
 #include "hosttools/flatpkg/Interrupt.h"
 
 #include <algorithm>
-#include <atomic>
 #include <cerrno>
-#include <future>
 #include <unistd.h>
 
 namespace FlatPkg {
@@ -19,6 +18,8 @@ namespace {
 constexpr qint64 bufferSize = 128 * 1024;
 // How much the kernel copies before we look whether we have been asked to stop.
 constexpr qint64 kernelStep = 64 * 1024 * 1024;
+// As much as the hashing thread has buffered, so that it has work while the kernel copies.
+constexpr qint64 copyStep = 4 * 1024 * 1024;
 // Below this a second thread costs more than it saves.
 constexpr qint64 worthAThread = 1024 * 1024;
 
@@ -52,25 +53,6 @@ void copyThroughBuffer(const ByteRange &from, int to, qint64 toOffset)
     });
 }
 
-Digests digestsUnless(const std::atomic<bool> &abandoned, const ByteRange &range,
-                      const QVector<DigestAlgorithm> &algorithms)
-{
-    DigestSet digests(algorithms);
-    forEachPiece(range, [&](const char *bytes, qint64 count, qint64) {
-        if (abandoned)
-            throw Error("abandoned");
-        digests.add(bytes, count);
-    });
-    return digests.finish();
-}
-
-/// Keeps a failed copy from waiting for the hash of gigabytes.
-struct AbandonOnExit
-{
-    std::atomic<bool> &abandoned;
-    ~AbandonOnExit() { abandoned = true; }
-};
-
 } // namespace
 
 void forEachPiece(const ByteRange &range, const PieceConsumer &consume)
@@ -93,10 +75,10 @@ void copyRange(const ByteRange &from, int to, qint64 toOffset)
 
 Digests digestsOf(const ByteRange &range, const QVector<DigestAlgorithm> &algorithms)
 {
-    if (algorithms.isEmpty())
-        return {};
-    const std::atomic<bool> never{false};
-    return digestsUnless(never, range, algorithms);
+    DigestSet digests(algorithms);
+    if (!algorithms.isEmpty())
+        forEachPiece(range, [&](const char *bytes, qint64 count, qint64) { digests.add(bytes, count); });
+    return digests.finish();
 }
 
 Digests copyAndDigest(const ByteRange &from, int to, qint64 toOffset,
@@ -106,12 +88,13 @@ Digests copyAndDigest(const ByteRange &from, int to, qint64 toOffset,
         copyRange(from, to, toOffset);
         return digestsOf(from, algorithms);
     }
-    std::atomic<bool> abandoned{false};
-    std::future<Digests> hashing =
-        std::async(std::launch::async, [&] { return digestsUnless(abandoned, from, algorithms); });
-    const AbandonOnExit guard{abandoned};
-    copyRange(from, to, toOffset);
-    return hashing.get();
+    DigestThread digests(algorithms);
+    for (qint64 done = 0; done < from.length; done += copyStep) {
+        const ByteRange part{from.fd, from.offset + done, std::min(copyStep, from.length - done)};
+        copyRange(part, to, toOffset + done);
+        digests.add(part);
+    }
+    return digests.finish();
 }
 
 } // namespace FlatPkg

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosttools/flatpkg/Component.h"
 #include "hosttools/flatpkg/Cpio.h"
-#include "hosttools/flatpkg/EntryPath.h"
 #include "hosttools/flatpkg/Error.h"
 #include "hosttools/flatpkg/FlatPackage.h"
 #include "hosttools/flatpkg/Interrupt.h"

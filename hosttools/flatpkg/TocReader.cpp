@@ -35,7 +35,7 @@ private:
     void requireUtf8();
     void requireWellFormed();
     void readTocElement(Toc &toc);
-    TocChecksum readTocChecksum();
+    std::optional<TocChecksum> readTocChecksum();
 
     void readEntry(std::vector<TocEntry> &siblings, QSet<QByteArray> &names, int depth);
     void readProperty(TocEntry &entry);
@@ -127,18 +127,22 @@ void TocReader::readTocElement(Toc &toc)
     while (m_xml.readNextStartElement()) {
         if (at("file"))
             readEntry(toc.entries, names, 1);
-        else if (at("checksum") && !toc.checksum && attribute("style") != "none")
+        else if (at("checksum") && !toc.checksum)
             toc.checksum = readTocChecksum();
         else
             m_xml.skipCurrentElement(); // signatures and when the archive was made
     }
 }
 
-TocChecksum TocReader::readTocChecksum()
+std::optional<TocChecksum> TocReader::readTocChecksum()
 {
-    const QByteArray style = attribute("style");
+    const std::optional<DigestAlgorithm> algorithm = digestAlgorithmNamed(attribute("style"));
+    if (!algorithm) {
+        m_xml.skipCurrentElement();
+        return std::nullopt;
+    }
     TocChecksum checksum;
-    checksum.algorithm = digestAlgorithmNamed(style).value();
+    checksum.algorithm = *algorithm;
     while (m_xml.readNextStartElement()) {
         if (at("offset"))
             checksum.offset = number(m_heapLength);

@@ -24,6 +24,7 @@ private slots:
     void readsWhatBsdtarWrites_data();
     void readsWhatBsdtarWrites();
     void readsMembersThatShareBytesAndHardLinks();
+    void verifiesEveryByteOfALargePayload();
     void keepsPayloadAndBomAndUnpacksScripts();
     void unpacksScriptsOfEveryComponentAndOfAPlainPackage();
     void keepsModesTimesAndLinks();
@@ -142,6 +143,32 @@ void tst_PkgutilExpand::readsMembersThatShareBytesAndHardLinks()
     QCOMPARE(stat(at("out/Distribution").toUtf8().constData(), &first), 0);
     QCOMPARE(stat(at("out/Resources/hard").toUtf8().constData(), &second), 0);
     QCOMPARE(first.st_ino, second.st_ino);
+}
+
+void tst_PkgutilExpand::verifiesEveryByteOfALargePayload()
+{
+    QByteArray payload;
+    payload.reserve(9001000);
+    while (payload.size() < 9000000)
+        payload.append(QByteArray::number(payload.size())).append(' ');
+    TestFiles::write(at("source/Payload"), payload);
+    TestFiles::outputOf(QStringLiteral("bsdtar"),
+                        {QStringLiteral("-cf"), at("in.pkg"), QStringLiteral("--format"),
+                         QStringLiteral("xar"), QStringLiteral("--options"),
+                         QStringLiteral("xar:compression=none"), QStringLiteral("-C"), at("source"),
+                         QStringLiteral("Payload")});
+    QCOMPARE(expand(at("in.pkg"), at("out")).exitCode, 0);
+    QCOMPARE(TestFiles::read(at("out/Payload")), payload);
+
+    // What follows is padding: the archiver writes whole blocks.
+    const QByteArray whole = TestFiles::read(at("in.pkg"));
+    const int end = whole.indexOf(payload.right(100)) + 100;
+    for (const int position : {end - 1, end - 4500000}) {
+        QByteArray package = whole;
+        package[position] = static_cast<char>(package[position] ^ 1);
+        TestFiles::write(at("damaged.pkg"), package);
+        QCOMPARE(expand(at("damaged.pkg"), at("damaged")).exitCode, 1);
+    }
 }
 
 void tst_PkgutilExpand::keepsPayloadAndBomAndUnpacksScripts()

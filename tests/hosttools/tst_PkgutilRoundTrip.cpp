@@ -32,6 +32,7 @@ private slots:
     void givesAddedFilesToRootAndKeepsTheirMode();
     void takesAModeThatWasChangedOnTheDisk();
     void worksWithoutExtendedAttributes();
+    void worksAcrossFileSystems();
 
     void usesTheVerifiedDigestOfAnUntouchedPayload();
     void hashesAPayloadAgainThatWasTouched_data();
@@ -243,9 +244,27 @@ void tst_PkgutilRoundTrip::worksWithoutExtendedAttributes()
     QCOMPARE(ToolRun::contentsOf(at("again")), ToolRun::contentsOf(at("tree")));
 }
 
+void tst_PkgutilRoundTrip::worksAcrossFileSystems()
+{
+    QTemporaryDir inMemory(QStringLiteral("/dev/shm/tst_PkgutilRoundTrip-XXXXXX"));
+    struct stat here = {};
+    struct stat there = {};
+    if (!inMemory.isValid() || stat(m_folder->path().toUtf8().constData(), &here) != 0 ||
+        stat(inMemory.path().toUtf8().constData(), &there) != 0 || here.st_dev == there.st_dev)
+        QSKIP("there is no second file system to try");
+    makeLargePackage();
+    const auto run = [](const char *verb, const QString &from, const QString &to) {
+        return ToolRun::run(QStringLiteral("pkgutil"), {QLatin1String(verb), from, to}).exitCode;
+    };
+    QCOMPARE(run("--expand", at("large.pkg"), inMemory.filePath(QStringLiteral("tree"))), 0);
+    QCOMPARE(run("--flatten", inMemory.filePath(QStringLiteral("tree")), at("out.pkg")), 0);
+    QCOMPARE(run("--expand", at("out.pkg"), at("again")), 0);
+    QCOMPARE(ToolRun::contentsOf(at("again")), ToolRun::contentsOf(at("tree")));
+}
+
 void tst_PkgutilRoundTrip::makeLargePackage()
 {
-    TestFiles::write(at("source/Payload"), QByteArray(3000000, 'p'));
+    TestFiles::write(at("source/Payload"), QByteArray(9000000, 'p'));
     TestFiles::outputOf(QStringLiteral("bsdtar"),
                         {QStringLiteral("-cf"), at("large.pkg"), QStringLiteral("--format"),
                          QStringLiteral("xar"), QStringLiteral("--options"),
