@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/DlgCustomizationTool_v2.h"
 
+#include "app/BuildThread.h"
 #include "app/CPDF_Waiting.h"
 #include "app/Logging.h"
 #include "app/SaveDialogWithOption.h"
@@ -11,7 +12,6 @@
 
 #include <QDir>
 #include <QMessageBox>
-#include <QThread>
 
 namespace {
 
@@ -79,8 +79,9 @@ void DlgCustomizationTool_v2::startBuild(const QString &outputPackage, const QSt
         previous->terminate();
         previous->wait();
     }
-    QThread *worker =
-        QThread::create(&DlgCustomizationTool_v2::Process, this, m_packagePath, outputPackage, documentPath);
+    QThread *worker = new BuildThread([this, input = m_packagePath, outputPackage, documentPath] {
+        Process(this, input, outputPackage, documentPath);
+    });
     m_worker = worker;
     const auto finished = [this, worker, documentKept = !documentPath.isEmpty()] {
         if (worker == m_worker)

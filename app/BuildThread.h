@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QThread>
+
+#include <functional>
+#include <utility>
+
+/// Runs one build and ends. A class of its own rather than QThread::create, whose deferred task is not made to
+/// be unwound when a running build is terminated.
+class BuildThread : public QThread
+{
+public:
+    explicit BuildThread(std::function<void()> build)
+        : m_build(std::move(build))
+    {
+    }
+
+protected:
+    void run() override { m_build(); }
+
+private:
+    std::function<void()> m_build;
+};
