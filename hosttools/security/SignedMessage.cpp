@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosttools/security/SignedMessage.h"
+
+#include "hosttools/flatpkg/Error.h"
+
+using namespace FlatPkg;
+using namespace OpenSsl;
+
+namespace SignedMessage {
+
+namespace {
+
+/// Frees the list alone: its certificates belong to the message.
+struct ListDeleter
+{
+    void operator()(STACK_OF(X509) * list) const { sk_X509_free(list); }
+};
+using CertificateList = std::unique_ptr<STACK_OF(X509), ListDeleter>;
+
+Bio readerOf(const QByteArray &bytes)
+{
+    return Bio(BIO_new_mem_buf(bytes.constData(), bytes.size()));
+}
+
+CmsMessage parsed(const QByteArray &message)
+{
+    CmsMessage cms(d2i_CMS_bio(readerOf(message).get(), nullptr));
+    if (!cms || OBJ_obj2nid(CMS_get0_type(cms.get())) != NID_pkcs7_signed)
+        fail("is not a signed message");
+    return cms;
+}
+
+void requireSignedContent(CMS_ContentInfo *cms)
+{
+    ASN1_OCTET_STRING **content = CMS_get0_content(cms);
+    if (!content || !*content)
+        throw Error("is a signature without its content");
+}
+
+QVector<QByteArray> signersOf(CMS_ContentInfo *cms)
+{
+    QVector<QByteArray> names;
+    const CertificateList certificates(CMS_get0_signers(cms));
+    for (int i = 0; i < sk_X509_num(certificates.get()); ++i)
+        names.append(commonName(sk_X509_value(certificates.get(), i)));
+    return names;
+}
+
+void addSigner(CMS_ContentInfo *cms, const Identity &identity, unsigned flags)
+{
+    EVP_PKEY *key = identity.key.get();
+    if (!CMS_add1_signer(cms, identity.certificate.get(), key, EVP_sha256(), flags))
+        fail("the identity \"" + identity.name + "\" cannot sign");
+    for (const Certificate &certificate : identity.chain)
+        if (CMS_add1_cert(cms, certificate.get()) != 1)
+            fail("a certificate of \"" + identity.name + "\" cannot be added");
+}
+
+} // namespace
+
+Contents decoded(const QByteArray &message)
+{
+    const CmsMessage cms = parsed(message);
+    requireSignedContent(cms.get());
+    const Bio content(BIO_new(BIO_s_mem()));
+    constexpr unsigned flags = CMS_BINARY | CMS_NO_SIGNER_CERT_VERIFY;
+    if (CMS_verify(cms.get(), nullptr, nullptr, nullptr, content.get(), flags) != 1)
+        fail("has no good signature");
+    return {bytesIn(content.get()), signersOf(cms.get())};
+}
+
+bool looksSigned(const QByteArray &bytes)
+{
+    constexpr char sequence = 0x30;
+    // The digit 0 has the same code, but no length of a message follows it: those begin at 0x80.
+    return bytes.size() > 1 && bytes.at(0) == sequence && (bytes.at(1) & 0x80) != 0;
+}
+
+QByteArray made(const QByteArray &content, const Identity &identity)
+{
+    constexpr unsigned flags = CMS_BINARY | CMS_PARTIAL | CMS_NOSMIMECAP;
+    const CmsMessage cms(CMS_sign(nullptr, nullptr, nullptr, nullptr, flags));
+    if (!cms)
+        fail("no message can be made");
+    addSigner(cms.get(), identity, flags);
+    const Bio message(BIO_new(BIO_s_mem()));
+    if (CMS_final(cms.get(), readerOf(content).get(), nullptr, flags) != 1 ||
+        i2d_CMS_bio(message.get(), cms.get()) != 1)
+        fail("the identity \"" + identity.name + "\" cannot sign");
+    return bytesIn(message.get());
+}
+
+} // namespace SignedMessage

@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: Apache-2.0
+// Stand-in for the macOS command of the same name: signing identities and signed messages.
+#include "hosttools/flatpkg/Error.h"
+#include "hosttools/flatpkg/ToolMain.h"
+#include "hosttools/security/Document.h"
+#include "hosttools/security/Identity.h"
+#include "hosttools/security/Options.h"
+#include "hosttools/security/SignedMessage.h"
+
+#include <cstdio>
+
+using namespace FlatPkg;
+
+namespace {
+
+void warn(const QByteArray &message)
+{
+    std::fprintf(stderr, "security: %s\n", printable(message).constData());
+}
+
+void warnWhenExposed(const Identity &identity)
+{
+    if (!identity.exposedKeyPath.isEmpty())
+        warn(identity.exposedKeyPath + ": others can read this private key; chmod 600 keeps it private");
+}
+
+void listValidIdentities()
+{
+    int count = 0;
+    QVector<QByteArray> unusable;
+    for (const Identity &identity : Identities::all(&unusable)) {
+        warnWhenExposed(identity);
+        if (Identities::obstacle(identity).isEmpty())
+            std::printf("%3d) %s \"%s\"\n", ++count, identity.fingerprint.constData(),
+                        identity.name.constData());
+    }
+    std::printf("     %d valid identities found\n", count);
+    for (const QByteArray &message : unusable)
+        warn(message + "; it is left out");
+}
+
+void sign(const QByteArray &name, const QByteArray &input, const QByteArray &output)
+{
+    const Identity identity = Identities::forSigning(name);
+    warnWhenExposed(identity);
+    const QByteArray content = within(input, [&] { return Document::read(input, Document::largestSize); });
+    const QByteArray message = within(input, [&] { return SignedMessage::made(content, identity); });
+    within(output, [&] { Document::replace(output, message); });
+}
+
+/// What -h puts in front of the content; a quotation mark in a name would end it early.
+QByteArray headers(const SignedMessage::Contents &contents)
+{
+    QByteArray text =
+        "SMIME: \tlevel=0.1; type=signedData; nsigners=" + QByteArray::number(contents.signers.size()) + "; ";
+    for (int i = 0; i < contents.signers.size(); ++i)
+        text += "\n\t\tsigner" + QByteArray::number(i) + ".id=\"" +
+                QByteArray(contents.signers.at(i)).replace('"', '\'') + "\"; signer" + QByteArray::number(i) +
+                ".status=GoodSignature; ";
+    return text + '\n';
+}
+
+void decode(const Options &options)
+{
+    const QByteArray input = options.value("-i");
+    const SignedMessage::Contents contents = within(
+        input, [&] { return SignedMessage::decoded(Document::read(input, Document::largestSignedSize)); });
+    QByteArray result = options.has("-h") ? headers(contents) : QByteArray();
+    if (!options.has("-n"))
+        result += contents.bytes;
+    const QByteArray output = options.value("-o");
+    if (options.has("-o"))
+        within(output, [&] { Document::replace(output, result); });
+    else
+        Document::print(result);
+}
+
+bool asksForValidIdentities(const QVector<QByteArray> &arguments)
+{
+    const auto options = Options::parse(arguments.mid(1), {"-p"}, {"-v"});
+    return arguments.value(0) == "find-identity" && options && options->has("-v") &&
+           options->value("-p") == "codesigning";
+}
+
+std::optional<Options> messageOptions(const QVector<QByteArray> &arguments)
+{
+    if (arguments.value(0) != "cms")
+        return std::nullopt;
+    return Options::parse(arguments.mid(1), {"-N", "-i", "-o", "-h"}, {"-S", "-D", "-n"});
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QVector<QByteArray> arguments = argumentsOf(argc, argv);
+    if (asksForValidIdentities(arguments))
+        return runTool("security", listValidIdentities);
+    const auto cms = messageOptions(arguments);
+    if (cms && cms->hasAll({"-S", "-N", "-i", "-o"}) && !cms->hasAny({"-D", "-h", "-n"}))
+        return runTool("security", [&] { sign(cms->value("-N"), cms->value("-i"), cms->value("-o")); });
+    if (cms && cms->hasAll({"-D", "-i"}) && !cms->hasAny({"-S", "-N"}))
+        return runTool("security", [&] { decode(*cms); });
+    return wrongUsage("security", "find-identity -v -p codesigning | cms -S -N NAME -i IN -o OUT | "
+                                  "cms -D -i IN [-h LEVEL] [-n] [-o OUT]");
+}
