@@ -1,18 +1,100 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "profile/CProfileGenerator.h"
 
+#include "core/SafeFile.h"
+#include "profile/ConfigGenerator.h"
+#include "profile/FreshUuid.h"
 #include "profile/LastOpenDirectory.h"
 #include "profile/LocalHostName.h"
+#include "profile/Logging.h"
+#include "profile/ProfileProduct.h"
+#include "profile/PropertyListInput.h"
 
+#include <QFile>
 #include <QFileInfo>
-#include <QUuid>
+
+namespace {
+
+bool warn(const QString &text)
+{
+    qCWarning(logProfile).noquote() << text;
+    return false;
+}
+
+/// The text up to the first NUL. One byte more than may be read, so that a file that is too large is noticed
+/// without reading all of it.
+QString firstText(QFile &file)
+{
+    const QByteArray bytes = file.read(PropertyListInput::maximumBytes + 1);
+    return QString::fromUtf8(bytes.constData());
+}
+
+} // namespace
+
+bool CProfileGenerator::CreateProfile(const EditorXmlData *data, const QString &path, bool bEditor)
+{
+    if (path.isEmpty())
+        return false;
+    const QString text = ConfigGenerator::generate(data, bEditor);
+    if (text.isNull())
+        return warn(QStringLiteral("generateConfig failure!"));
+    const QString absolutePath = QFileInfo(path).absoluteFilePath();
+    qCDebug(logProfile).noquote() << "configData : " << text;
+    qCDebug(logProfile).noquote() << "Absolute path:" << absolutePath;
+    QString error;
+    if (!SafeFile::replaceContents(path, text.toUtf8(), &error))
+        return warn(QStringLiteral("can not access filepath : %1 (%2)").arg(absolutePath, error));
+    qCDebug(logProfile).noquote()
+        << QStringLiteral("profile generated successfully \uFF1A%1...").arg(absolutePath);
+    return true;
+}
+
+bool CProfileGenerator::ImportProfile(const QString &path, EditorXmlData *data, bool bEditor)
+{
+    if (path.isEmpty() || !data)
+        return warn(QStringLiteral("Invalid filepath or EditorXmlData."));
+    QFile file(path);
+    // Opening a named pipe would wait for its writer.
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly | QIODevice::Text))
+        return warn(QStringLiteral("Failed to open file: ") + path);
+    QString error;
+    const auto result = ConfigGenerator::importText(firstText(file), *data, bEditor, error);
+    if (result == ConfigGenerator::Import::Unreadable)
+        return warn(QStringLiteral("Failed to parse profile : ") + error);
+    return result == ConfigGenerator::Import::Filled;
+}
+
+bool CProfileGenerator::ImportProfile(EditorXmlData *data, bool bEditor)
+{
+    if (!data)
+        return warn(QStringLiteral("Invalid EditorXmlData."));
+    const auto result = ConfigGenerator::importInstalled(*data, bEditor);
+    if (result == ConfigGenerator::Import::Unreadable)
+        return warn(QStringLiteral("Failed to load system profiles."));
+    return result == ConfigGenerator::Import::Filled;
+}
 
 QString CProfileGenerator::GenPayloadIdentifier(QString *uuid)
 {
-    const QString fresh = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper();
+    const QString fresh = freshUuid();
     if (uuid)
         *uuid = fresh;
     return QStringLiteral("%1.%2").arg(localHostName(), fresh);
+}
+
+QString CProfileGenerator::GetSysProfileIdentifier(QString *uuid, bool bEditor)
+{
+    QString identifier;
+    QString foundUuid = uuid ? *uuid : QString();
+    const auto result = ConfigGenerator::installedIdentity(bEditor, identifier, foundUuid);
+    if (uuid)
+        *uuid = foundUuid;
+    if (result == ConfigGenerator::Import::Unreadable)
+        warn(QStringLiteral("Failed to load system profiles."));
+    else if (result == ConfigGenerator::Import::NoMatch)
+        warn(QStringLiteral("No matching profile identifier found for bundle ID: ") +
+             ProfileProduct::bundleIdentifier(bEditor));
+    return identifier;
 }
 
 QString CProfileGenerator::GetLastOpenDirectory()

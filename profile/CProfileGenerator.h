@@ -2,15 +2,43 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
-/// Configuration profiles from the Qt side. User-interface thread only, but for GenPayloadIdentifier,
-/// which any thread may call.
+struct EditorXmlData;
+
+/// Configuration profiles from the Qt side: files, the installed profile, identifiers and signing. Operations
+/// report success by their result, never throw and show nothing; why one failed goes to the log.
+/// `bEditor` is true for the Editor, false for the Reader. Each command that is run blocks its caller.
+/// User-interface thread only, but for GenPayloadIdentifier, which any thread may call.
 class CProfileGenerator
 {
 public:
+    /// Writes the record as a profile (XML property list, UTF-8). The old file stays when that fails.
+    static bool CreateProfile(const EditorXmlData *data, const QString &path, bool bEditor);
+
+    /// Fills the record from an unsigned profile file. False, with the record as it was, when the file is
+    /// no profile of the product.
+    static bool ImportProfile(const QString &path, EditorXmlData *data, bool bEditor);
+
+    /// Fills the record from the product's profile that is installed on this machine.
+    static bool ImportProfile(EditorXmlData *data, bool bEditor);
+
+    /// Names of the code-signing identities in the user's keychains, in the system's order.
+    static QStringList GetSignIDs();
+
+    /// Replaces a profile by its signed form. False when the command or the check afterwards fails; the
+    /// command may have left the file in any state then.
+    static bool SignProfile(const QString &path, const QString &identity);
+
+    /// Whether the file is a valid signed message.
+    static bool CheckProfileSign(const QString &path);
+
     /// Makes a new profile identifier: the machine's local host name, a dot and a new UUID (RFC 4122
     /// version 4, upper case, 8-4-4-4-12). The UUID alone goes to `uuid`, which may be null.
     static QString GenPayloadIdentifier(QString *uuid);
+
+    /// Identifier and UUID of the product's installed profile; empty when there is none.
+    static QString GetSysProfileIdentifier(QString *uuid, bool bEditor);
 
     /// The folder where the last file dialog of this user ended, or the home folder. Kept in the user
     /// defaults under "LastOpenDirectory".

@@ -7,11 +7,15 @@
 
 // For Objective-C++ files only: text between Qt and Foundation, and the scope of autoreleased objects.
 
-/// An autoreleased copy of the text.
+/// An autoreleased copy of the text, with a replacement for half a surrogate pair. Never nil.
 inline NSString *toNSString(const QString &text)
 {
-    return [NSString stringWithCharacters:reinterpret_cast<const unichar *>(text.utf16())
-                                   length:static_cast<NSUInteger>(text.size())];
+    // Given UTF-16 with half a pair, one Foundation makes nil and another a string that cannot be written.
+    const QByteArray bytes = text.toUtf8();
+    NSString *copy = [[NSString alloc] initWithBytes:bytes.constData()
+                                              length:static_cast<NSUInteger>(bytes.size())
+                                            encoding:NSUTF8StringEncoding];
+    return copy == nil ? @"" : [copy autorelease];
 }
 
 /// A copy of the text; nil gives a null string.

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "profile/InstalledProfile.h"
+
+#include "profile/PropertyListValues.h"
+
+bool hasItemOf(id profile, NSString *payloadIdentifier)
+{
+    NSArray *items = arrayIn(profile, @"ProfileItems");
+    for (NSUInteger i = 0; i < [items count]; ++i) {
+        if ([payloadIdentifier isEqual:memberOf([items objectAtIndex:i], @"PayloadIdentifier")])
+            return true;
+    }
+    return false;
+}
+
+QString installedIdentifier(NSArray *profiles, NSString *payloadIdentifier, QString &uuid)
+{
+    for (NSUInteger i = 0; i < [profiles count]; ++i) {
+        id profile = [profiles objectAtIndex:i];
+        if (!hasItemOf(profile, payloadIdentifier))
+            continue;
+        uuid = textIn(profile, @"ProfileUUID");
+        if (memberOf(profile, @"ProfileIdentifier") != nil)
+            return textIn(profile, @"ProfileIdentifier");
+    }
+    return {};
+}

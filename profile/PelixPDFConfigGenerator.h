@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#import <Foundation/Foundation.h>
+
+struct EditorXmlData;
+
+/// The configuration profile as the system writes and reads it. Class methods only. Results are autoreleased;
+/// failures are logged and never raise. `bIsEditor` is YES for the Editor, NO for the Reader.
+/// User-interface thread only.
+@interface PelixPDFConfigGenerator : NSObject
+
+/// The profile as XML text; nil when it cannot be written or could not be read again, "" for a null record.
++ (NSString *)generateProfile:(const EditorXmlData *)data bIsEditor:(BOOL)bIsEditor;
+
+/// The profiles in a property list that groups them by user or computer. nil with the error set, of code
+/// 1001 in the domain "com.pelix-software.Pelix.PDF" when the list has none.
++ (NSArray *)parsePlistXML:(NSString *)text error:(NSError **)error;
+
+/// The configuration profiles that are installed on this machine, or nil. Blocks on the system's command.
++ (NSArray *)loadSystemProfiles;
+
+/// Fills the record from the product's profile among the installed ones. NO, with the record as it was, when
+/// there is none.
++ (BOOL)ImportProfiles:(EditorXmlData *)data profiles:(NSArray *)profiles bIsEditor:(BOOL)bIsEditor;
+
+/// Fills the record from a profile file's dictionary. NO, with the record as it was, when its first payload
+/// is not the product's.
++ (BOOL)ImportProfile:(EditorXmlData *)data profile:(NSDictionary *)profile bIsEditor:(BOOL)bIsEditor;
+
+/// Fills the record from a settings payload.
++ (void)FillContent:(EditorXmlData *)data content:(NSDictionary *)content;
+
+@end

@@ -1,0 +1,172 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "profile/FoundationText.h"
+
+#include "profile/PelixPDFConfigGenerator.h"
+
+#include "config/EditorXmlData.h"
+#include "core/Command.h"
+#include "profile/CocoaLog.h"
+#include "profile/InstalledProfile.h"
+#include "profile/ProfileDictionary.h"
+#include "profile/ProfileProduct.h"
+#include "profile/ProfileSettings.h"
+#include "profile/PropertyListFoundation.h"
+#include "profile/PropertyListReader.h"
+#include "profile/PropertyListValues.h"
+
+namespace {
+
+/// The system groups profiles by user and by computer.
+NSArray *ungrouped(NSDictionary *groups)
+{
+    NSMutableArray *profiles = [NSMutableArray array];
+    NSEnumerator *values = [groups objectEnumerator];
+    for (id value = [values nextObject]; value != nil; value = [values nextObject]) {
+        if ([value isKindOfClass:[NSArray class]])
+            [profiles addObjectsFromArray:value];
+        else if ([value isKindOfClass:[NSDictionary class]])
+            [profiles addObject:value];
+    }
+    return profiles;
+}
+
+/// Reads the five members of a profile whose keys start with the prefix.
+void readIdentity(ProfilePayloadInfo &info, NSDictionary *profile, NSString *prefix)
+{
+    const auto text = [&](NSString *key) { return textIn(profile, [prefix stringByAppendingString:key]); };
+    info.PayloadDisplayName = text(@"DisplayName");
+    info.PayloadIdentifier = text(@"Identifier");
+    info.PayloadUUID = text(@"UUID");
+    info.PayloadOrganization = text(@"Organization");
+    info.PayloadDescription = text(@"Description");
+    cocoaLog(@"Profile Name: %@", toNSString(info.PayloadDisplayName));
+    cocoaLog(@"Profile Identifier: %@", toNSString(info.PayloadIdentifier));
+    cocoaLog(@"Profile UUID: %@", toNSString(info.PayloadUUID));
+    cocoaLog(@"Profile Organization: %@", toNSString(info.PayloadOrganization));
+    cocoaLog(@"Profile Description: %@", toNSString(info.PayloadDescription));
+}
+
+NSDictionary *firstMatch(NSArray *profiles, NSString *bundleIdentifier)
+{
+    for (NSUInteger i = 0; i < [profiles count]; ++i) {
+        id profile = [profiles objectAtIndex:i];
+        cocoaLog(@"profile in profiles : %@", profile);
+        if (hasItemOf(profile, bundleIdentifier))
+            return profile;
+    }
+    return nil;
+}
+
+/// A profile that this program would refuse is not worth writing.
+bool readsBack(NSData *xml, NSError **error)
+{
+    const QByteArray bytes(static_cast<const char *>([xml bytes]), static_cast<int>([xml length]));
+    return readPropertyList(bytes, error) != nil;
+}
+
+NSString *standardOutputOf(const CommandResult &result)
+{
+    return toNSString(QString::fromUtf8(result.standardOutput));
+}
+
+} // namespace
+
+@implementation PelixPDFConfigGenerator
+
++ (NSString *)generateProfile:(const EditorXmlData *)data bIsEditor:(BOOL)bIsEditor
+{
+    if (data == nullptr)
+        return @"";
+    NSError *error = nil;
+    NSData *xml = xmlFromPropertyList(profileDictionary(*data, bIsEditor), &error);
+    if (xml == nil || !readsBack(xml, &error)) {
+        cocoaLog(@"Error generating mobileconfig: %@", [error localizedDescription]);
+        return nil;
+    }
+    return [[[NSString alloc] initWithData:xml encoding:NSUTF8StringEncoding] autorelease];
+}
+
++ (NSArray *)parsePlistXML:(NSString *)text error:(NSError **)error
+{
+    NSError *problem = nil;
+    NSArray *profiles = nil;
+    NSDictionary *groups = readPropertyListText(text, &problem);
+    if (groups == nil) {
+        cocoaLog(@"parsePlistXML failure: %@", [problem localizedDescription]);
+    } else {
+        profiles = ungrouped(groups);
+        if ([profiles count] > 0)
+            return profiles;
+        problem = profileError(@"no profile info");
+        cocoaLog(@"no profile info");
+    }
+    if (error)
+        *error = problem;
+    return nil;
+}
+
++ (NSArray *)loadSystemProfiles
+{
+    const CommandResult result =
+        Command::run(QStringLiteral("/usr/bin/profiles"),
+                     {QStringLiteral("show"), QStringLiteral("-output"), QStringLiteral("stdout-xml"),
+                      QStringLiteral("-type"), QStringLiteral("configuration")});
+    if (!result.succeeded()) {
+        cocoaLog(@"Command failed with error: %@", toNSString(QString::fromUtf8(result.standardError)));
+        return nil;
+    }
+    cocoaLog(@"profiles content:\n%@", standardOutputOf(result));
+    NSError *error = nil;
+    NSArray *profiles = [self parsePlistXML:standardOutputOf(result) error:&error];
+    if (profiles == nil)
+        cocoaLog(@"Error parsing system profiles: %@", [error localizedDescription]);
+    return profiles;
+}
+
++ (BOOL)ImportProfiles:(EditorXmlData *)data profiles:(NSArray *)profiles bIsEditor:(BOOL)bIsEditor
+{
+    if (data == nullptr || [profiles count] == 0) {
+        cocoaLog(@"Invalid input data or profiles.");
+        return NO;
+    }
+    NSString *wanted = toNSString(ProfileProduct::bundleIdentifier(bIsEditor));
+    NSDictionary *profile = firstMatch(profiles, wanted);
+    if (profile == nil) {
+        cocoaLog(@"No matching profile found for bundle ID: %@", wanted);
+        return NO;
+    }
+    readIdentity(data->payloadInfo, profile, @"Profile");
+    NSArray *items = arrayIn(profile, @"ProfileItems");
+    for (NSUInteger i = 0; i < [items count]; ++i) {
+        NSDictionary *content = dictionaryIn([items objectAtIndex:i], @"PayloadContent");
+        if (content != nil)
+            [self FillContent:data content:content];
+    }
+    return YES;
+}
+
++ (BOOL)ImportProfile:(EditorXmlData *)data profile:(NSDictionary *)profile bIsEditor:(BOOL)bIsEditor
+{
+    if (data == nullptr || profile == nil) {
+        cocoaLog(@"Invalid input data or profiles.");
+        return NO;
+    }
+    NSString *wanted = toNSString(ProfileProduct::bundleIdentifier(bIsEditor));
+    NSArray *payloads = arrayIn(profile, @"PayloadContent");
+    id settings = [payloads count] > 0 ? [payloads objectAtIndex:0] : nil;
+    if (![wanted isEqual:memberOf(settings, @"PayloadIdentifier")]) {
+        cocoaLog(@"No matching profile found for bundle ID: %@", wanted);
+        return NO;
+    }
+    readIdentity(data->payloadInfo, profile, @"Payload");
+    [self FillContent:data content:settings];
+    return YES;
+}
+
++ (void)FillContent:(EditorXmlData *)data content:(NSDictionary *)content
+{
+    if (data != nullptr)
+        fillFromSettings(*data, content);
+}
+
+@end

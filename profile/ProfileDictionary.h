@@ -1,0 +1,9 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#import <Foundation/Foundation.h>
+
+struct EditorXmlData;
+
+/// The profile of a product as a property list, with a new UUID for its settings payload. Autoreleased.
+NSDictionary *profileDictionary(const EditorXmlData &data, bool editor);

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QString>
+
+struct EditorXmlData;
+
+/// Reads a configuration profile of either product: an XML, binary or old-style property list, as such or
+/// inside a signed message, whoever signed it. What the profile does not mention keeps its value in the
+/// record. On failure the record is as it was and `error` (may be null) gets one line without the file's
+/// name. `isEditor` (may be null) tells the product that the profile is for.
+///
+/// `signer` (may be null) becomes empty for an unsigned profile. For a signed one it gets the name that the
+/// signature carries, not a proof of who that is, or "unknown signer" where the system does not tell.
+///
+/// Runs /usr/bin/security for a signed profile and blocks until it ends.
+bool readProfile(const QString &path, EditorXmlData &data, bool *isEditor, QString *error,
+                 QString *signer = nullptr);
+
+/// The record as a profile of the product, in the form in which the file holds it; null when it would
+/// be too large or nested too deep to be read again.
+QString profileText(const EditorXmlData &data, bool editor);

@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#import <Foundation/Foundation.h>
+
+struct EditorXmlData;
+
+/// Overlays the record with a settings payload. What the payload does not mention stays; the two ribbon
+/// elements are replaced in any case. Values of any type are taken, see PropertyListValues.
+void fillFromSettings(EditorXmlData &data, NSDictionary *settings);

@@ -1,0 +1,213 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "profile/CProfileGenerator.h"
+#include "tests/profile/CocoaCalls.h"
+#include "tests/profile/LogLines.h"
+#include "tests/profile/ProfileSamples.h"
+#include "tests/profile/StandIns.h"
+
+#include <QtTest>
+
+using namespace ProfileSamples;
+
+namespace {
+
+const QString profiles = QStringLiteral("profiles");
+const QString security = QStringLiteral("security");
+
+} // namespace
+
+/// How the system's commands are called and understood; scripts stand in for them.
+class tst_ProfileCommands : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        if (QFileInfo::exists(QStringLiteral("/usr/bin/profiles")))
+            QSKIP("this system has the commands themselves");
+    }
+
+    void theInstalledProfilesAreAskedForAsXml()
+    {
+        StandIns commands;
+        commands.setOutput(profiles, listing(dictionary({}) + dictionary({})));
+        QCOMPARE(CocoaCalls::loadSystemProfiles(), 2);
+        QCOMPARE(commands.arguments(profiles),
+                 QByteArray("show\n-output\nstdout-xml\n-type\nconfiguration\n"));
+    }
+
+    void aFailedListingGivesNothing()
+    {
+        StandIns commands;
+        commands.set(profiles, "echo no rights >&2\nexit 3\n");
+        QCOMPARE(CocoaCalls::loadSystemProfiles(), -1);
+        EditorXmlData data;
+        const LogLines log;
+        QVERIFY(!CProfileGenerator::ImportProfile(&data, true));
+        QVERIFY(data == EditorXmlData());
+        QVERIFY2(log.has(QStringLiteral("warning Failed to load system profiles.")), qPrintable(log.all()));
+    }
+
+    void nothingInstalledIsASentenceAndGivesNothing()
+    {
+        StandIns commands;
+        commands.setOutput(profiles, "There are no configuration profiles installed\n");
+        QCOMPARE(CocoaCalls::loadSystemProfiles(), -1);
+    }
+
+    void withoutTheCommandThereIsNothing()
+    {
+        const StandIns commands;
+        QCOMPARE(CocoaCalls::loadSystemProfiles(), -1);
+    }
+
+    void aNullRecordIsRefused()
+    {
+        const LogLines log;
+        QVERIFY(!CProfileGenerator::ImportProfile(nullptr, true));
+        QVERIFY2(log.has(QStringLiteral("warning Invalid EditorXmlData.")), qPrintable(log.all()));
+    }
+
+    void theInstalledProfileFillsTheRecord()
+    {
+        StandIns commands;
+        commands.setOutput(
+            profiles,
+            listing(installedProfile(
+                editorBundle, "e.1", "UE",
+                dictionary({"Preferences", array(preference("HideMyApps", {"Mode", string("1")}))}))));
+        EditorXmlData data;
+        QVERIFY(CProfileGenerator::ImportProfile(&data, true));
+        QVERIFY(data.bHideMyApps);
+        QCOMPARE(data.payloadInfo.PayloadUUID, QStringLiteral("UE"));
+        QVERIFY(!CProfileGenerator::ImportProfile(&data, false));
+    }
+
+    void theInstalledIdentityIsFound()
+    {
+        StandIns commands;
+        commands.setOutput(profiles, listing(installedProfile(readerBundle, "r.1", "UR", dictionary({})) +
+                                             installedProfile(editorBundle, "e.1", "UE", dictionary({}))));
+        QString uuid;
+        QCOMPARE(CProfileGenerator::GetSysProfileIdentifier(&uuid, true), QStringLiteral("e.1"));
+        QCOMPARE(uuid, QStringLiteral("UE"));
+        QCOMPARE(CProfileGenerator::GetSysProfileIdentifier(nullptr, false), QStringLiteral("r.1"));
+    }
+
+    void aMatchWithoutIdentifierSetsTheUuidAndTheSearchGoesOn()
+    {
+        StandIns commands;
+        commands.setOutput(profiles, listing(installedProfile(editorBundle, "", "U1", dictionary({})) +
+                                             installedProfile(editorBundle, "e.2", "U2", dictionary({}))));
+        QString uuid;
+        QCOMPARE(CProfileGenerator::GetSysProfileIdentifier(&uuid, true), QStringLiteral("e.2"));
+        QCOMPARE(uuid, QStringLiteral("U2"));
+
+        commands.setOutput(profiles, listing(installedProfile(editorBundle, "", "U1", dictionary({}))));
+        QCOMPARE(CProfileGenerator::GetSysProfileIdentifier(&uuid, true), QString());
+        QCOMPARE(uuid, QStringLiteral("U1"));
+    }
+
+    void noInstalledIdentityIsSaid()
+    {
+        StandIns commands;
+        commands.setOutput(profiles, listing(dictionary({})));
+        QString uuid;
+        const LogLines log;
+        QCOMPARE(CProfileGenerator::GetSysProfileIdentifier(&uuid, true), QString());
+        QCOMPARE(uuid, QString());
+        QVERIFY2(log.has(QStringLiteral("warning No matching profile identifier found for bundle ID: ") +
+                         QString::fromUtf8(editorBundle)),
+                 qPrintable(log.all()));
+    }
+
+    void twoIdentitiesAndACountLineAreTwoNames()
+    {
+        StandIns commands;
+        commands.setOutput(security, "  1) 0123 \"Developer ID: Jane \xc3\x84 (AB12)\"\n"
+                                     "  2) 4567 \"Second\"\n     2 valid identities found\n\n");
+        const QStringList expected = {QStringLiteral("Developer ID: Jane Ä (AB12)"),
+                                      QStringLiteral("Second")};
+        QCOMPARE(CProfileGenerator::GetSignIDs(), expected);
+        QCOMPARE(commands.arguments(security), QByteArray("find-identity\n-v\n-p\ncodesigning\n"));
+    }
+
+    void identityLinesEndBeforeTheirLastCharacter_data()
+    {
+        QTest::addColumn<QByteArray>("line");
+        QTest::addColumn<QStringList>("names");
+        QTest::newRow("text behind the quote")
+            << QByteArray("1) 01 \"Jane\" (expired)") << QStringList{QStringLiteral("Jane\" (expired")};
+        QTest::newRow("a lone quote") << QByteArray("1) 01 \"") << QStringList{QString()};
+        QTest::newRow("twice the same")
+            << QByteArray("\"a\"\n\"a\"") << QStringList{QStringLiteral("a"), QStringLiteral("a")};
+        QTest::newRow("none") << QByteArray("     0 valid identities found") << QStringList();
+    }
+
+    void identityLinesEndBeforeTheirLastCharacter()
+    {
+        QFETCH(QByteArray, line);
+        StandIns commands;
+        commands.setOutput(security, line + "\n");
+        QTEST(CProfileGenerator::GetSignIDs(), "names");
+    }
+
+    void aFailedListingOfIdentitiesIsEmpty()
+    {
+        StandIns commands;
+        commands.set(security, "echo '\"Jane\"'\nexit 1\n");
+        const LogLines log;
+        QCOMPARE(CProfileGenerator::GetSignIDs(), QStringList());
+        QVERIFY2(log.has(QStringLiteral("warning Failed to retrieve sign IDs.")), qPrintable(log.all()));
+    }
+
+    void signingNeedsAPathAndAnIdentity()
+    {
+        const LogLines log;
+        QVERIFY(!CProfileGenerator::SignProfile(QString(), QStringLiteral("Jane")));
+        QVERIFY(!CProfileGenerator::SignProfile(QStringLiteral("/a"), QString()));
+        QCOMPARE(log.all().count(QStringLiteral("warning Invalid filepath or signID.")), 2);
+        QVERIFY(!CProfileGenerator::CheckProfileSign(QString()));
+        QVERIFY2(log.has(QStringLiteral("warning Invalid filepath.")), qPrintable(log.all()));
+    }
+
+    void signingHasInputAndOutputInOneFile()
+    {
+        StandIns commands;
+        commands.set(security, "[ \"$2\" = -D ] || cp \"$0.arguments\" \"$6.call\"\n");
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("a b.mobileconfig"));
+        const LogLines log;
+        QVERIFY(CProfileGenerator::SignProfile(path, QStringLiteral("Jane \"J\" Doe")));
+        const QByteArray name = QFile::encodeName(path);
+        QCOMPARE(TestFiles::read(path + QStringLiteral(".call")),
+                 "cms\n-S\n-N\nJane \"J\" Doe\n-i\n" + name + "\n-o\n" + name + "\n");
+        QCOMPARE(commands.arguments(security), "cms\n-D\n-i\n" + name + "\n");
+        QVERIFY2(log.has(QStringLiteral("debug Profile signed successfully.")), qPrintable(log.all()));
+    }
+
+    void aRejectedIdentityIsReportedWithWhatTheCommandSaid()
+    {
+        StandIns commands;
+        commands.set(security, "echo 'no such identity' >&2\nexit 1\n");
+        const LogLines log;
+        QVERIFY(!CProfileGenerator::SignProfile(QStringLiteral("/a"), QStringLiteral("Jane")));
+        QVERIFY2(log.has(QStringLiteral("warning Failed to sign profile: no such identity")),
+                 qPrintable(log.all()));
+    }
+
+    void aSignatureThatDoesNotVerifyIsAFailure()
+    {
+        StandIns commands;
+        commands.set(security, "[ \"$2\" = -S ] && exit 0\necho damaged >&2\nexit 1\n");
+        const LogLines log;
+        QVERIFY(!CProfileGenerator::SignProfile(QStringLiteral("/a"), QStringLiteral("Jane")));
+        QVERIFY2(log.has(QStringLiteral("warning Profile is not signed or invalid: damaged")),
+                 qPrintable(log.all()));
+        QVERIFY2(log.has(QStringLiteral("warning Profile signing failed.")), qPrintable(log.all()));
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_ProfileCommands)
+#include "tst_ProfileCommands.moc"

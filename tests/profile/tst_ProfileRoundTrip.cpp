@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "config/RecordFields.h"
+#include "profile/CProfileGenerator.h"
+#include "profile/ProfileDocument.h"
+#include "tests/profile/ProfileSamples.h"
+#include "tests/support/TestFiles.h"
+
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace {
+
+QString firstDifference(const EditorXmlData &first, const EditorXmlData &second)
+{
+    for (const RecordField &field : recordFields()) {
+        if (!sameValue(field, first, second))
+            return field.name;
+    }
+    return first.payloadInfo == second.payloadInfo ? QString() : QStringLiteral("payloadInfo");
+}
+
+} // namespace
+
+/// What changes on the way is stated by ProfileSamples::throughProfile.
+class tst_ProfileRoundTrip : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QLoggingCategory::setFilterRules(QStringLiteral("pct.*.debug=false")); }
+
+    void recordsSurviveAFile()
+    {
+        QRandomGenerator random(20260103);
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("a.mobileconfig"));
+        for (int i = 0; i < 300; ++i) {
+            const bool editor = i % 2 == 0;
+            const EditorXmlData data = ProfileSamples::randomRecord(random);
+            QVERIFY(CProfileGenerator::CreateProfile(&data, path, editor));
+            EditorXmlData back;
+            QVERIFY(CProfileGenerator::ImportProfile(path, &back, editor));
+            QCOMPARE(firstDifference(back, ProfileSamples::throughProfile(data, editor)), QString());
+        }
+    }
+
+    void recordsSurviveABinaryPropertyListOfAnotherProgram()
+    {
+        QRandomGenerator random(20260104);
+        const QTemporaryDir folder;
+        const QString xml = folder.filePath(QStringLiteral("a.xml"));
+        const QString binary = folder.filePath(QStringLiteral("a.mobileconfig"));
+        for (int i = 0; i < 40; ++i) {
+            const EditorXmlData data = ProfileSamples::randomRecord(random);
+            TestFiles::write(xml, profileText(data, true).toUtf8());
+            TestFiles::outputOf(QStringLiteral("plistutil"),
+                                {QStringLiteral("-i"), xml, QStringLiteral("-o"), binary,
+                                 QStringLiteral("-f"), QStringLiteral("bin")});
+            EditorXmlData back;
+            bool editor = false;
+            QString error;
+            QVERIFY2(readProfile(binary, back, &editor, &error), qPrintable(error));
+            QVERIFY(editor);
+            QCOMPARE(firstDifference(back, ProfileSamples::throughProfile(data, true)), QString());
+        }
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_ProfileRoundTrip)
+#include "tst_ProfileRoundTrip.moc"
