@@ -4,9 +4,13 @@
 #include "app/DlgCustomizationTool_v2.h"
 #include "pages/installoption/CHandler_InstallOption.h"
 #include "pages/plugins/CHandler_Plugins.h"
+#include "pages/preferences/CHandler_Preference.h"
+#include "pages/ribbonset/CHandler_RibbonSet.h"
 
 void registerPages(DlgCustomizationTool_v2 &window, bool bEditor)
 {
     window.Register(std::make_shared<CHandler_InstallOption>(bEditor));
+    window.Register(std::make_shared<CHandler_Preference>(bEditor));
+    window.Register(std::make_shared<CHandler_RibbonSet>(bEditor));
     window.Register(std::make_shared<CHandler_Plugins>(bEditor));
 }

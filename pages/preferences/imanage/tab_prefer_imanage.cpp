@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "pages/preferences/imanage/tab_prefer_imanage.h"
+
+#include "ui_tab_prefer_imanage.h"
+
+tab_prefer_imanage::tab_prefer_imanage(QWidget *parent)
+    : CTabWidget(parent)
+    , m_ui(std::make_unique<Ui::tab_prefer_imanage>())
+{
+    m_ui->setupUi(this);
+}
+
+tab_prefer_imanage::~tab_prefer_imanage() = default;
+
+void tab_prefer_imanage::setOAuth2Used(bool on)
+{
+    m_ui->cb_biManageLogin->setChecked(on);
+}

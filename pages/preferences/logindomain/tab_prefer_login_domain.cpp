@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "pages/preferences/logindomain/tab_prefer_login_domain.h"
+
+#include "pages/preferences/logindomain/LoginDomain.h"
+#include "ui_tab_prefer_login_domain.h"
+
+#include <QMessageBox>
+#include <QStandardItemModel>
+
+#include <algorithm>
+
+tab_prefer_login_domain::tab_prefer_login_domain(QWidget *parent)
+    : CTabWidget(parent)
+    , m_ui(std::make_unique<Ui::tab_prefer_login_domain>())
+    , m_domains(new QStandardItemModel(0, 1, this))
+{
+    m_ui->setupUi(this);
+    m_domains->setHorizontalHeaderLabels({tr("Domain List")});
+    m_ui->tableView_domains->setModel(m_domains);
+    connect(m_ui->btn_add_domain, &QPushButton::clicked, this,
+            &tab_prefer_login_domain::on_btn_add_domain_clicked);
+    connect(m_ui->lineEdit_domain, &QLineEdit::returnPressed, this,
+            &tab_prefer_login_domain::on_btn_add_domain_clicked);
+    connect(m_ui->btn_remove_domains, &QPushButton::clicked, this,
+            &tab_prefer_login_domain::on_btn_remove_domains_clicked);
+}
+
+tab_prefer_login_domain::~tab_prefer_login_domain() = default;
+
+bool tab_prefer_login_domain::CheckDomain(const QString &domain)
+{
+    return isLoginDomain(domain);
+}
+
+void tab_prefer_login_domain::setWhitelist(bool on)
+{
+    QRadioButton *choice = on ? m_ui->cb_allowed_whitelist : m_ui->cb_disallowed_blacklist;
+    choice->setChecked(true);
+}
+
+void tab_prefer_login_domain::setDomains(const QStringList &domains)
+{
+    m_domains->removeRows(0, m_domains->rowCount());
+    for (const QString &domain : domains)
+        appendRow(domain);
+}
+
+QStringList tab_prefer_login_domain::domains() const
+{
+    QStringList domains;
+    for (int row = 0; row < m_domains->rowCount(); ++row) {
+        const QStandardItem *item = m_domains->item(row);
+        if (item && !item->text().isEmpty())
+            domains += item->text();
+    }
+    return domains;
+}
+
+void tab_prefer_login_domain::on_btn_add_domain_clicked()
+{
+    const QStringList typed = loginDomainsOf(m_ui->lineEdit_domain->text().trimmed());
+    if (!std::all_of(typed.begin(), typed.end(), CheckDomain)) {
+        warnOfMismatch();
+        return;
+    }
+    m_ui->lineEdit_domain->clear();
+    for (const QString &domain : typed) {
+        if (!domains().contains(domain))
+            appendRow(domain);
+    }
+}
+
+void tab_prefer_login_domain::warnOfMismatch()
+{
+    QMessageBox::warning(this, QString(), tr("\nThe entered domain name does not match."), QMessageBox::Ok);
+}
+
+void tab_prefer_login_domain::appendRow(const QString &domain)
+{
+    m_domains->appendRow(new QStandardItem(domain));
+}
+
+void tab_prefer_login_domain::on_btn_remove_domains_clicked()
+{
+    // In the order of the selection, but each row by where it has moved to: removing one shifts the others.
+    QList<QPersistentModelIndex> rows;
+    for (const QModelIndex &row : m_ui->tableView_domains->selectionModel()->selectedRows())
+        rows += row;
+    for (const QPersistentModelIndex &row : rows)
+        m_domains->removeRow(row.row());
+}

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "pages/CTabWidget.h"
+
+#include <QStringList>
+
+#include <memory>
+
+namespace Ui {
+class tab_prefer_login_domain;
+}
+class QStandardItemModel;
+
+/// Which domains users may, or may not, sign in from.
+class tab_prefer_login_domain : public CTabWidget
+{
+    Q_OBJECT
+
+public:
+    explicit tab_prefer_login_domain(QWidget *parent = nullptr);
+    ~tab_prefer_login_domain() override;
+
+    /// Whether the whole string is "@" and a domain name, by the rule of isLoginDomain().
+    static bool CheckDomain(const QString &domain);
+
+    /// Chooses between the list of allowed domains (true) and that of disallowed ones.
+    void setWhitelist(bool on);
+
+    /// Replaces the listed domains, one row each, unchecked.
+    void setDomains(const QStringList &domains);
+
+    /// The listed domains from top to bottom, without empty rows.
+    QStringList domains() const;
+
+    /// Appends what has been typed, one or more domains with semicolons between them. Domains that are
+    /// listed already are skipped; if one is malformed, the user is warned and nothing is added.
+    void on_btn_add_domain_clicked();
+
+    /// Removes the selected rows.
+    void on_btn_remove_domains_clicked();
+
+private:
+    void warnOfMismatch();
+    void appendRow(const QString &domain);
+
+    const std::unique_ptr<Ui::tab_prefer_login_domain> m_ui;
+    QStandardItemModel *const m_domains;
+};

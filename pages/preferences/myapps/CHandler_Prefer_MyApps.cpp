@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "pages/preferences/myapps/CHandler_Prefer_MyApps.h"
+
+#include "config/EditorXmlData.h"
+
+int CHandler_Prefer_MyApps::GetTabId()
+{
+    return 4;
+}
+
+QString CHandler_Prefer_MyApps::GetTabTitle() const
+{
+    return tr("Hide My Apps");
+}
+
+bool CHandler_Prefer_MyApps::IsOnlyForEditor()
+{
+    return true;
+}
+
+QString CHandler_Prefer_MyApps::GetInfoAnchorId()
+{
+    return {};
+}
+
+void CHandler_Prefer_MyApps::fillPage(tab_prefer_myapps &page, const EditorXmlData &data)
+{
+    page.setMyAppsHidden(data.bHideMyApps);
+}

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "pages/preferences/myapps/tab_prefer_myapps.h"
+
+#include "ui_tab_prefer_myapps.h"
+
+tab_prefer_myapps::tab_prefer_myapps(QWidget *parent)
+    : CTabWidget(parent)
+    , m_ui(std::make_unique<Ui::tab_prefer_myapps>())
+{
+    m_ui->setupUi(this);
+}
+
+tab_prefer_myapps::~tab_prefer_myapps() = default;
+
+void tab_prefer_myapps::setMyAppsHidden(bool on)
+{
+    m_ui->cb_hidemyapps->setChecked(on);
+}

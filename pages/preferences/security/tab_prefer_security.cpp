@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "pages/preferences/security/tab_prefer_security.h"
+
+#include "ui_tab_prefer_security.h"
+
+tab_prefer_security::tab_prefer_security(QWidget *parent)
+    : CTabWidget(parent)
+    , m_ui(std::make_unique<Ui::tab_prefer_security>())
+{
+    m_ui->setupUi(this);
+}
+
+tab_prefer_security::~tab_prefer_security() = default;
+
+void tab_prefer_security::setAttachmentMode(int mode)
+{
+    m_ui->cb_fileattachmentsMode->setCurrentIndex(mode);
+}
+
+void tab_prefer_security::setFileTypes(const QString &list)
+{
+    m_ui->tt_defaultLaunchAttachmentPerms->setPlainText(list);
+}
+
+void tab_prefer_security::setActionsDisabled(bool on)
+{
+    m_ui->rb_disableopenfile_all->setChecked(on);
+}

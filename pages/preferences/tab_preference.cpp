@@ -1,0 +1,153 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "pages/preferences/tab_preference.h"
+
+#include "pages/IPreferenceHandler.h"
+#include "ui_tab_preference.h"
+
+#include <QEvent>
+#include <QMetaMethod>
+#include <QStackedLayout>
+#include <QStringListModel>
+#include <QStyledItemDelegate>
+
+namespace {
+
+constexpr int maxSubPages = 8;
+constexpr int listStretch = 2;
+constexpr int subPageStretch = 10;
+constexpr int rowPadding = 6;
+
+/// Rows with room above and below their titles. A style sheet's padding would not count when the lines of
+/// a long title are broken.
+class RowDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        return QStyledItemDelegate::sizeHint(option, index) + QSize(0, 2 * rowPadding);
+    }
+};
+
+/// The ancestor of that name, or null.
+QWidget *ancestorNamed(const QWidget &widget, QLatin1String name)
+{
+    QWidget *ancestor = widget.parentWidget();
+    while (ancestor && ancestor->objectName() != name)
+        ancestor = ancestor->parentWidget();
+    return ancestor;
+}
+
+} // namespace
+
+tab_preference::tab_preference(bool editor, QWidget *parent)
+    : CTabWidget(parent)
+    , m_ui(std::make_unique<Ui::tab_preference>())
+    , m_editor(editor)
+    , m_titles(new QStringListModel(this))
+    , m_stack(new QStackedLayout)
+{
+    m_ui->setupUi(this);
+    m_ui->horizontalLayout->addLayout(m_stack, subPageStretch);
+    m_ui->horizontalLayout->setStretchFactor(m_ui->listView, listStretch);
+    m_ui->listView->setModel(m_titles);
+    m_ui->listView->setItemDelegate(new RowDelegate(m_ui->listView));
+    // A click with Ctrl would leave the shown sub-page without a selected row.
+    connect(m_ui->listView, &QListView::clicked, m_ui->listView, &QListView::setCurrentIndex);
+    connect(m_ui->listView->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &tab_preference::showSelected);
+}
+
+tab_preference::~tab_preference() = default;
+
+bool tab_preference::isWanted(IPreferenceHandler &handler) const
+{
+    const int id = handler.GetTabId();
+    if (handler.IsOnlyForEditor() && !m_editor)
+        return false;
+    return id >= 0 && id < maxSubPages && m_handlers.count(id) == 0;
+}
+
+bool tab_preference::Register(const std::shared_ptr<IPreferenceHandler> &handler)
+{
+    if (!handler || !isWanted(*handler))
+        return false;
+    QWidget *subPage = handler->GetWidget(true);
+    if (!subPage)
+        return false;
+    m_stack->addWidget(subPage);
+    m_handlers.emplace(handler->GetTabId(), handler);
+    appendRow(handler->GetTabTitle());
+    return true;
+}
+
+void tab_preference::appendRow(const QString &title)
+{
+    const int row = m_titles->rowCount();
+    m_titles->insertRow(row);
+    m_titles->setData(m_titles->index(row), title);
+    m_ui->listView->selectionModel()->setCurrentIndex(m_titles->index(row),
+                                                      QItemSelectionModel::ClearAndSelect);
+}
+
+void tab_preference::showSelected(const QItemSelection &selected)
+{
+    if (!selected.isEmpty())
+        showRow(selected.indexes().constFirst().row());
+}
+
+void tab_preference::showRow(int row)
+{
+    if (row == m_stack->currentIndex())
+        return;
+    m_stack->setCurrentIndex(row);
+    emit sig_reloadinformation();
+}
+
+std::shared_ptr<IPreferenceHandler> tab_preference::GetCurrentHandler() const
+{
+    for (const auto &entry : m_handlers) {
+        QWidget *subPage = entry.second->GetWidget(false);
+        if (subPage && subPage == m_stack->currentWidget())
+            return entry.second;
+    }
+    return nullptr;
+}
+
+void tab_preference::ImportProperty(const EditorXmlData &record)
+{
+    for (const auto &entry : m_handlers)
+        entry.second->ImportProperty(entry.second->GetWidget(false), &record);
+}
+
+QVariant tab_preference::GetProperty(const QString &objectName) const
+{
+    for (const auto &entry : m_handlers) {
+        const QVariant value = entry.second->GetProperty(objectName);
+        if (value.isValid())
+            return value;
+    }
+    return {};
+}
+
+bool tab_preference::event(QEvent *event)
+{
+    // A widget hears of its own new parent only; that its parent has moved shows when it is shown.
+    if (event->type() == QEvent::ParentChange || event->type() == QEvent::Show)
+        followInMainWindow();
+    return CTabWidget::event(event);
+}
+
+void tab_preference::followInMainWindow()
+{
+    QWidget *window = ancestorNamed(*this, QLatin1String("DlgCustomizationTool_v2"));
+    if (!window)
+        return;
+    // By name, because pages know nothing of the window's class.
+    const int slot = window->metaObject()->indexOfSlot("On_ReloadInformation()");
+    if (slot < 0)
+        return;
+    connect(this, QMetaMethod::fromSignal(&tab_preference::sig_reloadinformation), window,
+            window->metaObject()->method(slot), Qt::UniqueConnection);
+}

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "pages/ribbonset/RibbonDefinition.h"
+
+#include "config/CCommon.h"
+
+#include <QFile>
+
+namespace {
+
+QDomDocument readDefinition()
+{
+    QFile file(QStringLiteral(":/EditorXml/EditorXml/RibbonQuintorUI_Init.xml"));
+    QDomDocument definition;
+    if (!file.open(QIODevice::ReadOnly) || !definition.setContent(&file))
+        return {};
+    const bool isRibbon = definition.documentElement().tagName() == QLatin1String("RibbonUI");
+    return isRibbon ? definition : QDomDocument();
+}
+
+} // namespace
+
+QDomDocument ribbonDefinition()
+{
+    // Reading takes longer than building a tree from it, and there are two trees.
+    static const QDomDocument definition = readDefinition();
+    return definition;
+}
+
+bool existsInProduct(const QDomElement &element)
+{
+    const QString onlyForTheOther = CCommon::GetPCWAppType() == PCW_APP_READER ? QStringLiteral("OnlyEditor")
+                                                                               : QStringLiteral("OnlyReader");
+    return element.attribute(onlyForTheOther).toInt() != 1;
+}

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "pages/ribbonset/tab_ribbonset_ribcate.h"
+
+#include "config/EditorXmlData.h"
+#include "config/KeptElement.h"
+#include "pages/ribbonset/RibbonDefinition.h"
+#include "pages/ribbonset/RibbonFragment.h"
+#include "pages/ribbonset/RibbonTree.h"
+
+tab_ribbonset_ribcate::tab_ribbonset_ribcate(QWidget *parent)
+    : RibbonTreePage(tr("Ribbon Category"), tr("Mark what to hide from the ribbon:"), parent)
+{
+    BuildRibbonsetTree();
+}
+
+QStringList tab_ribbonset_ribcate::InitCommonActions()
+{
+    return {QStringLiteral("Ribbon_Action_SearchHighlight"),
+            QStringLiteral("Ribbon_Action_EditPageObject"),
+            QStringLiteral("Ribbon_Action_EditPageObject_Text"),
+            QStringLiteral("Ribbon_Action_EditPageObject_Image"),
+            QStringLiteral("Ribbon_Action_EditPageObject_Shape"),
+            QStringLiteral("Ribbon_Action_EditPageObject_Shading"),
+            QStringLiteral("Ribbon_Action_EditPageObject_All"),
+            QStringLiteral("Ribbon_Action_EditText"),
+            QStringLiteral("Ribbon_Action_Bookmark"),
+            QStringLiteral("Ribbon_Action_QuickOcr"),
+            QStringLiteral("Ribbon_Action_RotateView"),
+            QStringLiteral("Ribbon_Menu_Item_RotateLeft"),
+            QStringLiteral("Ribbon_Action_Typewriter"),
+            QStringLiteral("Ribbon_Action_FillandSign")};
+}
+
+void tab_ribbonset_ribcate::parseXml(const QDomNode &node, QTreeWidgetItem *parent)
+{
+    const QDomElement element = node.toElement();
+    if (element.isNull() || !existsInProduct(element))
+        return;
+    QTreeWidgetItem *item = RibbonTree::newItem(element);
+    for (QDomNode child = element.firstChild(); !child.isNull(); child = child.nextSibling())
+        parseXml(child, item);
+    // Added with all that is below it, the tree learns of it once.
+    parent->addChild(item);
+}
+
+void tab_ribbonset_ribcate::treeBuilt()
+{
+    m_commonActions.link(treeRoot());
+}
+
+void tab_ribbonset_ribcate::spreadState(QTreeWidgetItem *item)
+{
+    RibbonTree::updateChildItems(item, item->checkState(0));
+    m_commonActions.UpdateCommonActionState(item);
+    RibbonTree::updateParentItems(item);
+}
+
+void tab_ribbonset_ribcate::applyFragment(const QDomElement &fragment)
+{
+    applyRibbonFragment(treeRoot(), fragment);
+}
+
+QDomDocument tab_ribbonset_ribcate::SaveToXml() const
+{
+    return ribbonFragment(treeRoot());
+}
+
+void tab_ribbonset_ribcate::OnBeforeSave()
+{
+    theEditorXmlData.elemRibbonCategory = keptElement(SaveToXml().documentElement());
+}
