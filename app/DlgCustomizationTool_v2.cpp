@@ -11,7 +11,6 @@
 #include "pages/ICutsomizationHandler.h"
 #include "ui_DlgCustomizationTool_v2.h"
 #include "welcome/tab_import_xml.h"
-#include "welcome/tab_welcome.h"
 
 #include <QButtonGroup>
 #include <QKeyEvent>
@@ -78,8 +77,6 @@ void DlgCustomizationTool_v2::styleToolBarForProfile()
     m_ui->tb_save->setStyleSheet(toolButtonSheet(QStringLiteral("save")));
     m_ui->tb_save->setToolTip(toolTipText(
         tr("Save"), tr("Save the configured settings as a\u00a0.mobileconfig configuration profile")));
-    // Profiles can neither be read nor written yet.
-    m_ui->tb_open->setEnabled(false);
 }
 
 void DlgCustomizationTool_v2::createMenu()
@@ -97,7 +94,7 @@ void DlgCustomizationTool_v2::connectButtons()
 {
     connect(m_pageButtons, &QButtonGroup::idClicked, this, [this] {
         RefreshStackLayoutWidget();
-        ShowInfomation(m_ui->tb_info->isChecked());
+        On_ReloadInformation();
     });
     connect(m_ui->tb_open, &QToolButton::clicked, this, &DlgCustomizationTool_v2::openFile);
     connect(m_ui->tb_save, &QToolButton::clicked, this, &DlgCustomizationTool_v2::save);

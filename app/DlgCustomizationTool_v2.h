@@ -21,7 +21,6 @@ class QStackedLayout;
 class QThread;
 class QToolButton;
 class tab_import_xml;
-class tab_welcome;
 struct BuildPlan;
 struct EditorXmlData;
 
@@ -82,6 +81,10 @@ public:
     /// Takes a vendor package to work on. False when it is not the product's, which the user is told.
     bool on_fileloaded(const QString &path);
 
+    /// Fills record and pages from a profile file or, for an empty path, from the installed profile. A file
+    /// that is no profile of the product is refused in silence.
+    void on_profileload(const QString &path);
+
     // ---- Values of the pages' controls; also in the build's worker ----
 
     /// The value of the first control of that name that has one of the type: false, 0 or empty when no page
@@ -110,6 +113,16 @@ public:
     static void Process(DlgCustomizationTool_v2 *window, QString inputPackage, QString outputPackage,
                         const QString &documentPath);
 
+    // ---- Saving a profile ----
+
+    /// Asks where to and, if the installed profile is another one, under which identifier; writes the
+    /// profile and offers to sign it.
+    void On_SaveProfile();
+
+public slots:
+    /// Shows the help that goes with what is shown now. Pages may connect to it by name.
+    void On_ReloadInformation();
+
 protected:
     void showEvent(QShowEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
@@ -130,6 +143,8 @@ private:
     void addPage(QWidget *page);
     QWidget *addHosted(QWidget *page);
     QWidget *pageOf(int id);
+    QWidget *makePackageWelcome();
+    QWidget *makeProfileWelcome();
     void showFirstPage();
     void showImportPage();
     void importDocument(const QString &path);
@@ -145,13 +160,18 @@ private:
     bool isBuilding() const;
     BuildPlan planOf(const QString &inputPackage, const QString &outputPackage, const QString &documentPath);
 
+    QString askProfilePath();
+    bool settleIdentifier();
+    bool writeProfile(const QString &path);
+    void offerSigning(const QString &path);
+
     std::unique_ptr<Ui::DlgCustomizationTool_v2> m_ui;
     Handlers m_handlers;
     QStackedLayout *m_stack = nullptr;
     QButtonGroup *m_pageButtons = nullptr;
     QMenu *m_menu = nullptr;
     QPointer<CPDF_Waiting> m_waiting;
-    QPointer<tab_welcome> m_welcome;
+    QPointer<QWidget> m_welcome;
     QPointer<tab_import_xml> m_import;
     QPointer<HelpPanel> m_helpPanel;
     QPointer<QThread> m_worker;

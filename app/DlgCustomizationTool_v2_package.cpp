@@ -3,6 +3,7 @@
 
 #include "app/BuildThread.h"
 #include "app/CPDF_Waiting.h"
+#include "app/FlowMessages.h"
 #include "app/Logging.h"
 #include "app/SaveDialogWithOption.h"
 #include "config/CCommon.h"
@@ -11,7 +12,6 @@
 #include "ui_DlgCustomizationTool_v2.h"
 
 #include <QDir>
-#include <QMessageBox>
 
 namespace {
 
@@ -37,9 +37,7 @@ void logReport(const BuildReport &report)
 void DlgCustomizationTool_v2::On_SavePackage()
 {
     if (!CCommon::CheckPkg(m_packagePath, m_bEditor)) {
-        QMessageBox::critical(this, QString(),
-                              QLatin1Char('\n') + tr("The input installer package is invalid."),
-                              QMessageBox::Ok);
+        FlowMessages::critical(this, tr("The input installer package is invalid."));
         qCDebug(logApp, "CheckPkg fail!");
         return;
     }
@@ -121,13 +119,11 @@ void DlgCustomizationTool_v2::showBuildResult(bool documentKept)
     m_waiting->stop();
     setEnabled(true);
     if (m_nBuildStatus != 0) {
-        QMessageBox::warning(this, QString(),
-                             QLatin1Char('\n') + tr("Failed to create package. Please try again."),
-                             QMessageBox::Ok);
+        FlowMessages::warning(this, tr("Failed to create package. Please try again."));
         return;
     }
     const QString text = documentKept
                              ? tr("The output package and configure file have been created successfully.")
                              : tr("The output package has been created successfully.");
-    QMessageBox::information(this, QString(), QLatin1Char('\n') + text, QMessageBox::Ok);
+    FlowMessages::information(this, text);
 }

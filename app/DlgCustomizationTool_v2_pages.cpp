@@ -10,6 +10,7 @@
 #include "welcome/OpenFile.h"
 #include "welcome/tab_import_xml.h"
 #include "welcome/tab_welcome.h"
+#include "welcome/tab_welcome_profile.h"
 
 #include <QButtonGroup>
 #include <QMessageBox>
@@ -45,14 +46,31 @@ QWidget *DlgCustomizationTool_v2::addHosted(QWidget *page)
 
 void DlgCustomizationTool_v2::InitWelcomeTab()
 {
-    if (m_welcome || CCommon::GetPCWConfigType() == PCW_CONFIG_PROFILE)
+    if (m_welcome)
         return;
-    m_welcome = new tab_welcome(this);
-    connect(m_welcome, &tab_welcome::sig_fileloaded, this, &DlgCustomizationTool_v2::on_fileloaded,
-            Qt::QueuedConnection);
+    m_welcome =
+        CCommon::GetPCWConfigType() == PCW_CONFIG_PROFILE ? makeProfileWelcome() : makePackageWelcome();
     m_stack->setCurrentWidget(addHosted(m_welcome));
     // What there is to do first, rather than the first button of the toolbar.
-    m_welcome->findChild<QPushButton *>(QStringLiteral("btnBrowse"))->setFocus();
+    m_welcome->findChild<QPushButton *>()->setFocus();
+}
+
+QWidget *DlgCustomizationTool_v2::makePackageWelcome()
+{
+    auto *page = new tab_welcome(this);
+    connect(page, &tab_welcome::sig_fileloaded, this, &DlgCustomizationTool_v2::on_fileloaded,
+            Qt::QueuedConnection);
+    return page;
+}
+
+QWidget *DlgCustomizationTool_v2::makeProfileWelcome()
+{
+    auto *page = new tab_welcome_profile(m_pEditorXmlData, this);
+    connect(page, &tab_welcome_profile::sig_profileloaded, this, &DlgCustomizationTool_v2::on_profileload,
+            Qt::QueuedConnection);
+    const auto loadInstalled = [this] { on_profileload(QString()); };
+    connect(page, &tab_welcome_profile::sig_systemprofileloaded, this, loadInstalled, Qt::QueuedConnection);
+    return page;
 }
 
 QWidget *DlgCustomizationTool_v2::pageOf(int id)
@@ -87,9 +105,7 @@ bool DlgCustomizationTool_v2::UpdateTabWidgets()
 
 void DlgCustomizationTool_v2::RefreshStackLayoutWidget()
 {
-    QWidget *page = m_tabsInitialised ? pageOf(m_pageButtons->checkedId())
-                    : m_welcome       ? m_welcome->parentWidget()
-                                      : nullptr;
+    QWidget *page = m_tabsInitialised ? pageOf(m_pageButtons->checkedId()) : m_welcome->parentWidget();
     if (page)
         m_stack->setCurrentWidget(page);
 }
@@ -115,7 +131,7 @@ void DlgCustomizationTool_v2::uncheckPageButtons()
 
 void DlgCustomizationTool_v2::EnableButtons(bool enable)
 {
-    m_ui->tb_save->setEnabled(enable && CCommon::GetPCWConfigType() == PCW_CONFIG_PACKAGE);
+    m_ui->tb_save->setEnabled(enable);
     for (QAbstractButton *button : m_pageButtons->buttons())
         button->setEnabled(enable);
 }
@@ -133,7 +149,7 @@ bool DlgCustomizationTool_v2::on_fileloaded(const QString &path)
     }
     InitTabWidgets();
     showFirstPage();
-    ShowInfomation(m_ui->tb_info->isChecked());
+    On_ReloadInformation();
     EnableButtons(true);
     if (!m_import)
         showImportPage();
@@ -149,7 +165,7 @@ void DlgCustomizationTool_v2::showImportPage()
     m_stack->setCurrentWidget(addHosted(m_import));
     // With its button still checked, the first page could not be chosen by a click.
     uncheckPageButtons();
-    ShowInfomation(m_ui->tb_info->isChecked());
+    On_ReloadInformation();
 }
 
 void DlgCustomizationTool_v2::importDocument(const QString &path)
@@ -158,19 +174,31 @@ void DlgCustomizationTool_v2::importDocument(const QString &path)
         return;
     UpdateTabWidgets();
     showFirstPage();
-    ShowInfomation(m_ui->tb_info->isChecked());
+    On_ReloadInformation();
     EnableButtons(true);
 }
 
 void DlgCustomizationTool_v2::openFile()
 {
-    on_fileloaded(chooseFileToOpen(this, tr("Package files (*.pkg)")));
+    const bool profile = CCommon::GetPCWConfigType() == PCW_CONFIG_PROFILE;
+    const QString path = chooseFileToOpen(this, profile ? tr("configration profiles (*.mobileconfig)")
+                                                        : tr("Package files (*.pkg)"));
+    // A profile's empty path would stand for the installed one.
+    if (path.isEmpty())
+        return;
+    if (profile)
+        on_profileload(path);
+    else
+        on_fileloaded(path);
 }
 
 void DlgCustomizationTool_v2::save()
 {
     m_ui->tb_save->setEnabled(false);
-    On_SavePackage();
+    if (CCommon::GetPCWConfigType() == PCW_CONFIG_PROFILE)
+        On_SaveProfile();
+    else
+        On_SavePackage();
     m_ui->tb_save->setEnabled(true);
 }
 
@@ -181,7 +209,6 @@ void DlgCustomizationTool_v2::showEvent(QShowEvent *event)
         return;
     InitTabWidgets();
     EnableButtons(true);
-    showFirstPage();
 }
 
 QString DlgCustomizationTool_v2::InfoName()
@@ -208,6 +235,11 @@ void DlgCustomizationTool_v2::placeHelpPanel(QSplitter *splitter)
         return;
     splitter->addWidget(m_helpPanel);
     splitter->setSizes({splitter->width(), 0});
+}
+
+void DlgCustomizationTool_v2::On_ReloadInformation()
+{
+    ShowInfomation(m_ui->tb_info->isChecked());
 }
 
 void DlgCustomizationTool_v2::ShowInfomation(bool show)

@@ -6,13 +6,18 @@
 
 #include <QApplication>
 #include <QIcon>
+#include <QLoggingCategory>
 
 int main(int argc, char *argv[])
 {
+    // The style sheets of the forms name properties that Qt does not know: marks of ours, and some of the
+    // web. Qt notes each of them in the default category, to which nothing of ours writes.
+    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
     initPctResources();
     QApplication application(argc, argv);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps, true);
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/img/app-icon.png")));
+    useApplicationLook();
     HostPaths::putStandInsFirst();
 
     DlgCustomizationTool_v2 *window = makeChosenWindow();

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <QWidget>
+#include "welcome/FileDropPage.h"
 
 #include <memory>
 
@@ -10,7 +10,7 @@ class tab_import_xml;
 }
 
 /// The page after the first accepted package: go on with the defaults, or obtain a configuration document.
-class tab_import_xml : public QWidget
+class tab_import_xml : public FileDropPage
 {
     Q_OBJECT
 
@@ -19,15 +19,12 @@ public:
     ~tab_import_xml() override;
 
 signals:
-    /// A document was chosen or dropped. The first one when several were dropped.
+    /// A document was chosen or dropped.
     void sig_fileloaded(const QString &path);
 
 protected:
-    void dragEnterEvent(QDragEnterEvent *event) override;
-    void dropEvent(QDropEvent *event) override;
+    void takeFile(const QString &path) override;
 
 private:
-    void import();
-
     const std::unique_ptr<Ui::tab_import_xml> m_ui;
 };

@@ -4,6 +4,7 @@
 #include "tests/support/TestFiles.h"
 
 #include <QDir>
+#include <QDirIterator>
 
 namespace {
 
@@ -38,4 +39,21 @@ QStringList Unpacked::scripts() const
 {
     return QDir(m_folder.filePath(QStringLiteral("scripts")))
         .entryList(QDir::Files | QDir::Hidden | QDir::System, QDir::Name);
+}
+
+QStringList Unpacked::files() const
+{
+    const QDir root(m_folder.path());
+    QStringList files;
+    QDirIterator all(root.path(), QDir::Files | QDir::Hidden | QDir::System, QDirIterator::Subdirectories);
+    while (all.hasNext())
+        files << root.relativeFilePath(all.next());
+    files.removeOne(root.relativeFilePath(member("Scripts")));
+    files.sort();
+    return files;
+}
+
+QString Unpacked::file(const QString &name) const
+{
+    return m_folder.filePath(name);
 }

@@ -17,6 +17,12 @@ public:
     /// The files of the Scripts archive, sorted.
     QStringList scripts() const;
 
+    /// Everything that the package carries, sorted: its members but for the Scripts archive, and the files
+    /// in that archive instead.
+    QStringList files() const;
+    /// Path of one of files().
+    QString file(const QString &name) const;
+
 private:
     QTemporaryDir m_folder;
     QString m_component;

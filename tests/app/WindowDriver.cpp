@@ -12,19 +12,22 @@
 #include <QTest>
 #include <QUrl>
 
+void WindowDriver::readAndAccept(QDialog *dialog, ShownMessage *shown)
+{
+    auto *box = qobject_cast<QMessageBox *>(dialog);
+    if (!box) {
+        QTest::qFail("the modal dialog is not a message box", __FILE__, __LINE__);
+        dialog->reject();
+        return;
+    }
+    *shown = {box->windowTitle(),     box->text(),         box->icon(),
+              box->standardButtons(), box->parentWidget(), shown->count + 1};
+    box->button(QMessageBox::Ok)->click();
+}
+
 void WindowDriver::acceptMessage(QObject *context, ShownMessage *shown)
 {
-    DialogDriver::onNextModal(context, [shown](QDialog *dialog) {
-        auto *box = qobject_cast<QMessageBox *>(dialog);
-        if (!box) {
-            QTest::qFail("the modal dialog is not a message box", __FILE__, __LINE__);
-            dialog->reject();
-            return;
-        }
-        *shown = {box->windowTitle(),     box->text(),         box->icon(),
-                  box->standardButtons(), box->parentWidget(), shown->count + 1};
-        box->button(QMessageBox::Ok)->click();
-    });
+    DialogDriver::onNextModal(context, [shown](QDialog *dialog) { readAndAccept(dialog, shown); });
 }
 
 void WindowDriver::saveAs(QObject *context, const QString &path, bool keepDocument,

@@ -8,6 +8,7 @@
 
 #include <functional>
 
+class QDialog;
 class QWidget;
 
 /// A message box as it stood on the screen.
@@ -24,7 +25,10 @@ struct ShownMessage
 /// What a user does with the main window that no single widget offers.
 namespace WindowDriver {
 
-/// Presses the default button of the next modal dialog, which must be a message box, and notes what it said.
+/// Notes what a dialog says, which must be a message box, and presses its OK button.
+void readAndAccept(QDialog *dialog, ShownMessage *shown);
+
+/// Presses the OK button of the next modal dialog, which must be a message box, and notes what it said.
 void acceptMessage(QObject *context, ShownMessage *shown);
 
 /// Answers the next save dialog: types the path, ticks the box when wanted and accepts. `next` is called

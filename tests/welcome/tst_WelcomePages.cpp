@@ -3,10 +3,10 @@
 #include "resources/Resources.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/support/TestFiles.h"
+#include "tests/welcome/DraggedFiles.h"
 #include "welcome/tab_import_xml.h"
 #include "welcome/tab_welcome.h"
 
-#include <QDragEnterEvent>
 #include <QFileDialog>
 #include <QLabel>
 #include <QMimeData>
@@ -14,6 +14,8 @@
 #include <QTextDocument>
 #include <QtTest>
 #include <QUrl>
+
+using namespace DraggedFiles;
 
 namespace {
 
@@ -27,48 +29,6 @@ QString plainTextOf(const QWidget &page, const char *name)
     QTextDocument document;
     document.setHtml(page.findChild<QLabel *>(QLatin1String(name))->text());
     return document.toPlainText();
-}
-
-QStringList pathsOf(const QSignalSpy &spy)
-{
-    QStringList paths;
-    for (const QList<QVariant> &arguments : spy)
-        paths.append(arguments.at(0).toString());
-    return paths;
-}
-
-/// What a file manager offers when these files are dragged.
-std::unique_ptr<QMimeData> dragged(const QStringList &files)
-{
-    auto data = std::make_unique<QMimeData>();
-    QList<QUrl> urls;
-    for (const QString &file : files)
-        urls.append(QUrl::fromLocalFile(file));
-    data->setUrls(urls);
-    return data;
-}
-
-bool acceptsDrag(QWidget &page, const QMimeData &data)
-{
-    QDragEnterEvent event(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(&page, &event);
-    return event.isAccepted() && event.dropAction() == Qt::CopyAction;
-}
-
-/// Qt delivers a drop only to where a drag was accepted before, so one that every page takes goes ahead.
-bool acceptsDrop(QWidget &page, const QMimeData &data)
-{
-    const auto welcome = dragged({QStringLiteral("/d/a.xml")});
-    if (!acceptsDrag(page, *welcome))
-        qFatal("the page takes no drags");
-    QDropEvent event(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(&page, &event);
-    return event.isAccepted();
-}
-
-void expectDropLogged(const char *path)
-{
-    QTest::ignoreMessage(QtDebugMsg, QByteArray("Dropped file: \"" + QByteArray(path) + '"').constData());
 }
 
 } // namespace
@@ -144,7 +104,7 @@ private slots:
         QMimeData text;
         text.setText(QStringLiteral("/d/a.pkg"));
         QVERIFY(!acceptsDrag(page, text));
-        QVERIFY(!acceptsDrop(page, text));
+        QVERIFY(!acceptsDrop(page, text, QStringLiteral("/d/a.pkg")));
         QCOMPARE(loaded.count(), 0);
     }
 
@@ -154,8 +114,10 @@ private slots:
         QSignalSpy loaded(&page, &tab_welcome::sig_fileloaded);
         for (const char *path : {"/d/a.pkg", "/d/b b.txt", "/d/c.xml"})
             expectDropLogged(path);
-        QVERIFY(acceptsDrop(page, *dragged({QStringLiteral("/d/a.pkg"), QStringLiteral("/d/b b.txt"),
-                                            QStringLiteral("/d/c.xml")})));
+        QVERIFY(acceptsDrop(
+            page,
+            *dragged({QStringLiteral("/d/a.pkg"), QStringLiteral("/d/b b.txt"), QStringLiteral("/d/c.xml")}),
+            QStringLiteral("/d/a.pkg")));
         QCOMPARE(pathsOf(loaded), QStringList{QStringLiteral("/d/c.xml")});
     }
 
@@ -199,7 +161,7 @@ private slots:
             dragged({QStringLiteral("/d/b.txt"), QStringLiteral("/d/a.xml"), QStringLiteral("/d/c.xml")});
         QVERIFY(acceptsDrag(page, *data));
         expectDropLogged("/d/a.xml");
-        QVERIFY(acceptsDrop(page, *data));
+        QVERIFY(acceptsDrop(page, *data, QStringLiteral("/d/a.xml")));
         QCOMPARE(pathsOf(loaded), QStringList{QStringLiteral("/d/a.xml")});
     }
 
@@ -209,7 +171,7 @@ private slots:
         QSignalSpy loaded(&page, &tab_import_xml::sig_fileloaded);
         const auto data = dragged({QStringLiteral("/d/Document.XML"), QStringLiteral("/d/b.txt")});
         QVERIFY(!acceptsDrag(page, *data));
-        QVERIFY(!acceptsDrop(page, *data));
+        QVERIFY(!acceptsDrop(page, *data, QStringLiteral("/d/a.xml")));
         QCOMPARE(loaded.count(), 0);
     }
 
