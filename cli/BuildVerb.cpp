@@ -6,8 +6,6 @@
 #include "cli/Product.h"
 #include "cli/Verb.h"
 
-#include <QJsonArray>
-
 namespace {
 
 /// How a build ended, after all that it had made for itself is gone.
@@ -35,17 +33,6 @@ Outcome outcomeOf(const PackageRequest &request)
     PackageJob job(request);
     const Verdict problem = job.run();
     return {problem, job.warnings(), job.productVersion()};
-}
-
-QJsonArray warningsArray(const QList<FileWarning> &warnings)
-{
-    QJsonArray array;
-    for (const FileWarning &warning : warnings) {
-        QJsonObject object = warningObject(warning.warning);
-        object.insert(QStringLiteral("file"), warning.file);
-        array.append(object);
-    }
-    return array;
 }
 
 QJsonObject outcomeObject(const PackageRequest &request, const Outcome &outcome)

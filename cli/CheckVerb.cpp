@@ -121,8 +121,7 @@ VerbSyntax checkSyntax()
                        "what a build can do with it. Exit code 0 when a build would work.");
     syntax.options = {CommonOption::product(), CommonOption::json(), CommonOption::quiet()};
     syntax.requiredOptions = QStringList{QStringLiteral("product")};
-    syntax.operand = QStringLiteral("PKG");
-    syntax.operandDescription = QStringLiteral("The installer package to look at.");
+    syntax.operands = {{QStringLiteral("PKG"), QStringLiteral("The installer package to look at.")}};
     return syntax;
 }
 

@@ -4,6 +4,7 @@
 #include "cli/Interruption.h"
 #include "core/PrintableText.h"
 
+#include <QIODevice>
 #include <QJsonDocument>
 
 #include <algorithm>
@@ -56,6 +57,12 @@ void Console::confirm(const QString &text)
         m_out << text << '\n';
 }
 
+void Console::note(const QString &file, const QString &text)
+{
+    if (!m_quiet)
+        message(file, text);
+}
+
 void Console::warning(const QString &file, const QString &text)
 {
     if (!m_quiet)
@@ -67,6 +74,16 @@ void Console::error(const Problem &problem)
     // What failed because its commands were ended says nothing about the file.
     message(problem.file,
             Interruption::happened() ? QStringLiteral("interrupted; run it again") : problem.text);
+}
+
+bool Console::finish()
+{
+    m_out.flush();
+    if (m_out.status() == QTextStream::Ok)
+        return true;
+    message(QStringLiteral("standard output"),
+            QStringLiteral("%1; write to a place that has room").arg(m_out.device()->errorString()));
+    return false;
 }
 
 void Console::message(const QString &subject, const QString &text)

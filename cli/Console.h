@@ -33,8 +33,13 @@ public:
     /// A line of `out` that only tells a person that all went well.
     void confirm(const QString &text);
 
+    /// A line of `err` that only tells a person something about a file.
+    void note(const QString &file, const QString &text);
     void warning(const QString &file, const QString &text);
     void error(const Problem &problem);
+
+    /// False, after a message, when what was written to `out` has not all arrived.
+    bool finish();
 
 private:
     void message(const QString &subject, const QString &text);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/Installer.h"
 
+#include "cli/HostCommands.h"
 #include "cli/Product.h"
 #include "config/CCommon.h"
 #include "core/Command.h"
@@ -8,20 +9,8 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QStandardPaths>
 
 namespace {
-
-Verdict missingCommand()
-{
-    for (const auto *name : {"pkgutil", "installer", "sed", "xar", "ditto"}) {
-        const QString command = QString::fromLatin1(name);
-        if (QStandardPaths::findExecutable(command).isEmpty())
-            return Problem{command, QStringLiteral("this command was not found; install it, or name its "
-                                                   "folder in PCT_HOSTTOOLS")};
-    }
-    return std::nullopt;
-}
 
 Verdict fileProblem(const QString &package)
 {
@@ -35,7 +24,8 @@ Verdict fileProblem(const QString &package)
     if (!looksLikePackage(package))
         return Problem{package,
                        QStringLiteral("is not an installer package; give the vendor's installer package")};
-    return missingCommand();
+    return missingCommand({QStringLiteral("pkgutil"), QStringLiteral("installer"), QStringLiteral("sed"),
+                           QStringLiteral("xar"), QStringLiteral("ditto")});
 }
 
 /// The only question that the prescribed check leaves open: what the file is instead.

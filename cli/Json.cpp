@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/Json.h"
 
+#include "config/EditorXmlData.h"
+
 QJsonValue textOrNull(const QString &text)
 {
     return text.isEmpty() ? QJsonValue(QJsonValue::Null) : QJsonValue(text);
@@ -14,4 +16,26 @@ QJsonObject problemObject(const Problem &problem)
 QJsonObject warningObject(const BuildWarning &warning)
 {
     return {{QStringLiteral("code"), warning.code}, {QStringLiteral("text"), warning.text}};
+}
+
+QJsonArray warningsArray(const QList<FileWarning> &warnings)
+{
+    QJsonArray array;
+    for (const FileWarning &warning : warnings) {
+        QJsonObject object = warningObject(warning.warning);
+        object.insert(QStringLiteral("file"), warning.file);
+        array.append(object);
+    }
+    return array;
+}
+
+QJsonObject identityObject(const ProfilePayloadInfo &identity)
+{
+    return {
+        {QStringLiteral("PayloadDisplayName"), identity.PayloadDisplayName},
+        {QStringLiteral("PayloadIdentifier"), identity.PayloadIdentifier},
+        {QStringLiteral("PayloadUUID"), identity.PayloadUUID},
+        {QStringLiteral("PayloadOrganization"), identity.PayloadOrganization},
+        {QStringLiteral("PayloadDescription"), identity.PayloadDescription},
+    };
 }

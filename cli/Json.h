@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "cli/FileWarning.h"
 #include "cli/Problem.h"
-#include "package/PackageInspection.h"
 
+#include <QJsonArray>
 #include <QJsonObject>
 #include <QJsonValue>
+
+struct ProfilePayloadInfo;
 
 // The parts that the JSON of several verbs has in common.
 
@@ -17,3 +20,9 @@ QJsonObject problemObject(const Problem &problem);
 
 /// "code" and "text".
 QJsonObject warningObject(const BuildWarning &warning);
+
+/// Objects with "code", "text" and "file".
+QJsonArray warningsArray(const QList<FileWarning> &warnings);
+
+/// The members of a profile's identity under their names.
+QJsonObject identityObject(const ProfilePayloadInfo &identity);

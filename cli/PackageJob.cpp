@@ -12,17 +12,6 @@
 #include <QFile>
 #include <QFileInfo>
 
-namespace {
-
-BuildWarning otherProductWarning(const Product &documents, const Product &wanted)
-{
-    return {QStringLiteral("document-of-other-product"),
-            QStringLiteral("is a document of the %1; settings that the %2 lacks are left out")
-                .arg(QString(documents.title), QString(wanted.title))};
-}
-
-} // namespace
-
 PackageJob::PackageJob(const PackageRequest &request)
     : m_request(request)
 {
@@ -71,7 +60,7 @@ Verdict PackageJob::readSettings()
         if (Verdict problem = readDocument(m_request.config, file))
             return problem;
         if (file.product != m_request.product)
-            warn(m_request.config, otherProductWarning(*file.product, *m_request.product));
+            m_warnings.append(otherProductWarning(m_request.config, *file.product, *m_request.product));
     }
     theEditorXmlData = settingsForProduct(file.settings, m_request.product->editor);
     return std::nullopt;
@@ -92,7 +81,7 @@ Verdict PackageJob::build()
     for (const BuildWarning &warning : report.warnings) {
         // What is left of the work folder goes with the private one around it.
         if (warning.code != QLatin1String("work-folder-left"))
-            warn(m_request.input, warning);
+            m_warnings.append({m_request.input, warning});
     }
     m_productVersion = report.productVersion;
     if (report.succeeded())
@@ -131,9 +120,4 @@ Verdict PackageJob::keepDocument()
         return std::nullopt;
     return Problem{m_request.keptDocument,
                    QStringLiteral("the document cannot be kept (%1); the package was made").arg(error)};
-}
-
-void PackageJob::warn(const QString &file, const BuildWarning &warning)
-{
-    m_warnings.append({file, warning});
 }

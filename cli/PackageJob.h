@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "cli/FileWarning.h"
 #include "cli/PrivateFolder.h"
 #include "cli/Problem.h"
-#include "package/PackageInspection.h"
 
 #include <QList>
 #include <QString>
@@ -20,13 +20,6 @@ struct PackageRequest
     QString config;       ///< document to take the settings from; without one they are the defaults
     QString keptDocument; ///< where the document that the package carries is kept
     bool force = false;   ///< replace an existing output and kept document
-};
-
-/// A warning and the file that it is about.
-struct FileWarning
-{
-    QString file;
-    BuildWarning warning;
 };
 
 /// One build of a customized package without a window. Uses the live record. Whatever happens, the
@@ -51,7 +44,6 @@ private:
     Verdict keepDocument();
 
     BuildPlan plan() const;
-    void warn(const QString &file, const BuildWarning &warning);
 
     PackageRequest m_request;
     PrivateFolder m_folder;

@@ -2,6 +2,7 @@
 #include "cli/PathRules.h"
 
 #include "core/SafeFile.h"
+#include "package/BuildPaths.h"
 
 #include <QFileInfo>
 
@@ -77,7 +78,7 @@ Verdict sharedFile(const QList<NamedPath> &files)
 Verdict unquotable(const QStringList &paths)
 {
     for (const QString &path : paths) {
-        if (path.contains(QLatin1Char('"')))
+        if (!checkQuoting(path, nullptr))
             return Problem{path, QStringLiteral("holds a double quote, which no command line of the package "
                                                 "tools can carry; rename the file or its folder")};
     }

@@ -7,8 +7,12 @@
 #include "config/ConfigDocument.h"
 #include "core/PrintableText.h"
 #include "core/SafeFile.h"
+#include "profile/ProfileDocument.h"
 
 #include <QDomDocument>
+#include <QFile>
+#include <QFileInfo>
+#include <QXmlStreamReader>
 
 namespace {
 
@@ -70,6 +74,30 @@ Verdict readPackage(const QString &path, SettingsFile &file)
     return problem;
 }
 
+QByteArray beginningOf(const QString &path)
+{
+    constexpr qint64 enoughForTheRootElement = 64 * 1024;
+    QFile file(path);
+    const bool readable = QFileInfo(path).isFile() && file.open(QIODevice::ReadOnly);
+    return readable ? file.read(enoughForTheRootElement) : QByteArray();
+}
+
+/// A signed message is one ASN.1 sequence, too long for a length in one byte.
+bool startsAsSignedMessage(const QByteArray &start)
+{
+    return start.size() > 1 && start.at(0) == '\x30' && (start.at(1) & 0x80) != 0;
+}
+
+/// Whether the file is a property list, XML or binary, or a signed message around one.
+bool looksLikeProfile(const QString &path)
+{
+    const QByteArray start = beginningOf(path);
+    if (startsAsSignedMessage(start) || start.startsWith("bplist"))
+        return true;
+    QXmlStreamReader xml(start.trimmed());
+    return xml.readNextStartElement() && xml.name() == QLatin1String("plist");
+}
+
 } // namespace
 
 Verdict readDocument(const QString &path, SettingsFile &file)
@@ -83,7 +111,23 @@ Verdict readDocument(const QString &path, SettingsFile &file)
         QStringLiteral("is no configuration document (%1); give one that this tool has made").arg(error)};
 }
 
+Verdict readProfileFile(const QString &path, SettingsFile &file)
+{
+    file.kind = QStringLiteral("profile");
+    file.settings = EditorXmlData();
+    bool editor = false;
+    QString error;
+    if (!readProfile(path, file.settings, &editor, &error, &file.signer))
+        return Problem{
+            path,
+            QStringLiteral("%1; give a profile of the Pelix PDF Editor or the Pelix PDF Reader").arg(error)};
+    file.product = &productOf(editor);
+    return std::nullopt;
+}
+
 Verdict readSettings(const QString &path, SettingsFile &file)
 {
-    return looksLikePackage(path) ? readPackage(path, file) : readDocument(path, file);
+    if (looksLikePackage(path))
+        return readPackage(path, file);
+    return looksLikeProfile(path) ? readProfileFile(path, file) : readDocument(path, file);
 }

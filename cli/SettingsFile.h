@@ -11,7 +11,8 @@ struct Product;
 /// The settings that a file holds, over the defaults for what it does not mention.
 struct SettingsFile
 {
-    QString kind; ///< "document" or "package"
+    QString kind;   ///< "document", "profile" or "package"
+    QString signer; ///< who signed a profile; empty when nobody did, and for the other kinds
     const Product *product = nullptr;
     EditorXmlData settings;
 };
@@ -19,5 +20,8 @@ struct SettingsFile
 /// Reads a configuration document. A document whose root element is neither product's is refused.
 Verdict readDocument(const QString &path, SettingsFile &file);
 
-/// Reads a document or a customized package, whichever the file's contents say it is.
+/// Reads a configuration profile, signed or not, whoever signed it.
+Verdict readProfileFile(const QString &path, SettingsFile &file);
+
+/// Reads a document, a profile or a customized package, whichever the file's contents say it is.
 Verdict readSettings(const QString &path, SettingsFile &file);

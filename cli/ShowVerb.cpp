@@ -1,75 +1,71 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/Console.h"
 #include "cli/ExitCode.h"
+#include "cli/Json.h"
 #include "cli/Product.h"
 #include "cli/SettingsFile.h"
+#include "cli/SettingValue.h"
 #include "cli/Verb.h"
-#include "config/RecordFields.h"
-#include "core/PrintableText.h"
 
 namespace {
 
-QJsonValue jsonValue(bool value)
+bool isProfile(const SettingsFile &file)
 {
-    return value;
-}
-
-QJsonValue jsonValue(int value)
-{
-    return value;
-}
-
-QJsonValue jsonValue(const QString &value)
-{
-    return value;
-}
-
-QJsonValue jsonValue(const QDomElement &value)
-{
-    return value.isNull() ? QJsonValue(QJsonValue::Null) : QJsonValue(elementText(value));
-}
-
-QJsonValue fieldValue(const RecordField &field, const EditorXmlData &settings)
-{
-    return std::visit([&](auto member) { return jsonValue(settings.*member); }, field.member);
+    return file.kind == QLatin1String("profile");
 }
 
 QJsonObject settingsObject(const EditorXmlData &settings)
 {
     QJsonObject object;
     for (const RecordField &field : recordFields())
-        object.insert(field.name, fieldValue(field, settings));
+        object.insert(field.name, settingValue(field, settings));
     return object;
 }
 
-/// Texts stand in quotes, so that an empty one and a number in a text can be told.
-QString readableValue(const QJsonValue &value)
+QJsonObject fileObject(const SettingsFile &file)
 {
-    if (value.isNull())
-        return QStringLiteral("none");
-    if (value.isString())
-        return QStringLiteral("\"%1\"").arg(printableText(value.toString()));
-    return value.toVariant().toString();
+    QJsonObject object{{QStringLiteral("kind"), file.kind},
+                       {QStringLiteral("product"), file.product->word},
+                       {QStringLiteral("settings"), settingsObject(file.settings)}};
+    if (isProfile(file)) {
+        object.insert(QStringLiteral("identity"), identityObject(file.settings.payloadInfo));
+        object.insert(QStringLiteral("signer"), textOrNull(file.signer));
+    }
+    return object;
 }
 
-QList<Console::Row> settingsRows(const EditorXmlData &settings)
+QList<Console::Row> identityRows(const ProfilePayloadInfo &identity)
 {
     QList<Console::Row> rows;
-    for (const RecordField &field : recordFields())
-        rows.append({field.name, readableValue(fieldValue(field, settings))});
+    const QJsonObject members = identityObject(identity);
+    for (auto member = members.begin(); member != members.end(); ++member)
+        rows.append({member.key(), readableValue(member.value())});
     return rows;
 }
 
-void writeSettings(const SettingsFile &file, bool asJson, Console &console)
+QList<Console::Row> fileRows(const SettingsFile &file)
 {
-    if (asJson) {
-        console.writeJson({{QStringLiteral("kind"), file.kind},
-                           {QStringLiteral("product"), file.product->word},
-                           {QStringLiteral("settings"), settingsObject(file.settings)}});
-        return;
-    }
-    const QString heading = QStringLiteral("%1 %2").arg(QString(file.product->title), file.kind);
-    console.writeTable(heading, settingsRows(file.settings));
+    QList<Console::Row> rows;
+    if (isProfile(file))
+        rows = identityRows(file.settings.payloadInfo);
+    for (const RecordField &field : recordFields())
+        rows.append({field.name, readableValue(settingValue(field, file.settings))});
+    return rows;
+}
+
+QString signatureNote(const SettingsFile &file)
+{
+    if (file.signer.isEmpty())
+        return QStringLiteral("is not signed");
+    return QStringLiteral("is signed by \"%1\"; whether that is to be trusted was not checked")
+        .arg(file.signer);
+}
+
+void writeReadable(const QString &path, const SettingsFile &file, Console &console)
+{
+    console.writeTable(QStringLiteral("%1 %2").arg(QString(file.product->title), file.kind), fileRows(file));
+    if (isProfile(file))
+        console.note(path, signatureNote(file));
 }
 
 VerbSyntax showSyntax()
@@ -80,19 +76,23 @@ VerbSyntax showSyntax()
     syntax.description = QStringLiteral("Prints the settings that a file holds. Settings that the file does "
                                         "not mention have their default values.");
     syntax.options = {CommonOption::json()};
-    syntax.operand = QStringLiteral("FILE");
-    syntax.operandDescription = QStringLiteral("A configuration document or a customized package.");
+    syntax.operands = {{QStringLiteral("FILE"), QStringLiteral("A configuration document, a configuration "
+                                                               "profile or a customized package.")}};
     return syntax;
 }
 
 int runShow(const VerbLine &line, Console &console)
 {
     SettingsFile file;
-    if (const Verdict problem = readSettings(line.operandPath(), file)) {
+    const QString path = line.operandPath();
+    if (const Verdict problem = readSettings(path, file)) {
         console.error(*problem);
         return ExitCode::refused;
     }
-    writeSettings(file, line.isSet(QStringLiteral("json")), console);
+    if (line.isSet(QStringLiteral("json")))
+        console.writeJson(fileObject(file));
+    else
+        writeReadable(path, file, console);
     return ExitCode::done;
 }
 
@@ -100,6 +100,6 @@ int runShow(const VerbLine &line, Console &console)
 
 Verb showVerb()
 {
-    return {QLatin1String("show"), QLatin1String("print the settings in a document or a customized package"),
+    return {QLatin1String("show"), QLatin1String("print the settings in a document, a profile or a package"),
             showSyntax, runShow};
 }

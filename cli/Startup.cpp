@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/Startup.h"
 
-#include <QtGlobal>
+#include <QLoggingCategory>
 
 #include <clocale>
 #include <csignal>
@@ -33,8 +33,11 @@ void Startup::useUtf8FileNames()
 
 void Startup::muteDebugLog()
 {
-    if (qgetenv("PCT_DEBUG") != "1")
-        qInstallMessageHandler(dropMessage);
+    if (qgetenv("PCT_DEBUG") == "1")
+        return;
+    qInstallMessageHandler(dropMessage);
+    // Foundation has a log of its own, which follows the categories and not the handler.
+    QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
 }
 
 void Startup::ignoreWriteSignals()

@@ -50,8 +50,8 @@ VerbLine::VerbLine(const VerbSyntax &syntax, const QStringList &arguments)
     m_parser.setApplicationDescription(syntax.description);
     m_parser.addOptions(syntax.options);
     m_parser.addOption(helpOption());
-    if (!syntax.operand.isEmpty())
-        m_parser.addPositionalArgument(syntax.operand, syntax.operandDescription);
+    for (const Operand &operand : syntax.operands)
+        m_parser.addPositionalArgument(operand.name, operand.description);
     m_parsed = m_parser.parse(QStringList{syntax.name} + arguments);
 }
 
@@ -72,8 +72,12 @@ QString VerbLine::problem() const
 {
     if (!m_parsed)
         return withoutFullStop(m_parser.errorText());
-    const QString problem = valueProblem();
-    return problem.isEmpty() ? operandProblem() : problem;
+    QString problem = valueProblem();
+    if (problem.isEmpty())
+        problem = operandProblem();
+    if (problem.isEmpty() && m_syntax.furtherProblem)
+        problem = m_syntax.furtherProblem(*this);
+    return problem;
 }
 
 QString VerbLine::valueProblem() const
@@ -95,12 +99,14 @@ QString VerbLine::valueProblem() const
 
 QString VerbLine::operandProblem() const
 {
-    const QStringList operands = m_parser.positionalArguments();
-    const int expected = m_syntax.operand.isEmpty() ? 0 : 1;
-    if (operands.size() > expected)
-        return QStringLiteral("unexpected argument \"%1\"").arg(operands.at(expected));
-    if (operands.size() < expected || (expected == 1 && operands.first().isEmpty()))
-        return QStringLiteral("%1 is missing").arg(m_syntax.operand);
+    const QStringList given = m_parser.positionalArguments();
+    const int expected = m_syntax.operands.size();
+    if (given.size() > expected)
+        return QStringLiteral("unexpected argument \"%1\"").arg(given.at(expected));
+    for (int i = 0; i < expected; ++i) {
+        if (given.value(i).isEmpty())
+            return QStringLiteral("%1 is missing").arg(m_syntax.operands.at(i).name);
+    }
     return {};
 }
 
@@ -119,9 +125,9 @@ QString VerbLine::path(const QString &option) const
     return isSet(option) ? absolutePath(value(option)) : QString();
 }
 
-QString VerbLine::operandPath() const
+QString VerbLine::operandPath(int index) const
 {
-    return absolutePath(m_parser.positionalArguments().first());
+    return absolutePath(m_parser.positionalArguments().at(index));
 }
 
 const Product &VerbLine::product() const

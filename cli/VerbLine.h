@@ -8,6 +8,15 @@
 
 struct Product;
 
+class VerbLine;
+
+/// A file that is no option.
+struct Operand
+{
+    QString name;
+    QString description;
+};
+
 /// What a verb takes, for reading a command line and for its help.
 struct VerbSyntax
 {
@@ -16,8 +25,10 @@ struct VerbSyntax
     QString description; ///< paragraph of the help
     QList<QCommandLineOption> options;
     QStringList requiredOptions; ///< names of the options that must be given
-    QString operand;             ///< name of the one file that is no option; empty when there is none
-    QString operandDescription;
+    QList<Operand> operands;
+
+    /// What is wrong with the line beyond all this, or empty; null when there is nothing to look at.
+    QString (*furtherProblem)(const VerbLine &line) = nullptr;
 };
 
 /// The options that several verbs share.
@@ -45,8 +56,8 @@ public:
 
     /// An option's file as an absolute path, or empty when the option is not given.
     QString path(const QString &option) const;
-    /// The operand as an absolute path.
-    QString operandPath() const;
+    /// An operand as an absolute path.
+    QString operandPath(int index = 0) const;
     /// The product that --product names; only when there is no problem().
     const Product &product() const;
 

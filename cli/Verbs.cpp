@@ -7,15 +7,16 @@
 #include "core/PrintableText.h"
 
 #include <QCoreApplication>
+#include <QVector>
 
 #include <algorithm>
-#include <array>
 
 namespace {
 
-const std::array<Verb, 3> &verbs()
+const QVector<Verb> &verbs()
 {
-    static const std::array<Verb, 3> all = {{checkVerb(), buildVerb(), showVerb()}};
+    static const QVector<Verb> all{checkVerb(), buildVerb(), profileVerb(),
+                                   showVerb(),  diffVerb(),  identitiesVerb()};
     return all;
 }
 
@@ -32,7 +33,7 @@ QString generalHelp()
                                   "Prepares deployments of the Pelix PDF Editor and the Pelix PDF Reader.\n\n"
                                   "Verbs:\n");
     for (const Verb &verb : verbs())
-        text += QStringLiteral("  %1%2\n").arg(QString(verb.name), -10).arg(QString(verb.summary));
+        text += QStringLiteral("  %1%2\n").arg(QString(verb.name), -12).arg(QString(verb.summary));
     return text + QStringLiteral("\nOptions:\n"
                                  "  -h, --help     Show this help and exit.\n"
                                  "  -v, --version  Show the version and exit.\n\n"
@@ -53,7 +54,7 @@ int unknownVerb(const QString &name, Console &console)
 int print(const QString &text, Console &console)
 {
     console.out() << text;
-    return ExitCode::done;
+    return console.finish() ? ExitCode::done : ExitCode::refused;
 }
 
 int runVerb(const Verb &verb, const QStringList &arguments, Console &console)
@@ -64,7 +65,8 @@ int runVerb(const Verb &verb, const QStringList &arguments, Console &console)
     const QString problem = line.problem();
     if (!problem.isEmpty())
         return wrongUsage(verb.name, problem, QStringLiteral("pct help %1").arg(verb.name), console);
-    return verb.run(line, console);
+    const int exitCode = verb.run(line, console);
+    return console.finish() ? exitCode : verb.trouble;
 }
 
 int runHelp(const QStringList &topics, Console &console)

@@ -56,6 +56,10 @@ void tst_PctCommandLine::helpGoesToStandardOutput_data()
     QTest::newRow("help check") << words("help check") << QByteArray("Usage: pct check --product");
     QTest::newRow("help build") << words("help build") << QByteArray("Usage: pct build --product");
     QTest::newRow("help show") << words("help show") << QByteArray("Usage: pct show [--json] FILE");
+    QTest::newRow("help profile") << words("help profile") << QByteArray("Usage: pct profile --product");
+    QTest::newRow("help diff") << words("help diff") << QByteArray("Usage: pct diff [--json] A B");
+    QTest::newRow("help identities") << words("help identities")
+                                     << QByteArray("Usage: pct identities [--json]");
     QTest::newRow("check --help") << words("check --help") << QByteArray("Usage: pct check");
     QTest::newRow("build -h") << words("build -h") << QByteArray("Usage: pct build");
     QTest::newRow("show --help") << words("show --help") << QByteArray("Usage: pct show");
@@ -78,6 +82,10 @@ void tst_PctCommandLine::helpOfAVerbNamesItsOptions()
     for (const auto *option :
          {"--product", "--input", "--output", "--config", "--keep-config", "--force", "--json", "--quiet"})
         QVERIFY2(help.contains(option), option);
+    const QByteArray profileHelp = PctRunner().run(words("help profile")).out;
+    for (const auto *option : {"--product", "--config", "--from", "--installed", "--output", "--sign",
+                               "--identifier", "--uuid", "--force", "--json", "--quiet"})
+        QVERIFY2(profileHelp.contains(option), option);
 }
 
 void tst_PctCommandLine::versionIsOneLine()
@@ -114,6 +122,21 @@ void tst_PctCommandLine::wrongUsageIsOneLineAndExitCode2_data()
     row("build --product editor --input a.pkg --output b.pkg c.pkg", "unexpected argument \"c.pkg\"");
     row("build --product editor --input a.pkg --output=", "--output has an empty value");
     row("build --product editor --input a.pkg --output b.pkg --config=", "--config has an empty value");
+    row("profile --product editor", "--output is missing");
+    row("profile --output a", "--product is missing");
+    row("profile --product editor --output a --config b --from c", "exclude each other");
+    row("profile --product editor --output a --from b --installed", "exclude each other");
+    row("profile --product editor --output a --config b --installed", "exclude each other");
+    row("profile --product editor --output a --uuid 123", "\"123\" is no UUID");
+    row("profile --product editor --output a --uuid {0A1B2C3D-4E5F-4678-9ABC-DEF012345678}", "is no UUID");
+    row("profile --product editor --output a --uuid 0A1B2C3D-4E5F-4678-9ABC-DEF01234567G", "is no UUID");
+    row("profile --product editor --output a --identifier a\tb",
+        "neither white space nor control characters");
+    row("profile --product editor --output a --sign=", "--sign has an empty value");
+    row("profile --product editor --output a b", "unexpected argument \"b\"");
+    row("identities a", "unexpected argument \"a\"");
+    row("diff a", "B is missing");
+    row("diff a b c", "unexpected argument \"c\"");
     row("show", "FILE is missing");
     row("show a b", "unexpected argument \"b\"");
     row("show --json=yes a", "Unexpected value after '--json'");

@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/Console.h"
+#include "cli/ExitCode.h"
+#include "cli/Product.h"
+#include "cli/SettingsFile.h"
+#include "cli/SettingValue.h"
+#include "cli/Verb.h"
+
+#include <QJsonArray>
+
+namespace {
+
+/// Two values under the name of what they are values of.
+struct Difference
+{
+    QString name;
+    QJsonValue first;
+    QJsonValue second;
+};
+
+QList<Difference> differencesOf(const SettingsFile &first, const SettingsFile &second)
+{
+    QList<Difference> differences;
+    if (first.product != second.product)
+        differences.append({QStringLiteral("product"), first.product->word, second.product->word});
+    for (const RecordField &field : recordFields()) {
+        if (!sameValue(field, first.settings, second.settings))
+            differences.append(
+                {field.name, settingValue(field, first.settings), settingValue(field, second.settings)});
+    }
+    return differences;
+}
+
+QJsonArray differencesArray(const QList<Difference> &differences)
+{
+    QJsonArray array;
+    for (const Difference &difference : differences)
+        array.append(QJsonObject{{QStringLiteral("name"), difference.name},
+                                 {QStringLiteral("first"), difference.first},
+                                 {QStringLiteral("second"), difference.second}});
+    return array;
+}
+
+QJsonObject fileObject(const QString &path, const SettingsFile &file)
+{
+    return {{QStringLiteral("file"), path},
+            {QStringLiteral("kind"), file.kind},
+            {QStringLiteral("product"), file.product->word}};
+}
+
+void writeLines(const QList<Difference> &differences, Console &console)
+{
+    for (const Difference &difference : differences)
+        console.out() << difference.name << QStringLiteral(": ") << readableValue(difference.first)
+                      << QStringLiteral(" -> ") << readableValue(difference.second) << '\n';
+}
+
+VerbSyntax diffSyntax()
+{
+    VerbSyntax syntax;
+    syntax.name = QStringLiteral("diff");
+    syntax.synopsis = QStringLiteral("[--json] A B");
+    syntax.description =
+        QStringLiteral("Says in which settings two files differ, one a line with both values. Exit code 0 "
+                       "when they are the same, 1 when they differ, 2 when that cannot be said.");
+    syntax.options = {CommonOption::json()};
+    const QString kinds =
+        QStringLiteral("A configuration document, a configuration profile or a customized package.");
+    syntax.operands = {{QStringLiteral("A"), kinds}, {QStringLiteral("B"), kinds}};
+    return syntax;
+}
+
+int runDiff(const VerbLine &line, Console &console)
+{
+    SettingsFile first;
+    SettingsFile second;
+    Verdict problem = readSettings(line.operandPath(0), first);
+    if (!problem)
+        problem = readSettings(line.operandPath(1), second);
+    if (problem) {
+        console.error(*problem);
+        return ExitCode::trouble;
+    }
+    const QList<Difference> differences = differencesOf(first, second);
+    if (line.isSet(QStringLiteral("json")))
+        console.writeJson({{QStringLiteral("same"), differences.isEmpty()},
+                           {QStringLiteral("first"), fileObject(line.operandPath(0), first)},
+                           {QStringLiteral("second"), fileObject(line.operandPath(1), second)},
+                           {QStringLiteral("differences"), differencesArray(differences)}});
+    else
+        writeLines(differences, console);
+    return differences.isEmpty() ? ExitCode::done : ExitCode::different;
+}
+
+} // namespace
+
+Verb diffVerb()
+{
+    return {QLatin1String("diff"), QLatin1String("say in which settings two files differ"), diffSyntax,
+            runDiff, ExitCode::trouble};
+}

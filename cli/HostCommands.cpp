@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/HostCommands.h"
+
+#include "core/HostPaths.h"
+
+#include <QStandardPaths>
+
+Verdict missingCommand(const QStringList &commands)
+{
+    for (const QString &command : commands) {
+        if (QStandardPaths::findExecutable(HostPaths::command(command)).isEmpty())
+            return Problem{command, QStringLiteral("this command was not found; install it, or name its "
+                                                   "folder in PCT_HOSTTOOLS")};
+    }
+    return std::nullopt;
+}

@@ -1,0 +1,211 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/ProfileJob.h"
+
+#include "cli/HostCommands.h"
+#include "cli/PathRules.h"
+#include "cli/Product.h"
+#include "cli/SettingsFile.h"
+#include "config/ProductSettings.h"
+#include "config/RecordFields.h"
+#include "core/SafeFile.h"
+#include "profile/CProfileGenerator.h"
+#include "profile/ProfileDocument.h"
+#include "profile/ProfileProduct.h"
+
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <algorithm>
+
+namespace {
+
+/// On the file system of the output, so that the finished profile can be moved there.
+QString folderBeside(const QString &output)
+{
+    return QFileInfo(output).path() + QStringLiteral("/.pct-profile-XXXXXX");
+}
+
+bool isText(const RecordField &field)
+{
+    return std::holds_alternative<QString EditorXmlData::*>(field.member);
+}
+
+bool sameTexts(const EditorXmlData &first, const EditorXmlData &second)
+{
+    const auto &fields = recordFields();
+    return first.payloadInfo.PayloadIdentifier == second.payloadInfo.PayloadIdentifier &&
+           first.payloadInfo.PayloadUUID == second.payloadInfo.PayloadUUID &&
+           std::all_of(fields.begin(), fields.end(), [&](const RecordField &field) {
+               return !isText(field) || sameValue(field, first, second);
+           });
+}
+
+} // namespace
+
+ProfileJob::ProfileJob(const ProfileRequest &request)
+    : m_request(request)
+{
+}
+
+Verdict ProfileJob::run()
+{
+    using Stage = Verdict (ProfileJob::*)();
+    for (const Stage stage : {&ProfileJob::checkPaths, &ProfileJob::readSettings, &ProfileJob::write}) {
+        if (Verdict problem = (this->*stage)())
+            return problem;
+    }
+    return std::nullopt;
+}
+
+const QList<FileWarning> &ProfileJob::warnings() const
+{
+    return m_warnings;
+}
+
+const ProfilePayloadInfo &ProfileJob::identity() const
+{
+    return m_settings.payloadInfo;
+}
+
+Verdict ProfileJob::checkPaths()
+{
+    Verdict problem = sharedFile({{QStringLiteral("configuration"), m_request.config},
+                                  {QStringLiteral("source profile"), m_request.source},
+                                  {QStringLiteral("output"), m_request.output}});
+    if (!problem)
+        problem = unwritable(m_request.output, m_request.force);
+    if (!problem && m_request.installed)
+        problem = missingCommand({QStringLiteral("/usr/bin/profiles")});
+    if (!problem && !m_request.signer.isEmpty())
+        problem = missingCommand({QStringLiteral("/usr/bin/security")});
+    return problem;
+}
+
+Verdict ProfileJob::readSettings()
+{
+    EditorXmlData settings;
+    Verdict problem;
+    if (!m_request.config.isEmpty())
+        problem = readConfig(settings);
+    else if (!m_request.source.isEmpty())
+        problem = readSource(settings);
+    else if (m_request.installed)
+        problem = readInstalled(settings);
+    if (problem)
+        return problem;
+    m_settings = settingsForProduct(settings, m_request.product->editor);
+    settleIdentity();
+    return std::nullopt;
+}
+
+Verdict ProfileJob::readConfig(EditorXmlData &settings)
+{
+    SettingsFile file;
+    if (Verdict problem = readDocument(m_request.config, file))
+        return problem;
+    if (file.product != m_request.product)
+        m_warnings.append(otherProductWarning(m_request.config, *file.product, *m_request.product));
+    settings = file.settings;
+    return std::nullopt;
+}
+
+Verdict ProfileJob::readSource(EditorXmlData &settings) const
+{
+    SettingsFile file;
+    if (Verdict problem = readProfileFile(m_request.source, file))
+        return problem;
+    settings = file.settings;
+    if (file.product == m_request.product)
+        return std::nullopt;
+    return Problem{m_request.source,
+                   QStringLiteral("is a profile of the %1 (%2), not of the %3; use "
+                                  "--product %4")
+                       .arg(QString(file.product->title),
+                            ProfileProduct::bundleIdentifier(file.product->editor),
+                            QString(m_request.product->title), QString(file.product->word))};
+}
+
+Verdict ProfileJob::readInstalled(EditorXmlData &settings) const
+{
+    if (CProfileGenerator::ImportProfile(&settings, m_request.product->editor))
+        return std::nullopt;
+    return Problem{QStringLiteral("profiles"),
+                   QStringLiteral("no profile of the %1 was found on this machine; use --config or --from")
+                       .arg(QString(m_request.product->title))};
+}
+
+/// What is given wins over the source, and the source over a fresh identity.
+void ProfileJob::settleIdentity()
+{
+    ProfilePayloadInfo &identity = m_settings.payloadInfo;
+    if (!m_request.identifier.isEmpty())
+        identity.PayloadIdentifier = m_request.identifier;
+    if (!m_request.uuid.isEmpty())
+        identity.PayloadUUID = m_request.uuid;
+    QString freshUuid;
+    QString freshIdentifier = CProfileGenerator::GenPayloadIdentifier(&freshUuid);
+    if (identity.PayloadUUID.isEmpty())
+        identity.PayloadUUID = freshUuid;
+    if (identity.PayloadIdentifier.isEmpty())
+        identity.PayloadIdentifier = freshIdentifier.replace(freshUuid, identity.PayloadUUID);
+}
+
+Verdict ProfileJob::write()
+{
+    const QTemporaryDir folder(folderBeside(m_request.output));
+    if (!folder.isValid())
+        return Problem{m_request.output, QStringLiteral("nothing can be written beside it (%1); use another "
+                                                        "folder")
+                                             .arg(folder.errorString())};
+    const QString staged = folder.filePath(QFileInfo(m_request.output).fileName());
+    if (Verdict problem = writeTo(staged))
+        return problem;
+    // Signing took its time: what is at the path counts now.
+    if (Verdict problem = unwritable(m_request.output, m_request.force))
+        return problem;
+    QString error;
+    if (SafeFile::moveIntoPlace(staged, m_request.output, &error))
+        return std::nullopt;
+    return Problem{m_request.output, QStringLiteral("cannot be written (%1); use another place").arg(error)};
+}
+
+Verdict ProfileJob::writeTo(const QString &path)
+{
+    if (!CProfileGenerator::CreateProfile(&m_settings, path, m_request.product->editor))
+        return Problem{m_request.output,
+                       QStringLiteral("the profile cannot be written; check that its folder "
+                                      "has room, and the settings for odd characters")};
+    if (!m_request.signer.isEmpty()) {
+        if (Verdict problem = sign(path))
+            return problem;
+    }
+    return readBack(path);
+}
+
+Verdict ProfileJob::sign(const QString &path) const
+{
+    if (CProfileGenerator::SignProfile(path, m_request.signer))
+        return std::nullopt;
+    if (!CProfileGenerator::GetSignIDs().contains(m_request.signer))
+        return Problem{m_request.signer, QStringLiteral("there is no signing identity of this name; \"pct "
+                                                        "identities\" lists those that there are")};
+    return Problem{m_request.signer, QStringLiteral("signing with this identity failed, so no profile was "
+                                                    "made; set PCT_DEBUG to 1 to see why")};
+}
+
+/// Numbers and the ribbon are meant to come back from a profile in a simpler form, texts are not.
+Verdict ProfileJob::readBack(const QString &path)
+{
+    EditorXmlData settings = m_settings;
+    bool editor = false;
+    QString signer;
+    const bool same = readProfile(path, settings, &editor, nullptr, &signer) &&
+                      editor == m_request.product->editor && sameTexts(settings, m_settings) &&
+                      signer.isEmpty() == m_request.signer.isEmpty();
+    if (!same)
+        return Problem{m_request.output,
+                       QStringLiteral("the profile does not read back as it was written, so none was made; "
+                                      "check the settings for odd characters")};
+    m_settings.payloadInfo = settings.payloadInfo;
+    return std::nullopt;
+}

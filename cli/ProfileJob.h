@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "cli/FileWarning.h"
+#include "cli/Problem.h"
+#include "config/EditorXmlData.h"
+
+#include <QList>
+#include <QString>
+
+struct Product;
+struct SettingsFile;
+
+/// What `pct profile` was asked for. All paths are absolute; what was not given is empty. At most one of
+/// `config`, `source` and `installed` is given; without one the settings are the defaults.
+struct ProfileRequest
+{
+    const Product *product = nullptr;
+    QString config;         ///< document to take the settings from
+    QString source;         ///< profile to take settings and identity from
+    bool installed = false; ///< take them from the profile that is installed on this machine
+    QString output;
+    QString signer;     ///< name of the identity to sign with
+    QString identifier; ///< PayloadIdentifier, whatever the source has
+    QString uuid;       ///< PayloadUUID, whatever the source has
+    bool force = false; ///< replace an existing output
+};
+
+/// The making of one configuration profile. Whatever happens, the output is complete, and signed when that
+/// was asked for, or as it was; nothing else is left behind.
+class ProfileJob
+{
+public:
+    explicit ProfileJob(const ProfileRequest &request);
+
+    /// Blocks until the profile is made; nothing when it is. Called once.
+    Verdict run();
+
+    const QList<FileWarning> &warnings() const;
+    const ProfilePayloadInfo &identity() const; ///< of the profile, after a successful run
+
+private:
+    // The stages of a run, in their order.
+    Verdict checkPaths();
+    Verdict readSettings();
+    Verdict write();
+
+    Verdict readConfig(EditorXmlData &settings);
+    Verdict readSource(EditorXmlData &settings) const;
+    Verdict readInstalled(EditorXmlData &settings) const;
+    void settleIdentity();
+    Verdict writeTo(const QString &path);
+    Verdict sign(const QString &path) const;
+    Verdict readBack(const QString &path);
+
+    ProfileRequest m_request;
+    EditorXmlData m_settings;
+    QList<FileWarning> m_warnings;
+};
