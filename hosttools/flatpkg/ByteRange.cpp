@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <fcntl.h>
 #include <unistd.h>
 
 namespace FlatPkg {
@@ -20,6 +21,8 @@ constexpr qint64 bufferSize = 128 * 1024;
 constexpr qint64 kernelStep = 64 * 1024 * 1024;
 // As much as the hashing thread has buffered, so that it has work while the kernel copies.
 constexpr qint64 copyStep = 4 * 1024 * 1024;
+// Large enough for the disk to write in one go.
+constexpr qint64 writeBackStep = 32 * 1024 * 1024;
 // Below this a second thread costs more than it saves.
 constexpr qint64 worthAThread = 1024 * 1024;
 
@@ -71,6 +74,18 @@ void copyRange(const ByteRange &from, int to, qint64 toOffset)
 {
     const qint64 done = copyInKernel(from, to, toOffset);
     copyThroughBuffer({from.fd, from.offset + done, from.length - done}, to, toOffset + done);
+}
+
+void copyAndWriteBack(const ByteRange &from, int to, qint64 toOffset)
+{
+    for (qint64 done = 0; done < from.length; done += writeBackStep) {
+        const qint64 count = std::min(writeBackStep, from.length - done);
+        copyRange({from.fd, from.offset + done, count}, to, toOffset + done);
+        // The second half is left to the sync: a disk kept busy to the end slows the copying down by more
+        // than it saves. Only a hint: where it is not taken, the sync does all the work.
+        if (done < from.length / 2)
+            static_cast<void>(sync_file_range(to, toOffset + done, count, SYNC_FILE_RANGE_WRITE));
+    }
 }
 
 Digests digestsOf(const ByteRange &range, const QVector<DigestAlgorithm> &algorithms)

@@ -24,6 +24,10 @@ void forEachPiece(const ByteRange &range, const PieceConsumer &consume);
 /// Error when the source is shorter than its range or the target cannot be written.
 void copyRange(const ByteRange &from, int to, qint64 toOffset);
 
+/// The same, but the disk begins to write while the copying goes on, so that whoever syncs the target waits
+/// less.
+void copyAndWriteBack(const ByteRange &from, int to, qint64 toOffset);
+
 /// Reads the range once and gives its digests.
 Digests digestsOf(const ByteRange &range, const QVector<DigestAlgorithm> &algorithms);
 

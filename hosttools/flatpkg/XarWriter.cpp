@@ -144,7 +144,7 @@ void XarWriter::writeMember(const Member &member)
 QByteArray XarWriter::digestWhileCopying(const ByteRange &from, qint64 offset) const
 {
     if (const std::optional<QByteArray> known = verifiedDigestOf(from.fd)) {
-        copyRange(from, m_to, offset);
+        copyAndWriteBack(from, m_to, offset);
         return *known;
     }
     return copyAndDigest(from, m_to, offset, {DigestAlgorithm::Sha1}).value(DigestAlgorithm::Sha1);
