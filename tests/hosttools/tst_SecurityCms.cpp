@@ -58,7 +58,8 @@ private:
 namespace {
 
 /// With line ends and bytes that a program for mail would change.
-const QByteArray content("<?xml version=\"1.0\"?>\r\n<plist/>\n\x00\xff\n.\n", 40);
+const char contentBytes[] = "<?xml version=\"1.0\"?>\r\n<plist/>\n\x00\xff\n.\n";
+const QByteArray content(contentBytes, sizeof contentBytes - 1);
 
 QString openSsl()
 {
