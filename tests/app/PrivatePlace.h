@@ -11,6 +11,7 @@ class PrivatePlace
 {
 public:
     PrivatePlace()
+        : m_temporaryFolder(qgetenv("TMPDIR"))
     {
         TestFiles::write(path("GNUstep.conf"),
                          "GNUSTEP_USER_DEFAULTS_DIR=" + QFile::encodeName(m_folder.path()) + '\n');
@@ -19,8 +20,21 @@ public:
         qputenv("TMPDIR", QFile::encodeName(path("tmp")));
     }
 
+    /// The next place must not be looked for in a folder that is gone: Qt takes the root folder then.
+    ~PrivatePlace()
+    {
+        if (m_temporaryFolder.isEmpty())
+            qunsetenv("TMPDIR");
+        else
+            qputenv("TMPDIR", m_temporaryFolder);
+    }
+
+    PrivatePlace(const PrivatePlace &) = delete;
+    PrivatePlace &operator=(const PrivatePlace &) = delete;
+
     QString path(const char *name) const { return m_folder.filePath(QLatin1String(name)); }
 
 private:
+    QByteArray m_temporaryFolder;
     QTemporaryDir m_folder;
 };
