@@ -23,9 +23,9 @@ function(pct_add_precompiled_header kind header)
     target_precompile_headers(pct_pch_${kind} PRIVATE "$<$<COMPILE_LANGUAGE:CXX>:${header}>")
 endfunction()
 
-pct_add_precompiled_header(core <QtCore> LINK Qt5::Core)
-pct_add_precompiled_header(widgets <QtWidgets> LINK Qt5::Widgets)
-pct_add_precompiled_header(test <QtTest> LINK Qt5::Test Qt5::Widgets)
+pct_add_precompiled_header(core <QtCore> LINK Qt::Core)
+pct_add_precompiled_header(widgets <QtWidgets> LINK Qt::Widgets)
+pct_add_precompiled_header(test <QtTest> LINK Qt::Test Qt::Widgets)
 
 # pct_setup(TARGET [KIND]): the options every target of ours has, with the precompiled header of a kind.
 function(pct_setup target)
@@ -61,7 +61,7 @@ function(pct_add_test name)
         math(EXPR ARG_TIMEOUT "${ARG_TIMEOUT} * 5")
     endif()
     add_executable(${name} ${ARG_SOURCES})
-    target_link_libraries(${name} PRIVATE Qt5::Test Qt5::Widgets ${ARG_LINK})
+    target_link_libraries(${name} PRIVATE Qt::Test Qt::Widgets ${ARG_LINK})
     pct_setup(${name} test)
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests")
     # The last two keep tests away from the settings of whoever runs them.
