@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/cli/BuildCommand.h"
-#include "tests/cli/PctRunner.h"
+#include "tests/cli/ProfileRunner.h"
 #include "tests/support/TestFiles.h"
 
 #include <QtTest>
@@ -101,6 +101,7 @@ private slots:
     void readableOutputIsAlignedAndHarmless();
     void aPackageShowsTheSettingsThatItWasBuiltWith();
     void aPackageShowsAsItsKeptDocumentDoes();
+    void aProfileShowsTheSettingsThatItWasMadeWith();
     void aPackageThatWasNotCustomizedIsRefused_data();
     void aPackageThatWasNotCustomizedIsRefused();
     void theContentsDecideNotTheName();
@@ -177,6 +178,22 @@ void tst_PctShow::aPackageShowsAsItsKeptDocumentDoes()
     const QJsonObject settings = settingsOf(showJson(runner, build.output));
     QCOMPARE(settings.size(), 18);
     QCOMPARE(settings, settingsOf(showJson(runner, kept)));
+}
+
+void tst_PctShow::aProfileShowsTheSettingsThatItWasMadeWith()
+{
+    const ProfileRunner runner;
+    const QString document = runner.document("PelixPDFEditor", everySetting());
+    const PctResult made = runner.makeProfile(true, {text("--config"), document});
+    QVERIFY2(made.exitCode == 0, made.err.constData());
+    // A profile says the attachment permission by the mode alone and cannot choose the default viewer.
+    QJsonObject expected = everySettingJson();
+    expected.insert(text("strDisableOpenSaveFileAttach"), text("Default"));
+    expected.insert(text("nFileAttachmentsMode"), 2);
+    expected.insert(text("bSetAsDefaultViewer"), true);
+    const PctResult shown = showJson(runner, runner.output());
+    QCOMPARE(shown.json().value(text("kind")).toString(), text("profile"));
+    QCOMPARE(settingsOf(shown), expected);
 }
 
 void tst_PctShow::aPackageThatWasNotCustomizedIsRefused_data()
