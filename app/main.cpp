@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/DlgCustomizationTool_v2.h"
+#include "app/Logging.h"
 #include "app/StartUp.h"
+#include "app/Translation.h"
 #include "core/HostPaths.h"
 #include "resources/Resources.h"
 
@@ -15,6 +17,10 @@ int main(int argc, char *argv[])
     QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
     initPctResources();
     QApplication application(argc, argv);
+    const QString language = qEnvironmentVariable("PCT_LANGUAGE");
+    if (!installTranslation(application, language))
+        qCWarning(logApp).noquote()
+            << QStringLiteral("PCT_LANGUAGE: no translation into \"%1\"").arg(language);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps, true);
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/img/app-icon.png")));
     useApplicationLook();

@@ -12,13 +12,14 @@ config: core
 package: core config
 profile: core config
 resources:
+translations:
 pages: core config
 welcome: core config profile
-app: core config package profile pages welcome resources
+app: core config package profile pages welcome resources translations
 cli: core config package profile resources
 hosttools:
 '
-folders='core|config|package|profile|resources|pages|welcome|app|cli|hosttools|tests'
+folders='core|config|package|profile|resources|pages|welcome|app|cli|hosttools|translations|tests'
 
 found=0
 while IFS=: read -r folder allowed; do
