@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/ConfigDocument.h"
 
+#include "config/AttributeOrder.h"
 #include "config/CCommon.h"
 #include "config/XmlGuard.h"
 #include "core/SafeFile.h"
@@ -65,5 +66,6 @@ bool ConfigDocument::save(const QDomDocument &document, const QString &path, QSt
     stream.setCodec("UTF-8");
     document.save(stream, 4, QDomNode::EncodingFromTextStream);
     stream.flush();
-    return SafeFile::replaceContents(path, bytes, error);
+    const QByteArray sorted = withSortedAttributes(QString::fromUtf8(bytes)).toUtf8();
+    return SafeFile::replaceContents(path, sorted, error);
 }

@@ -20,8 +20,9 @@ void apply(const QDomDocument &document, EditorXmlData &data);
 /// The document of the live record for a product; `version` is the product's version.
 QDomDocument fromRecord(bool editor, const QString &version);
 
-/// Writes the document as UTF-8 with an XML declaration and an indent of 4 spaces. The old file stays
-/// when that fails; a link or a special file at the path is refused.
+/// Writes the document as UTF-8 with an XML declaration, an indent of 4 spaces and sorted attributes,
+/// so that equal documents are equal files. The old file stays when that fails; a link or a special file at
+/// the path is refused.
 bool save(const QDomDocument &document, const QString &path, QString *error = nullptr);
 
 } // namespace ConfigDocument
