@@ -36,23 +36,32 @@ bool addToScripts(const QString &file, const QString &scripts, const QString &na
            fail(error, scripts + name + QStringLiteral(": ") + cause);
 }
 
+/// Neither the umask nor the user of whoever builds the package shows in what it adds.
+constexpr QFile::Permissions readableFile =
+    QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther;
+constexpr QFile::Permissions readableProgram =
+    readableFile | QFile::ExeOwner | QFile::ExeGroup | QFile::ExeOther;
+
+bool setPermissions(const QString &path, QFile::Permissions permissions, QString *error)
+{
+    QFile file(path);
+    return file.setPermissions(permissions) || fail(error, path + QStringLiteral(": ") + file.errorString());
+}
+
 bool addDocument(const QString &document, const QString &scripts, QString *error)
 {
     if (SafeFile::kindOf(scripts + QStringLiteral("ProfStore.xml")) != SafeFile::Kind::Missing)
         return fail(error, QStringLiteral("the package was customized before: it has a \"ProfStore.xml\" in "
                                           "its scripts; start from the vendor's package"));
-    return addToScripts(document, scripts, QStringLiteral("ProfStore.xml"), error);
+    return addToScripts(document, scripts, QStringLiteral("ProfStore.xml"), error) &&
+           setPermissions(scripts + QStringLiteral("ProfStore.xml"), readableFile, error);
 }
 
 bool addDefaultViewerTool(const QString &scripts, QString *error)
 {
     const QString name = QStringLiteral("duti");
-    if (!addToScripts(QStringLiteral(":/duti"), scripts, name, error))
-        return false;
-    QFile tool(scripts + name);
-    return tool.setPermissions(tool.permissions() | QFile::ExeOwner | QFile::ExeUser | QFile::ExeGroup |
-                               QFile::ExeOther) ||
-           fail(error, scripts + name + QStringLiteral(": ") + tool.errorString());
+    return addToScripts(QStringLiteral(":/duti"), scripts, name, error) &&
+           setPermissions(scripts + name, readableProgram, error);
 }
 
 } // namespace
