@@ -7,6 +7,7 @@
 #include "package/Failure.h"
 #include "package/Logging.h"
 #include "package/ScriptsFolder.h"
+#include "package/SourceDate.h"
 #include "package/StagedOutput.h"
 
 #include <QDir>
@@ -15,6 +16,7 @@
 #include <QTemporaryDir>
 
 #include <memory>
+#include <optional>
 
 namespace {
 
@@ -53,6 +55,7 @@ class Build
 public:
     Build(const BuildPlan &plan, BuildReport &report);
 
+    bool readSourceDate(QString *problem);
     bool checkPaths(QString *problem);
     bool clearWorkFolder(QString *problem);
     bool expand(QString *problem);
@@ -62,6 +65,7 @@ public:
     bool makeDefaultViewer(QString *problem);
     bool addIManageLogin(QString *problem);
     bool adaptScripts(QString *problem);
+    bool limitTimes(QString *problem);
     bool flatten(QString *problem);
     bool removeLeftovers(QString *problem);
 
@@ -71,6 +75,7 @@ private:
     BuildFiles m_files;
     QString m_component;
     PackageInspection m_inspection;
+    std::optional<qint64> m_sourceDate;
     bool m_wantsDefaultViewer = false;
     bool m_wantsIManageLogin = false;
 };
@@ -84,6 +89,11 @@ Build::Build(const BuildPlan &plan, BuildReport &report)
                                           : QFileInfo(plan.documentPath).absoluteFilePath()}
     , m_component(plan.workFolder + QLatin1Char('/') + componentPackageName(plan.editor))
 {
+}
+
+bool Build::readSourceDate(QString *problem)
+{
+    return SourceDate::read(&m_sourceDate, problem);
 }
 
 bool Build::checkPaths(QString *problem)
@@ -153,6 +163,12 @@ bool Build::adaptScripts(QString *)
     return true;
 }
 
+/// In the folder rather than in the package: this holds for every command that flattens it.
+bool Build::limitTimes(QString *problem)
+{
+    return !m_sourceDate || SourceDate::limitTimesBelow(m_plan.workFolder, *m_sourceDate, problem);
+}
+
 /// The files are compared once more: what did not exist at the start may by now be one file under two names.
 bool Build::flatten(QString *problem)
 {
@@ -187,6 +203,7 @@ std::vector<BuildStep> buildSteps(const BuildPlan &plan, BuildReport &report)
                          [build, run](QString *problem) { return ((*build).*run)(problem); }};
     };
     return {
+        step("read SOURCE_DATE_EPOCH", "SOURCE_DATE_EPOCH refused!", &Build::readSourceDate),
         step("check the paths", "paths refused!", &Build::checkPaths),
         step("clear the work folder", "qsUnPkgFile exist and remove fail!", &Build::clearWorkFolder),
         step("expand the package", "ExpandPkg fail!", &Build::expand),
@@ -196,6 +213,7 @@ std::vector<BuildStep> buildSteps(const BuildPlan &plan, BuildReport &report)
         step("make the product the default viewer", "SetDefaultPDF fail!", &Build::makeDefaultViewer),
         step("add the iManage sign-in", "set iManageLogin fail!", &Build::addIManageLogin),
         step("adapt the install scripts", "", &Build::adaptScripts),
+        step("limit the times of the files", "times not limited!", &Build::limitTimes),
         step("flatten the package", "FlattenUnPkg fail!", &Build::flatten),
         step("remove the work folder", "", &Build::removeLeftovers),
     };
