@@ -6,8 +6,8 @@
 #include <functional>
 #include <utility>
 
-/// Runs one build and ends. A class of its own rather than QThread::create, whose deferred task is not made to
-/// be unwound when a running build is terminated.
+/// Runs one build and ends. A class of its own rather than QThread::create, whose deferred task is not made
+/// to be unwound when a running build is terminated.
 class BuildThread : public QThread
 {
 public:

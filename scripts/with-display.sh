@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: Apache-2.0
 # with-display.sh PROGRAM [ARGUMENT...]: runs a program in a virtual X display of its own,
 # so that a test never touches the screen of whoever runs it.
 unset WAYLAND_DISPLAY
