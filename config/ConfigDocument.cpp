@@ -9,7 +9,6 @@
 #include <QDomDocument>
 #include <QFile>
 #include <QFileInfo>
-#include <QTextStream>
 
 namespace {
 
@@ -61,11 +60,7 @@ QDomDocument ConfigDocument::fromRecord(bool editor, const QString &version)
 
 bool ConfigDocument::save(const QDomDocument &document, const QString &path, QString *error)
 {
-    QByteArray bytes;
-    QTextStream stream(&bytes, QIODevice::WriteOnly | QIODevice::Text);
-    stream.setCodec("UTF-8");
-    document.save(stream, 4, QDomNode::EncodingFromTextStream);
-    stream.flush();
-    const QByteArray sorted = withSortedAttributes(QString::fromUtf8(bytes)).toUtf8();
-    return SafeFile::replaceContents(path, sorted, error);
+    const QString declaration = QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n");
+    const QString markup = declaration + withSortedAttributes(document.toString(4));
+    return SafeFile::replaceContents(path, markup.toUtf8(), error);
 }

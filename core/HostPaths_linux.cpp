@@ -29,7 +29,7 @@ void HostPaths::putStandInsFirst()
 {
     const QByteArray folder = QFile::encodeName(standInFolder());
     const QByteArray path = qgetenv("PATH");
-    if (path == folder || path.startsWith(folder + ':'))
+    if (path == folder || path.startsWith(QByteArray(folder + ':')))
         return;
     qputenv("PATH", path.isEmpty() ? folder : folder + ':' + path);
 }

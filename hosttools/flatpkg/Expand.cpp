@@ -124,7 +124,7 @@ void Extraction::makeHardLinks()
 
 bool isAtOrBelow(const QByteArray &path, const QByteArray &member)
 {
-    return path == member || path.startsWith(member + '/');
+    return path == member || path.startsWith(QByteArray(member + '/'));
 }
 
 bool everything(const QByteArray & /*path*/)

@@ -194,7 +194,7 @@ QByteArray canonical(const QByteArray &path)
 void requireOutside(const QByteArray &folder, const QByteArray &package)
 {
     const QByteArray target = canonical(folderOf(package)) + '/';
-    if (target.startsWith(canonical(folder) + '/'))
+    if (target.startsWith(QByteArray(canonical(folder) + '/')))
         throw Error("would lie in the folder that it is made of; choose another place");
 }
 

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosttools/flatpkg/StringsFile.h"
 
+#include <QVector>
+
+#include <cstring>
 #include <optional>
-#include <QTextCodec>
 
 namespace FlatPkg {
 
@@ -33,7 +35,7 @@ private:
     QChar current() const { return m_text.at(m_position); }
     bool startsWith(const char *text) const
     {
-        return m_text.midRef(m_position).startsWith(QLatin1String(text));
+        return QStringView(m_text).mid(m_position).startsWith(QLatin1String(text));
     }
     /// Moves behind the next occurrence of the text, or to the end.
     void skipPast(const char *text)
@@ -112,11 +114,22 @@ QChar StringsParser::readEscape()
     if (kind == QLatin1Char('t'))
         return QLatin1Char('\t');
     bool isNumber = false;
-    const ushort code = m_text.midRef(m_position, 4).toUShort(&isNumber, 16);
+    const ushort code = m_text.mid(m_position, 4).toUShort(&isNumber, 16);
     if (kind.toLower() != QLatin1Char('u') || !isNumber)
         return kind;
     m_position += 4;
-    return code;
+    return QChar(code);
+}
+
+const QByteArray bigEndianMark = QByteArrayLiteral("\xFE\xFF");
+const QByteArray littleEndianMark = QByteArrayLiteral("\xFF\xFE");
+
+/// Text of a byte order that its first two bytes say.
+QString fromMarkedUtf16(const QByteArray &bytes)
+{
+    QVector<char16_t> units(bytes.size() / 2);
+    std::memcpy(units.data(), bytes.constData(), std::size_t(units.size()) * sizeof(char16_t));
+    return QString::fromUtf16(units.constData(), units.size());
 }
 
 } // namespace
@@ -128,14 +141,16 @@ Strings parseStrings(const QString &text)
 
 QString decodeStrings(const QByteArray &bytes)
 {
+    const QByteArray start = bytes.left(2);
+    if (start == bigEndianMark || start == littleEndianMark)
+        return fromMarkedUtf16(bytes);
     // A table begins with a quote, a comment, a letter or a space: a NUL in the first two bytes is half of
     // one.
-    const char *guess = "UTF-8";
-    if (bytes.size() >= 2 && bytes[0] == '\0')
-        guess = "UTF-16BE";
-    else if (bytes.size() >= 2 && bytes[1] == '\0')
-        guess = "UTF-16LE";
-    return QTextCodec::codecForUtfText(bytes, QTextCodec::codecForName(guess))->toUnicode(bytes);
+    if (start.startsWith('\0'))
+        return fromMarkedUtf16(bigEndianMark + bytes);
+    if (start.endsWith('\0'))
+        return fromMarkedUtf16(littleEndianMark + bytes);
+    return QString::fromUtf8(bytes);
 }
 
 } // namespace FlatPkg

@@ -51,7 +51,7 @@ TargetTree::Place TargetTree::placeOf(QVector<QByteArray> components) const
     if (components.isEmpty())
         throw Error("the top folder's name cannot be used for anything else");
     const QByteArray name = components.takeLast();
-    return {walk(components), name, components.size()};
+    return {walk(components), name, int(components.size())};
 }
 
 void TargetTree::claim(const QVector<QByteArray> &components)

@@ -110,7 +110,7 @@ void TocReader::findRoot()
 
 void TocReader::requireUtf8()
 {
-    const QStringRef encoding = m_xml.documentEncoding();
+    const auto encoding = m_xml.documentEncoding();
     if (!encoding.isEmpty() && encoding.compare(QLatin1String("UTF-8"), Qt::CaseInsensitive) != 0)
         refuse("is not UTF-8");
 }
