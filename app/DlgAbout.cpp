@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/DlgAbout.h"
 
+#include "core/Version.h"
 #include "ui_DlgAbout.h"
 
 DlgAbout::DlgAbout(QDialog *parent)
@@ -8,6 +9,7 @@ DlgAbout::DlgAbout(QDialog *parent)
     , m_ui(std::make_unique<Ui::DlgAbout>())
 {
     m_ui->setupUi(this);
+    m_ui->label_version->setText(tr("Version %1").arg(QLatin1String(toolVersion)));
     setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                    Qt::WindowCloseButtonHint);
 }

@@ -4,6 +4,7 @@
 #include "app/StartUp.h"
 #include "app/Translation.h"
 #include "core/HostPaths.h"
+#include "core/Version.h"
 #include "resources/Resources.h"
 
 #include <QApplication>
@@ -17,6 +18,7 @@ int main(int argc, char *argv[])
     QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
     initPctResources();
     QApplication application(argc, argv);
+    QApplication::setApplicationVersion(QLatin1String(toolVersion));
     const QString language = qEnvironmentVariable("PCT_LANGUAGE");
     if (!installTranslation(application, language))
         qCWarning(logApp).noquote()

@@ -4,6 +4,7 @@
 #include "cli/Interruption.h"
 #include "cli/Verbs.h"
 #include "core/HostPaths.h"
+#include "core/Version.h"
 #include "resources/Resources.h"
 
 #include <QCoreApplication>
@@ -17,7 +18,7 @@ int runProgram()
     initPctResources();
     HostPaths::putStandInsFirst();
     QCoreApplication::setApplicationName(QStringLiteral("pct"));
-    QCoreApplication::setApplicationVersion(QStringLiteral(PCT_VERSION));
+    QCoreApplication::setApplicationVersion(QLatin1String(toolVersion));
 
     QFile outFile;
     QFile errFile;

@@ -122,6 +122,10 @@
         <source>Copyright © 2026 Pelix Software. All rights reserved.</source>
         <translation>Copyright © 2026 Pelix Software. Alle Rechte vorbehalten.</translation>
     </message>
+    <message>
+        <source>Version %1</source>
+        <translation>Version %1</translation>
+    </message>
 </context>
 <context>
     <name>DlgCustomizationTool_v2</name>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/CPDF_Waiting.h"
 #include "app/DlgAbout.h"
+#include "core/Version.h"
 #include "resources/Resources.h"
 #include "tests/app/FakePagesWindow.h"
 #include "tests/support/DialogDriver.h"
@@ -112,6 +113,8 @@ void tst_MainWindow::theAboutBoxSaysWhatAndWhose()
     QCOMPARE(about.windowTitle(), QStringLiteral("Pelix Customization Tool"));
     QCOMPARE(about.findChild<QLabel *>(QStringLiteral("label_title"))->text(),
              QStringLiteral("Pelix Customization Wizard"));
+    QCOMPARE(about.findChild<QLabel *>(QStringLiteral("label_version"))->text(),
+             QStringLiteral("Version ") + QLatin1String(toolVersion));
     QCOMPARE(about.findChild<QLabel *>(QStringLiteral("label_copyright"))->text(),
              QStringLiteral("Copyright © 2026 Pelix Software. All rights reserved."));
     QVERIFY(about.windowFlags().testFlag(Qt::CustomizeWindowHint));
