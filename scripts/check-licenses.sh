@@ -1,7 +1,7 @@
 #!/bin/sh
 # SPDX-License-Identifier: Apache-2.0
 # check-licenses.sh: every source names its license itself, and everything else is covered by .reuse/dep5
-# in the way that the REUSE specification asks for.
+# in the way that REUSE asks for.
 set -eu
 cd "$(dirname "$0")/.."
 
