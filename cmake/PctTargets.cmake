@@ -78,7 +78,8 @@ function(pct_add_test name)
     endif()
     add_test(NAME ${name} COMMAND ${command})
     set_tests_properties(${name} PROPERTIES
-        TIMEOUT ${ARG_TIMEOUT} LABELS "${ARG_LABELS}" ENVIRONMENT "${environment}")
+        TIMEOUT ${ARG_TIMEOUT} LABELS "${ARG_LABELS}" ENVIRONMENT "${environment}"
+        ENVIRONMENT_MODIFICATION "SOURCE_DATE_EPOCH=unset:;PCT_LANGUAGE=unset:")
 endfunction()
 
 # All stand-ins together; empty on macOS, which has the commands themselves.

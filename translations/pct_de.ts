@@ -62,7 +62,7 @@
     <name>CHandler_Prefer_Security</name>
     <message>
         <source>Security Setting</source>
-        <translation>Sicherheitseinstellung</translation>
+        <translation>Sicherheit</translation>
     </message>
 </context>
 <context>

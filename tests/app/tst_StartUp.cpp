@@ -69,6 +69,7 @@ private slots:
     void theChoiceDecidesTheModes();
     void pressingOkAtOnceConfiguresAnEditorPackage();
     void aCancelledProgramEndsWithStatus1();
+    void aLanguageWithoutTranslationIsReported();
 
 private:
     PrivatePlace m_place;
@@ -231,6 +232,21 @@ void tst_StartUp::aCancelledProgramEndsWithStatus1()
     QCOMPARE(program.exitStatus(), QProcess::NormalExit);
     QCOMPARE(program.exitCode(), 1);
     QVERIFY(program.readAll().contains("dlg_select_app_type destructor"));
+}
+
+void tst_StartUp::aLanguageWithoutTranslationIsReported()
+{
+    QProcess program;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("PCT_LANGUAGE"), QStringLiteral("xx"));
+    program.setProcessEnvironment(environment);
+    program.setProcessChannelMode(QProcess::MergedChannels);
+    program.start(QStringLiteral(PCT_WINDOW_PROGRAM), QStringList());
+    QVERIFY(program.waitForStarted());
+    QByteArray said;
+    QTRY_VERIFY_WITH_TIMEOUT((said += program.readAll()).contains("no translation into \"xx\""), 30'000);
+    program.kill();
+    QVERIFY(program.waitForFinished());
 }
 
 QTEST_MAIN(tst_StartUp)
