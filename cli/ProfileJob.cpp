@@ -173,8 +173,8 @@ Verdict ProfileJob::writeTo(const QString &path)
 {
     if (!CProfileGenerator::CreateProfile(&m_settings, path, m_request.product->editor))
         return Problem{m_request.output,
-                       QStringLiteral("the profile cannot be written; check that its folder "
-                                      "has room, and the settings for odd characters")};
+                       QStringLiteral("the profile cannot be written; check that its folder has room, and "
+                                      "that the ribbon of the settings is not nested too deep")};
     if (!m_request.signer.isEmpty()) {
         if (Verdict problem = sign(path))
             return problem;

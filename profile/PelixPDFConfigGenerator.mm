@@ -13,6 +13,7 @@
 #include "profile/PropertyListFoundation.h"
 #include "profile/PropertyListReader.h"
 #include "profile/PropertyListValues.h"
+#include "profile/PropertyListWriter.h"
 
 namespace {
 
@@ -57,11 +58,13 @@ NSDictionary *firstMatch(NSArray *profiles, NSString *bundleIdentifier)
     return nil;
 }
 
-/// A profile that this program would refuse is not worth writing.
-bool readsBack(NSData *xml, NSError **error)
+/// A profile that this program would refuse, or understand otherwise, is not worth writing.
+bool readsBack(NSString *xml, NSDictionary *written, NSError **error)
 {
-    const QByteArray bytes(static_cast<const char *>([xml bytes]), static_cast<int>([xml length]));
-    return readPropertyList(bytes, error) != nil;
+    NSDictionary *read = readPropertyListText(xml, error);
+    if (read != nil && ![read isEqual:written])
+        *error = profileError(@"it does not read back as it was written");
+    return [read isEqual:written];
 }
 
 NSString *standardOutputOf(const CommandResult &result)
@@ -78,12 +81,13 @@ NSString *standardOutputOf(const CommandResult &result)
     if (data == nullptr)
         return @"";
     NSError *error = nil;
-    NSData *xml = xmlFromPropertyList(profileDictionary(*data, bIsEditor), &error);
-    if (xml == nil || !readsBack(xml, &error)) {
+    NSDictionary *profile = profileDictionary(*data, bIsEditor);
+    NSString *xml = writePropertyList(profile, &error);
+    if (xml == nil || !readsBack(xml, profile, &error)) {
         cocoaLog(@"Error generating mobileconfig: %@", [error localizedDescription]);
         return nil;
     }
-    return [[[NSString alloc] initWithData:xml encoding:NSUTF8StringEncoding] autorelease];
+    return xml;
 }
 
 + (NSArray *)parsePlistXML:(NSString *)text error:(NSError **)error

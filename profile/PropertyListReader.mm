@@ -1,20 +1,37 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "profile/PropertyListReader.h"
 
+#include "profile/FoundationEscapes.h"
 #include "profile/FoundationText.h"
 #include "profile/PropertyListFoundation.h"
 #include "profile/PropertyListInput.h"
+#include "profile/PropertyListTexts.h"
 
 #include <QByteArray>
+
+namespace {
+
+NSDictionary *readVetted(const QByteArray &bytes, NSError **error)
+{
+    return dictionaryFromPropertyList(
+        [NSData dataWithBytes:bytes.constData() length:static_cast<NSUInteger>(bytes.size())], error);
+}
+
+NSDictionary *readVettedXml(const QByteArray &xml, NSError **error)
+{
+    const QByteArray escaped = FoundationEscapes::escaped(QString::fromUtf8(xml)).toUtf8();
+    NSDictionary *list = readVetted(escaped, error);
+    return escaped == xml ? list : changedTexts(list, FoundationEscapes::unescaped);
+}
+
+} // namespace
 
 NSDictionary *readPropertyList(const QByteArray &bytes, NSError **error)
 {
     QString problem;
     const QByteArray vetted = PropertyListInput::vetted(bytes, &problem);
     if (problem.isEmpty())
-        return dictionaryFromPropertyList([NSData dataWithBytes:vetted.constData()
-                                                         length:static_cast<NSUInteger>(vetted.size())],
-                                          error);
+        return vetted.startsWith('<') ? readVettedXml(vetted, error) : readVetted(vetted, error);
     if (error)
         *error = profileError(toNSString(problem));
     return nil;

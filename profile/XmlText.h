@@ -11,5 +11,5 @@ inline bool isXmlCharacter(QChar c)
     return c.unicode() != 0x7f && c.unicode() != 0xfffe && c.unicode() != 0xffff;
 }
 
-/// The text without other characters, and with a replacement for half a surrogate pair.
+/// The text without other characters, and with U+FFFD for half a surrogate pair.
 QString xmlText(const QString &text);

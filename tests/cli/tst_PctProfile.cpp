@@ -77,6 +77,8 @@ private slots:
     void quietMeansNoConfirmationAndNoWarning();
     void settingsThatNoProfileCanCarryAreRefused();
     void controlCharactersOfASourceStayOut();
+    void everyOtherCharacterOfADocumentIsCarried_data();
+    void everyOtherCharacterOfADocumentIsCarried();
 };
 
 void tst_PctProfile::aProfileWithoutASourceHasTheDefaultsAndAFreshIdentity()
@@ -305,12 +307,14 @@ void tst_PctProfile::settingsThatNoProfileCanCarryAreRefused()
 {
     const ProfileRunner runner;
     TestFiles::write(runner.output(), "as it was");
-    // XML cannot carry this line end in text, as a document can in an attribute.
+    // As deep as a document may be, with the levels that a profile adds too deep for a profile.
     const QString document = runner.document(
-        "PelixPDFEditor", "<Profstore><Preferences><Preference Text='LoginDomainList' String='a&#13;b'/>"
-                          "</Preferences></Profstore>");
+        "PelixPDFEditor", "<Profstore><RibbonSetRibbonCategory><RibbonUI>" + QByteArray("<a>").repeated(252) +
+                              QByteArray("</a>").repeated(252) +
+                              "</RibbonUI></RibbonSetRibbonCategory></Profstore>");
+    QCOMPARE(runner.run({text("show"), document}).exitCode, 0);
     const PctResult result = runner.makeProfile(true, {text("--force"), text("--config"), document});
-    QVERIFY2(result.isOneLineRefusal() && result.err.contains("odd characters"), result.err.constData());
+    QVERIFY2(result.isOneLineRefusal() && result.err.contains("nested too deep"), result.err.constData());
     QCOMPARE(TestFiles::read(runner.output()), QByteArray("as it was"));
     QCOMPARE(runner.files().size(), 2);
 }
@@ -336,6 +340,39 @@ void tst_PctProfile::controlCharactersOfASourceStayOut()
             text("ab"));
     else
         QVERIFY2(result.isOneLineRefusal(), result.err.constData());
+}
+
+void tst_PctProfile::everyOtherCharacterOfADocumentIsCarried_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::newRow("an emoji") << text("smile \U0001F600!");
+    QTest::newRow("an emoji's escape, typed out") << text("\\UD83D\\UDE00");
+    QTest::newRow("a letter's escape, typed out") << text("\\U0041");
+    QTest::newRow("backslashes beside an emoji") << text("\\\\\U0001F600\\");
+    QTest::newRow("private use") << text("\uE000\uE0F01f600\uE0F0\uF8FF");
+}
+
+void tst_PctProfile::everyOtherCharacterOfADocumentIsCarried()
+{
+    QFETCH(QString, typed);
+    const ProfileRunner runner;
+    const QByteArray settings = "<Profstore><Preferences><Preference Text='LoginDomainList' String='" +
+                                typed.toUtf8() +
+                                "'/></Preferences><RibbonSetRibbonCategory><RibbonUI name='" +
+                                typed.toUtf8() + "'/></RibbonSetRibbonCategory></Profstore>";
+    const PctResult made =
+        runner.makeProfile(true, {text("--config"), runner.document("PelixPDFEditor", settings)});
+    QVERIFY2(made.exitCode == 0 && made.err.isEmpty(), made.err.constData());
+    const QJsonObject profile = runner.propertyList(runner.output());
+    QCOMPARE(stringIn(preferenceOf(profile, text("LoginDomainList")), "String"), typed);
+    const QJsonObject ribbon = payloadOf(profile).value(text("RibbonSetRibbonCategory")).toObject();
+    QCOMPARE(stringIn(ribbon.value(text("RibbonUI")).toObject(), "name"), typed);
+
+    QVERIFY(QFile::rename(runner.output(), runner.file(text("source"))));
+    const PctResult again = runner.makeProfile(true, {text("--from"), text("source")});
+    QVERIFY2(again.exitCode == 0 && again.err.isEmpty(), again.err.constData());
+    QCOMPARE(stringIn(preferenceOf(runner.propertyList(runner.output()), text("LoginDomainList")), "String"),
+             typed);
 }
 
 QTEST_GUILESS_MAIN(tst_PctProfile)

@@ -2,8 +2,14 @@
 #include "tests/profile/ProfileSamples.h"
 
 #include "config/KeptElement.h"
+#include "tests/support/TestFiles.h"
 
 #include <QDomDocument>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QTemporaryDir>
+
+#include <string>
 
 const QByteArray ProfileSamples::editorBundle = "com.pelix-software.Pelix.PDF.Editor";
 const QByteArray ProfileSamples::readerBundle = "com.pelix-software.Pelix.PDF.Reader";
@@ -22,14 +28,12 @@ QByteArray textMember(const QByteArray &key, const QByteArray &text)
 
 QString randomText(QRandomGenerator &random)
 {
-    static const QString alphabet = QStringLiteral("abcXYZ019 .;|:@<>&\"'-_%1äß日本é\U0001F600");
-    QString text;
-    for (quint32 left = random.bounded(20); left > 0; --left) {
-        const int at = int(random.bounded(alphabet.size()));
-        if (!alphabet.at(at).isSurrogate())
-            text += alphabet.at(at);
-    }
-    return text;
+    static const std::u32string alphabet =
+        U"abcXYZ019 .;|:@<>&\"'-_%1\\U\\\u00E4\u00DF\u65E5\u672C\u00E9\uE0F0\U0001F600\U0010FFFD";
+    std::u32string text;
+    for (quint32 left = random.bounded(20); left > 0; --left)
+        text += alphabet.at(random.bounded(quint32(alphabet.size())));
+    return QString::fromStdU32String(text);
 }
 
 bool coin(QRandomGenerator &random)
@@ -111,6 +115,25 @@ QByteArray ProfileSamples::installedProfile(const QByteArray &bundleIdentifier, 
 QByteArray ProfileSamples::listing(const QByteArray &profiles)
 {
     return propertyList(dictionary({"_computerlevel", array(profiles)}));
+}
+
+QJsonObject ProfileSamples::readByPython(const QByteArray &propertyList)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("profile"));
+    TestFiles::write(path, propertyList);
+    const QByteArray json = TestFiles::outputOf(
+        QStringLiteral("/usr/bin/python3"),
+        {QStringLiteral("-c"),
+         QStringLiteral(
+             "import json, plistlib, sys; print(json.dumps(plistlib.load(open(sys.argv[1], 'rb'))))"),
+         path});
+    return QJsonDocument::fromJson(json).object();
+}
+
+QJsonObject ProfileSamples::payloadOf(const QJsonObject &profile)
+{
+    return profile[QLatin1String("PayloadContent")].toArray().first().toObject();
 }
 
 EditorXmlData ProfileSamples::randomRecord(QRandomGenerator &random)

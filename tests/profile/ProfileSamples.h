@@ -4,6 +4,7 @@
 #include "config/EditorXmlData.h"
 
 #include <QByteArray>
+#include <QJsonObject>
 #include <QRandomGenerator>
 #include <QStringList>
 
@@ -36,6 +37,12 @@ EditorXmlData randomRecord(QRandomGenerator &random);
 
 /// What a record is after it has travelled through a profile of the product.
 EditorXmlData throughProfile(EditorXmlData data, bool editor);
+
+/// What Python reads in a property list of any format. It shares no code with Foundation.
+QJsonObject readByPython(const QByteArray &propertyList);
+
+/// The settings payload of a profile as readByPython() gives it.
+QJsonObject payloadOf(const QJsonObject &profile);
 
 extern const QByteArray editorBundle;
 extern const QByteArray readerBundle;

@@ -6,7 +6,6 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QJsonObject>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -15,29 +14,9 @@ using namespace ProfileSamples;
 
 namespace {
 
-/// Python's reader, which shares no code with Foundation.
-QJsonObject parsed(const QByteArray &profile)
-{
-    const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("profile"));
-    TestFiles::write(path, profile);
-    const QByteArray json = TestFiles::outputOf(
-        QStringLiteral("/usr/bin/python3"),
-        {QStringLiteral("-c"),
-         QStringLiteral(
-             "import json, plistlib, sys; print(json.dumps(plistlib.load(open(sys.argv[1], 'rb'))))"),
-         path});
-    return QJsonDocument::fromJson(json).object();
-}
-
 QJsonObject generated(const EditorXmlData &data, bool editor = true)
 {
-    return parsed(CocoaCalls::generateProfile(&data, editor).toUtf8());
-}
-
-QJsonObject payloadOf(const QJsonObject &profile)
-{
-    return profile[QLatin1String("PayloadContent")].toArray().first().toObject();
+    return readByPython(CocoaCalls::generateProfile(&data, editor).toUtf8());
 }
 
 /// Item number `index` of the settings as it stands in the profile.
@@ -170,7 +149,8 @@ private slots:
         EditorXmlData data;
         data.nAuthLibrary = 2;
         const QByteArray profile = CocoaCalls::generateProfile(&data, true).toUtf8();
-        QCOMPARE(preferenceOf(parsed(profile), 3), QStringLiteral(R"({"Mode":"0","Text":"AuthLibrary"})"));
+        QCOMPARE(preferenceOf(readByPython(profile), 3),
+                 QStringLiteral(R"({"Mode":"0","Text":"AuthLibrary"})"));
         QVERIFY(CocoaCalls::importProfile(&data, profile, true));
         QCOMPARE(data.nAuthLibrary, 0);
     }
@@ -206,8 +186,7 @@ private slots:
         const QByteArray profile = CocoaCalls::generateProfile(&data, true).toUtf8();
         EditorXmlData back;
         QVERIFY(CocoaCalls::importProfile(&back, profile, true));
-        const QString kept = QStringLiteral("ab") + QString::fromUtf8(QString(QChar(0xd800)).toUtf8()) +
-                             QStringLiteral("c\tä");
+        const QString kept = QStringLiteral("ab\uFFFDc\tä");
         QCOMPARE(back.strLoginDomainList, kept);
         QCOMPARE(back.payloadInfo.PayloadIdentifier, kept);
         QCOMPARE(back.elemRibbonCategory.attribute(QStringLiteral("x")), kept);
@@ -235,7 +214,7 @@ private slots:
             TestFiles::outputOf(QStringLiteral("plistutil"),
                                 {QStringLiteral("-i"), path, QStringLiteral("-f"), QStringLiteral("bin")});
         QVERIFY(binary.startsWith("bplist00"));
-        QCOMPARE(parsed(binary), parsed(TestFiles::read(path)));
+        QCOMPARE(readByPython(binary), readByPython(TestFiles::read(path)));
     }
 
     void parsingCollectsWhatTheGroupsHold()
