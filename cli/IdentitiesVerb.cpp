@@ -31,13 +31,28 @@ VerbSyntax identitiesSyntax()
     return syntax;
 }
 
+Verdict listIdentities(QStringList &names)
+{
+    const QString command = QStringLiteral("/usr/bin/security");
+    if (const Verdict problem = missingCommand({command}))
+        return problem;
+    QString failure;
+    names = CProfileGenerator::GetSignIDs(&failure);
+    if (failure.isEmpty())
+        return std::nullopt;
+    return Problem{command, QStringLiteral("the identities cannot be listed (%1); check that the keychain is "
+                                           "unlocked")
+                                .arg(failure)};
+}
+
 int runIdentities(const VerbLine &line, Console &console)
 {
-    if (const Verdict problem = missingCommand({QStringLiteral("/usr/bin/security")})) {
+    QStringList names;
+    if (const Verdict problem = listIdentities(names)) {
         console.error(*problem);
         return ExitCode::refused;
     }
-    writeNames(CProfileGenerator::GetSignIDs(), line.isSet(QStringLiteral("json")), console);
+    writeNames(names, line.isSet(QStringLiteral("json")), console);
     return ExitCode::done;
 }
 

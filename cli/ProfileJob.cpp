@@ -127,8 +127,13 @@ Verdict ProfileJob::readSource(EditorXmlData &settings) const
 
 Verdict ProfileJob::readInstalled(EditorXmlData &settings) const
 {
-    if (CProfileGenerator::ImportProfile(&settings, m_request.product->editor))
+    QString failure;
+    if (CProfileGenerator::ImportProfile(&settings, m_request.product->editor, &failure))
         return std::nullopt;
+    if (!failure.isEmpty())
+        return Problem{QStringLiteral("profiles"),
+                       QStringLiteral("the installed profiles cannot be listed (%1); use --config or --from")
+                           .arg(failure)};
     return Problem{QStringLiteral("profiles"),
                    QStringLiteral("no profile of the %1 was found on this machine; use --config or --from")
                        .arg(QString(m_request.product->title))};
@@ -186,7 +191,9 @@ Verdict ProfileJob::sign(const QString &path) const
 {
     if (CProfileGenerator::SignProfile(path, m_request.signer))
         return std::nullopt;
-    if (!CProfileGenerator::GetSignIDs().contains(m_request.signer))
+    QString failure;
+    const QStringList identities = CProfileGenerator::GetSignIDs(&failure);
+    if (failure.isEmpty() && !identities.contains(m_request.signer))
         return Problem{m_request.signer, QStringLiteral("there is no signing identity of this name; \"pct "
                                                         "identities\" lists those that there are")};
     return Problem{m_request.signer, QStringLiteral("signing with this identity failed, so no profile was "

@@ -9,20 +9,22 @@
 
 namespace {
 
-constexpr int outputLimit = 1024 * 1024;
-
-void appendBounded(QByteArray &kept, const QByteArray &more)
+/// Whether all of it could be kept.
+bool appendBounded(QByteArray &kept, const QByteArray &more, int limit)
 {
-    kept += more.left(outputLimit - kept.size());
+    const auto room = limit - kept.size();
+    kept += more.left(room);
+    return more.size() <= room;
 }
 
 void collectOutput(QProcess &process, CommandResult &result)
 {
     QObject::connect(&process, &QProcess::readyReadStandardOutput, &process, [&process, &result] {
-        appendBounded(result.standardOutput, process.readAllStandardOutput());
+        if (!appendBounded(result.standardOutput, process.readAllStandardOutput(), result.outputLimit))
+            result.truncated = true;
     });
     QObject::connect(&process, &QProcess::readyReadStandardError, &process, [&process, &result] {
-        appendBounded(result.standardError, process.readAllStandardError());
+        appendBounded(result.standardError, process.readAllStandardError(), Command::mebibyte);
     });
 }
 
@@ -79,10 +81,19 @@ QString CommandResult::problem() const
     return said.isEmpty() ? failed : failed + QStringLiteral(": ") + said;
 }
 
-CommandResult Command::run(const QString &program, const QStringList &arguments, int timeoutMilliseconds)
+QString CommandResult::outputProblem() const
+{
+    if (!succeeded() || !truncated)
+        return problem();
+    return QStringLiteral("%1 printed more than %2 MiB").arg(program).arg(outputLimit / Command::mebibyte);
+}
+
+CommandResult Command::run(const QString &program, const QStringList &arguments, int timeoutMilliseconds,
+                           int outputLimit)
 {
     CommandResult result;
     result.program = program;
+    result.outputLimit = outputLimit;
     QProcess process;
     collectOutput(process, result);
     process.setStandardInputFile(QProcess::nullDevice());

@@ -18,8 +18,10 @@ struct CommandResult
 
     Outcome outcome = Outcome::FailedToStart;
     int exitCode = -1;         ///< meaningful for Finished only
-    QByteArray standardOutput; ///< the first mebibyte
+    QByteArray standardOutput; ///< as much from its start as was to be kept
     QByteArray standardError;  ///< the first mebibyte
+    bool truncated = false;    ///< standard output had more
+    int outputLimit = 0;       ///< bytes of standard output that were to be kept
     QString program;
 
     /// Finished with exit code 0.
@@ -28,15 +30,22 @@ struct CommandResult
     /// One line for a message: what went wrong, with the last line that the program said, or empty
     /// when it succeeded.
     QString problem() const;
+
+    /// The same for a caller who needs all of standard output: cut off output is a problem, too.
+    QString outputProblem() const;
 };
 
 /// The only way in which the tool starts programs. Each call blocks its thread until the program has
 /// ended, gives it no standard input and may be made from any thread.
 namespace Command {
 
+constexpr int mebibyte = 1024 * 1024;
+
 /// Runs a program with an argument vector; no shell is involved. A name without a slash is looked up
-/// in PATH, an absolute path through HostPaths. A timeout below zero waits without a limit.
-CommandResult run(const QString &program, const QStringList &arguments, int timeoutMilliseconds = -1);
+/// in PATH, an absolute path through HostPaths. A timeout below zero waits without a limit. Of standard
+/// output `outputLimit` bytes are kept.
+CommandResult run(const QString &program, const QStringList &arguments, int timeoutMilliseconds = -1,
+                  int outputLimit = mebibyte);
 
 /// Runs a command given as one string, split by Qt's rules. The string must end with exactly the given
 /// paths; a path whose characters break out of their quotes makes the command be Refused, unstarted.

@@ -64,11 +64,14 @@ bool CProfileGenerator::ImportProfile(const QString &path, EditorXmlData *data, 
     return result == ConfigGenerator::Import::Filled;
 }
 
-bool CProfileGenerator::ImportProfile(EditorXmlData *data, bool bEditor)
+bool CProfileGenerator::ImportProfile(EditorXmlData *data, bool bEditor, QString *problem)
 {
     if (!data)
         return warn(QStringLiteral("Invalid EditorXmlData."));
-    const auto result = ConfigGenerator::importInstalled(*data, bEditor);
+    QString failure;
+    const auto result = ConfigGenerator::importInstalled(*data, bEditor, failure);
+    if (problem)
+        *problem = failure;
     if (result == ConfigGenerator::Import::Unreadable)
         return warn(QStringLiteral("Failed to load system profiles."));
     return result == ConfigGenerator::Import::Filled;

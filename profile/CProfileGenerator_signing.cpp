@@ -37,11 +37,14 @@ QStringList quotedNames(const QString &listing)
 
 } // namespace
 
-QStringList CProfileGenerator::GetSignIDs()
+QStringList CProfileGenerator::GetSignIDs(QString *problem)
 {
     const CommandResult result = runSecurity({QStringLiteral("find-identity"), QStringLiteral("-v"),
                                               QStringLiteral("-p"), QStringLiteral("codesigning")});
-    if (result.succeeded())
+    const QString failure = result.outputProblem();
+    if (problem)
+        *problem = failure;
+    if (failure.isEmpty())
         return quotedNames(QString::fromUtf8(result.standardOutput));
     warn(QStringLiteral("Failed to retrieve sign IDs."));
     return {};

@@ -24,8 +24,9 @@ Import importText(const QString &text, EditorXmlData &data, bool editor, QString
 /// Fills the record from profile data of either product; `editor` gets which. False with `error` set.
 bool importAny(const QByteArray &bytes, EditorXmlData &data, bool &editor, QString &error);
 
-/// Fills the record from the product's installed profile.
-Import importInstalled(EditorXmlData &data, bool editor);
+/// Fills the record from the product's installed profile. `problem` says why the system's profiles could
+/// not be listed, and becomes empty when it has none.
+Import importInstalled(EditorXmlData &data, bool editor, QString &problem);
 
 /// Identity of the product's installed profile; what is not there stays as it was.
 Import installedIdentity(bool editor, QString &identifier, QString &uuid);

@@ -74,10 +74,10 @@ bool ConfigGenerator::importAny(const QByteArray &bytes, EditorXmlData &data, bo
     return error.isEmpty() && [PelixPDFConfigGenerator ImportProfile:&data profile:profile bIsEditor:editor];
 }
 
-Import ConfigGenerator::importInstalled(EditorXmlData &data, bool editor)
+Import ConfigGenerator::importInstalled(EditorXmlData &data, bool editor, QString &problem)
 {
     const AutoreleaseScope scope;
-    NSArray *profiles = [PelixPDFConfigGenerator loadSystemProfiles];
+    NSArray *profiles = [PelixPDFConfigGenerator loadSystemProfilesWithProblem:&problem];
     if (profiles == nil)
         return Import::Unreadable;
     return filledWhen([PelixPDFConfigGenerator ImportProfiles:&data profiles:profiles bIsEditor:editor]);

@@ -3,6 +3,7 @@
 
 #import <Foundation/Foundation.h>
 
+class QString;
 struct EditorXmlData;
 
 /// The configuration profile as the system writes and reads it. Class methods only. Results are autoreleased;
@@ -19,6 +20,10 @@ struct EditorXmlData;
 
 /// The configuration profiles that are installed on this machine, or nil. Blocks on the system's command.
 + (NSArray *)loadSystemProfiles;
+
+/// The same. `problem` gets one line when the command failed, else it becomes empty: a machine without
+/// profiles gives nil, too, and is no problem.
++ (NSArray *)loadSystemProfilesWithProblem:(QString *)problem;
 
 /// Fills the record from the product's profile among the installed ones. NO, with the record as it was, when
 /// there is none.

@@ -11,6 +11,7 @@
 #include "profile/ProfileProduct.h"
 #include "profile/ProfileSettings.h"
 #include "profile/PropertyListFoundation.h"
+#include "profile/PropertyListInput.h"
 #include "profile/PropertyListReader.h"
 #include "profile/PropertyListValues.h"
 #include "profile/PropertyListWriter.h"
@@ -67,6 +68,21 @@ bool readsBack(NSString *xml, NSDictionary *written, NSError **error)
     return [read isEqual:written];
 }
 
+CommandResult listing()
+{
+    return Command::run(QStringLiteral("/usr/bin/profiles"),
+                        {QStringLiteral("show"), QStringLiteral("-output"), QStringLiteral("stdout-xml"),
+                         QStringLiteral("-type"), QStringLiteral("configuration")},
+                        -1, PropertyListInput::maximumBytes);
+}
+
+/// What the command said of its failure, when it said anything.
+NSString *failureOf(const CommandResult &result)
+{
+    const bool said = !result.succeeded() && !result.standardError.isEmpty();
+    return toNSString(said ? QString::fromUtf8(result.standardError) : result.outputProblem());
+}
+
 NSString *standardOutputOf(const CommandResult &result)
 {
     return toNSString(QString::fromUtf8(result.standardOutput));
@@ -111,12 +127,16 @@ NSString *standardOutputOf(const CommandResult &result)
 
 + (NSArray *)loadSystemProfiles
 {
-    const CommandResult result =
-        Command::run(QStringLiteral("/usr/bin/profiles"),
-                     {QStringLiteral("show"), QStringLiteral("-output"), QStringLiteral("stdout-xml"),
-                      QStringLiteral("-type"), QStringLiteral("configuration")});
-    if (!result.succeeded()) {
-        cocoaLog(@"Command failed with error: %@", toNSString(QString::fromUtf8(result.standardError)));
+    QString problem;
+    return [self loadSystemProfilesWithProblem:&problem];
+}
+
++ (NSArray *)loadSystemProfilesWithProblem:(QString *)problem
+{
+    const CommandResult result = listing();
+    *problem = result.outputProblem();
+    if (!problem->isEmpty()) {
+        cocoaLog(@"Command failed with error: %@", failureOf(result));
         return nil;
     }
     cocoaLog(@"profiles content:\n%@", standardOutputOf(result));

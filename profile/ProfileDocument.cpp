@@ -48,21 +48,21 @@ CommandResult decode(const QString &path, const QStringList &options)
     // The command would take a name that starts with a dash for an option.
     return Command::run(QStringLiteral("/usr/bin/security"),
                         QStringList{QStringLiteral("cms"), QStringLiteral("-D")} + options +
-                            QStringList{QStringLiteral("-i"), QFileInfo(path).absoluteFilePath()});
+                            QStringList{QStringLiteral("-i"), QFileInfo(path).absoluteFilePath()},
+                        -1, PropertyListInput::maximumBytes);
 }
-
-/// core/Command keeps no more of a command's output.
-constexpr int maximumSignedBytes = 1024 * 1024;
 
 bool readSignedContent(const QString &path, QByteArray &bytes, QString &error)
 {
     const CommandResult decoded = decode(path, {});
     if (!decoded.succeeded())
         return fail(error, QStringLiteral("is a damaged signed message (%1)").arg(decoded.problem()));
+    if (decoded.truncated)
+        return fail(
+            error,
+            QStringLiteral("holds a signed profile that cannot be read (%1)").arg(decoded.outputProblem()));
     bytes = decoded.standardOutput;
-    return bytes.size() < maximumSignedBytes ||
-           fail(error, QStringLiteral("is larger than %1 MiB, which is too much for a signed profile")
-                           .arg(maximumSignedBytes / (1024 * 1024)));
+    return true;
 }
 
 /// The command describes each signer in a header line like `SMIME: signer0.id="Jane Doe"; …`.

@@ -102,6 +102,13 @@ void PctRunner::replaceTool(const QString &name, const QByteArray &script) const
                            "real='" + real + "'\n" + script);
 }
 
+void PctRunner::breakTool(const QString &name) const
+{
+    replaceTool(name, QByteArray());
+    const QString path = m_folder.filePath(QStringLiteral("tools/") + name);
+    TestFiles::write(path, "#!/no/such/interpreter\n");
+}
+
 void PctRunner::removeTool(const QString &name) const
 {
     if (!QFile::remove(m_folder.filePath(QStringLiteral("tools/") + name)))

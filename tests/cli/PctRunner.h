@@ -45,6 +45,8 @@ public:
 
     /// Replaces a command by a shell script; $real is the command that it stands for.
     void replaceTool(const QString &name, const QByteArray &script) const;
+    /// Puts a program in the command's place that no system can start.
+    void breakTool(const QString &name) const;
     void removeTool(const QString &name) const;
     /// The command itself again, after replaceTool.
     void restoreTool(const QString &name) const;

@@ -68,6 +68,9 @@ private slots:
     void aUuidAloneEndsTheIdentifierToo();
     void settingsOfASourceProfileAreKept();
     void theInstalledProfileIsTheSource();
+    void theInstalledProfileIsFoundBehindMebibytesOfOthers();
+    void installedProfilesThatCannotBeListedAreAFailure_data();
+    void installedProfilesThatCannotBeListedAreAFailure();
     void withoutAnInstalledProfileThereIsNoSource();
     void twoRunsDifferInTheInnerUuidOnly();
     void aProfileOfTheOtherProductIsRefused();
@@ -75,10 +78,7 @@ private slots:
     void theResultIsReportedAsJson();
     void aFailureIsReportedAsJson();
     void quietMeansNoConfirmationAndNoWarning();
-    void settingsThatNoProfileCanCarryAreRefused();
     void controlCharactersOfASourceStayOut();
-    void everyOtherCharacterOfADocumentIsCarried_data();
-    void everyOtherCharacterOfADocumentIsCarried();
 };
 
 void tst_PctProfile::aProfileWithoutASourceHasTheDefaultsAndAFreshIdentity()
@@ -207,6 +207,46 @@ void tst_PctProfile::theInstalledProfileIsTheSource()
     QCOMPARE(stringIn(preferenceOf(profile, text("StartPage")), "Mode"), text("0"));
 }
 
+void tst_PctProfile::theInstalledProfileIsFoundBehindMebibytesOfOthers()
+{
+    const ProfileRunner runner;
+    const QString other = runner.file(text("other"));
+    const QByteArray filling = ProfileXml::key("A", ProfileXml::string(QByteArray(1024 * 1024, 'x')));
+    for (const char *identifier : {"a.example", "b.example", "c.example", "z.example"}) {
+        TestFiles::write(other, ProfileXml::profile(ProfileXml::payload("", "org.example.viewer") + filling)
+                                    .replace("host.example", identifier));
+        runner.install(other);
+    }
+    runner.install(knownProfile(runner, true));
+    const PctResult made = runner.makeProfile(true, {text("--installed")});
+    QVERIFY2(made.exitCode == 0 && made.err.isEmpty(), made.err.constData());
+    QCOMPARE(stringIn(runner.propertyList(runner.output()), "PayloadUUID"), aUuid);
+}
+
+void tst_PctProfile::installedProfilesThatCannotBeListedAreAFailure_data()
+{
+    QTest::addColumn<QByteArray>("script");
+    QTest::addColumn<QByteArray>("cause");
+    QTest::newRow("crashed") << QByteArray("kill -9 $$") << QByteArray("was ended by a signal");
+    QTest::newRow("bad exit") << QByteArray("echo not now >&2; exit 3")
+                              << QByteArray("ended with exit code 3: not now");
+    QTest::newRow("too much") << QByteArray("head -c 34000000 /dev/zero")
+                              << QByteArray("printed more than 32 MiB");
+}
+
+void tst_PctProfile::installedProfilesThatCannotBeListedAreAFailure()
+{
+    QFETCH(QByteArray, script);
+    QFETCH(QByteArray, cause);
+    const ProfileRunner runner;
+    runner.replaceTool(text("profiles"), script);
+    const PctResult result = runner.makeProfile(true, {text("--installed")});
+    QVERIFY2(result.isOneLineRefusal() &&
+                 result.err.contains("cannot be listed (/usr/bin/profiles " + cause + ")"),
+             result.err.constData());
+    QVERIFY(!QFile::exists(runner.output()));
+}
+
 void tst_PctProfile::withoutAnInstalledProfileThereIsNoSource()
 {
     const ProfileRunner runner;
@@ -303,22 +343,6 @@ void tst_PctProfile::quietMeansNoConfirmationAndNoWarning()
     QCOMPARE(result.out + result.err, QByteArray());
 }
 
-void tst_PctProfile::settingsThatNoProfileCanCarryAreRefused()
-{
-    const ProfileRunner runner;
-    TestFiles::write(runner.output(), "as it was");
-    // As deep as a document may be, with the levels that a profile adds too deep for a profile.
-    const QString document = runner.document(
-        "PelixPDFEditor", "<Profstore><RibbonSetRibbonCategory><RibbonUI>" + QByteArray("<a>").repeated(252) +
-                              QByteArray("</a>").repeated(252) +
-                              "</RibbonUI></RibbonSetRibbonCategory></Profstore>");
-    QCOMPARE(runner.run({text("show"), document}).exitCode, 0);
-    const PctResult result = runner.makeProfile(true, {text("--force"), text("--config"), document});
-    QVERIFY2(result.isOneLineRefusal() && result.err.contains("nested too deep"), result.err.constData());
-    QCOMPARE(TestFiles::read(runner.output()), QByteArray("as it was"));
-    QCOMPARE(runner.files().size(), 2);
-}
-
 void tst_PctProfile::controlCharactersOfASourceStayOut()
 {
     const ProfileRunner runner;
@@ -340,39 +364,6 @@ void tst_PctProfile::controlCharactersOfASourceStayOut()
             text("ab"));
     else
         QVERIFY2(result.isOneLineRefusal(), result.err.constData());
-}
-
-void tst_PctProfile::everyOtherCharacterOfADocumentIsCarried_data()
-{
-    QTest::addColumn<QString>("typed");
-    QTest::newRow("an emoji") << text("smile \U0001F600!");
-    QTest::newRow("an emoji's escape, typed out") << text("\\UD83D\\UDE00");
-    QTest::newRow("a letter's escape, typed out") << text("\\U0041");
-    QTest::newRow("backslashes beside an emoji") << text("\\\\\U0001F600\\");
-    QTest::newRow("private use") << text("\uE000\uE0F01f600\uE0F0\uF8FF");
-}
-
-void tst_PctProfile::everyOtherCharacterOfADocumentIsCarried()
-{
-    QFETCH(QString, typed);
-    const ProfileRunner runner;
-    const QByteArray settings = "<Profstore><Preferences><Preference Text='LoginDomainList' String='" +
-                                typed.toUtf8() +
-                                "'/></Preferences><RibbonSetRibbonCategory><RibbonUI name='" +
-                                typed.toUtf8() + "'/></RibbonSetRibbonCategory></Profstore>";
-    const PctResult made =
-        runner.makeProfile(true, {text("--config"), runner.document("PelixPDFEditor", settings)});
-    QVERIFY2(made.exitCode == 0 && made.err.isEmpty(), made.err.constData());
-    const QJsonObject profile = runner.propertyList(runner.output());
-    QCOMPARE(stringIn(preferenceOf(profile, text("LoginDomainList")), "String"), typed);
-    const QJsonObject ribbon = payloadOf(profile).value(text("RibbonSetRibbonCategory")).toObject();
-    QCOMPARE(stringIn(ribbon.value(text("RibbonUI")).toObject(), "name"), typed);
-
-    QVERIFY(QFile::rename(runner.output(), runner.file(text("source"))));
-    const PctResult again = runner.makeProfile(true, {text("--from"), text("source")});
-    QVERIFY2(again.exitCode == 0 && again.err.isEmpty(), again.err.constData());
-    QCOMPARE(stringIn(preferenceOf(runner.propertyList(runner.output()), text("LoginDomainList")), "String"),
-             typed);
 }
 
 QTEST_GUILESS_MAIN(tst_PctProfile)

@@ -28,10 +28,13 @@ class tst_PctSigning : public QObject
 private slots:
     void identitiesAreListedByName();
     void withoutIdentitiesTheListIsEmpty();
+    void identitiesThatCannotBeListedAreAFailure_data();
+    void identitiesThatCannotBeListedAreAFailure();
     void aMissingSecurityCommandIsNamed();
     void aSignedProfileIsVerifiedByOthers_data();
     void aSignedProfileIsVerifiedByOthers();
     void aSignedProfileCanBeASource();
+    void aSignedProfileMayBeLargerThanAMebibyte();
     void anUnknownIdentityIsRefused();
     void aSigningThatFailsChangesNothing_data();
     void aSigningThatFailsChangesNothing();
@@ -61,6 +64,35 @@ void tst_PctSigning::withoutIdentitiesTheListIsEmpty()
     QCOMPARE(listed.exitCode, 0);
     QCOMPARE(listed.out + listed.err, QByteArray());
     QVERIFY(runner.run({text("identities"), text("--json")}).json().value(text("identities")).isArray());
+}
+
+void tst_PctSigning::identitiesThatCannotBeListedAreAFailure_data()
+{
+    QTest::addColumn<QByteArray>("script");
+    QTest::addColumn<QByteArray>("cause");
+    QTest::newRow("not started") << QByteArray("") << QByteArray("/usr/bin/security could not be started");
+    QTest::newRow("crashed") << QByteArray("kill -9 $$")
+                             << QByteArray("/usr/bin/security was ended by a signal");
+    QTest::newRow("bad exit") << QByteArray("echo '\"Jane\"'; echo the keychain is locked >&2; exit 51")
+                              << QByteArray("exit code 51: the keychain is locked");
+    QTest::newRow("endless") << QByteArray("head -c 2000000 /dev/zero")
+                             << QByteArray("/usr/bin/security printed more than 1 MiB");
+}
+
+void tst_PctSigning::identitiesThatCannotBeListedAreAFailure()
+{
+    QFETCH(QByteArray, script);
+    QFETCH(QByteArray, cause);
+    const ProfileRunner runner;
+    if (script.isEmpty())
+        runner.breakTool(text("security"));
+    else
+        runner.replaceTool(text("security"), script);
+    for (const QStringList &options : {QStringList(), QStringList{text("--json")}}) {
+        const PctResult listed = runner.run(QStringList{text("identities")} + options);
+        QVERIFY2(listed.isOneLineRefusal() && listed.err.contains(cause + ")"),
+                 QByteArray(listed.out + listed.err).constData());
+    }
 }
 
 void tst_PctSigning::aMissingSecurityCommandIsNamed()
@@ -117,6 +149,25 @@ void tst_PctSigning::aSignedProfileCanBeASource()
     const QJsonObject source = runner.propertyList(runner.verifiedContent(runner.file(text("signed"))));
     QVERIFY(!profile.value(text("PayloadUUID")).toString().isEmpty());
     QCOMPARE(profile.value(text("PayloadUUID")), source.value(text("PayloadUUID")));
+}
+
+void tst_PctSigning::aSignedProfileMayBeLargerThanAMebibyte()
+{
+    const ProfileRunner runner;
+    runner.addIdentity(text("Pelix Deployment"));
+    const QByteArray domains(3 * 1024 * 1024, 'd');
+    const QString document = runner.document(
+        "PelixPDFEditor", "<Profstore><Preferences><Preference Text='LoginDomainList' String='" + domains +
+                              "'/></Preferences></Profstore>");
+    const PctResult made =
+        runner.makeProfile(true, {text("--config"), document, text("--sign"), text("Pelix Deployment")});
+    QVERIFY2(made.exitCode == 0 && made.err.isEmpty(), made.err.left(1000).constData());
+    const QJsonObject profile = runner.propertyList(runner.verifiedContent(runner.output()));
+    QCOMPARE(preferenceOf(profile, text("LoginDomainList")).value(text("String")).toString().toUtf8(),
+             domains);
+    const QJsonObject shown = runner.run({text("show"), text("--json"), runner.output()}).json();
+    QCOMPARE(shown.value(text("settings")).toObject().value(text("strLoginDomainList")).toString().toUtf8(),
+             domains);
 }
 
 void tst_PctSigning::anUnknownIdentityIsRefused()

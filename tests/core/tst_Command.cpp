@@ -70,6 +70,32 @@ private slots:
         QCOMPARE(result.standardError.size(), 1024 * 1024);
     }
 
+    void aLargerLimitKeepsMore()
+    {
+        const int flood = 32 * 1024 * 1024;
+        const CommandResult whole = Command::run(child(), {QStringLiteral("flood")}, -1, flood);
+        QCOMPARE(whole.standardOutput.size(), flood);
+        QVERIFY(!whole.truncated);
+        QCOMPARE(whole.outputProblem(), QString());
+    }
+
+    void outputThatIsCutOffIsTold()
+    {
+        const CommandResult cut = Command::run(child(), {QStringLiteral("flood")}, -1, 5 * 1024 * 1024);
+        QVERIFY(cut.truncated && cut.succeeded());
+        QCOMPARE(cut.standardOutput.size(), 5 * 1024 * 1024);
+        QCOMPARE(cut.outputProblem(), child() + QStringLiteral(" printed more than 5 MiB"));
+        QVERIFY(runChild({QStringLiteral("flood")}).truncated);
+        QVERIFY(!runChild({QStringLiteral("arguments"), QStringLiteral("few")}).truncated);
+    }
+
+    void aFailureComesBeforeOutputThatIsCutOff()
+    {
+        const CommandResult failed = runChild({QStringLiteral("exit"), QStringLiteral("7")});
+        QCOMPARE(failed.outputProblem(), failed.problem());
+        QVERIFY(!failed.problem().isEmpty());
+    }
+
     void theProblemQuotesTheLastLineHarmlessly()
     {
         const QString problem = runChild({QStringLiteral("complain")}).problem();

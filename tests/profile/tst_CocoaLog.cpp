@@ -67,6 +67,9 @@ private slots:
         const StderrLines lines;
         CocoaCalls::loadSystemProfiles();
         QVERIFY(lines.has("Command failed with error: no rights"));
+        commands.set(QStringLiteral("profiles"), "head -c 34000000 /dev/zero\n");
+        CocoaCalls::loadSystemProfiles();
+        QVERIFY(lines.has("Command failed with error: /usr/bin/profiles printed more than 32 MiB"));
         commands.setOutput(QStringLiteral("profiles"), "There are none\n");
         CocoaCalls::loadSystemProfiles();
         QVERIFY(lines.has("profiles content:\nThere are none"));

@@ -14,6 +14,14 @@ namespace {
 const QString profiles = QStringLiteral("profiles");
 const QString security = QStringLiteral("security");
 
+/// The Editor's profile behind another application's of that many mebibytes.
+QByteArray largeListing(int mebibytes)
+{
+    const QByteArray filling = dictionary({"A", string(QByteArray(mebibytes * 1024 * 1024, 'x'))});
+    return listing(installedProfile("com.example.other", "o.1", "UO", filling) +
+                   installedProfile(editorBundle, "e.1", "UE", dictionary({})));
+}
+
 } // namespace
 
 /// How the system's commands are called and understood; scripts stand in for them.
@@ -60,6 +68,52 @@ private slots:
     {
         const StandIns commands;
         QCOMPARE(CocoaCalls::loadSystemProfiles(), -1);
+    }
+
+    void aListingOfManyMebibytesIsRead()
+    {
+        StandIns commands;
+        commands.setOutput(profiles, largeListing(3));
+        QCOMPARE(CocoaCalls::loadSystemProfiles(), 2);
+        EditorXmlData data;
+        QVERIFY(CProfileGenerator::ImportProfile(&data, true));
+        QCOMPARE(data.payloadInfo.PayloadUUID, QStringLiteral("UE"));
+    }
+
+    void aListingThatIsTooLargeIsAFailureThatIsTold()
+    {
+        StandIns commands;
+        commands.setOutput(profiles, largeListing(33));
+        EditorXmlData data;
+        QString problem;
+        const LogLines log;
+        QVERIFY(!CProfileGenerator::ImportProfile(&data, true, &problem));
+        QCOMPARE(problem, QStringLiteral("/usr/bin/profiles printed more than 32 MiB"));
+        QVERIFY2(log.has(QStringLiteral("warning Failed to load system profiles.")), qPrintable(log.all()));
+        QVERIFY(data == EditorXmlData());
+    }
+
+    void onlyAFailureOfTheCommandIsAProblem_data()
+    {
+        QTest::addColumn<QByteArray>("script");
+        QTest::addColumn<QString>("problem");
+        QTest::newRow("fails") << QByteArray("echo no rights >&2\nexit 3\n")
+                               << QStringLiteral("/usr/bin/profiles ended with exit code 3: no rights");
+        QTest::newRow("crashes") << QByteArray("kill -9 $$\n")
+                                 << QStringLiteral("/usr/bin/profiles was ended by a signal");
+        QTest::newRow("nothing installed")
+            << QByteArray("echo There are no configuration profiles installed\n") << QString();
+    }
+
+    void onlyAFailureOfTheCommandIsAProblem()
+    {
+        QFETCH(QByteArray, script);
+        StandIns commands;
+        commands.set(profiles, script);
+        EditorXmlData data;
+        QString problem;
+        QVERIFY(!CProfileGenerator::ImportProfile(&data, true, &problem));
+        QTEST(problem, "problem");
     }
 
     void aNullRecordIsRefused()
@@ -160,6 +214,19 @@ private slots:
         const LogLines log;
         QCOMPARE(CProfileGenerator::GetSignIDs(), QStringList());
         QVERIFY2(log.has(QStringLiteral("warning Failed to retrieve sign IDs.")), qPrintable(log.all()));
+        QString problem;
+        QCOMPARE(CProfileGenerator::GetSignIDs(&problem), QStringList());
+        QVERIFY2(problem.startsWith(QStringLiteral("/usr/bin/security ended with exit code 1")),
+                 qPrintable(problem));
+    }
+
+    void noIdentityIsNoProblem()
+    {
+        StandIns commands;
+        commands.setOutput(security, "     0 valid identities found\n");
+        QString problem = QStringLiteral("left over");
+        QCOMPARE(CProfileGenerator::GetSignIDs(&problem), QStringList());
+        QCOMPARE(problem, QString());
     }
 
     void signingNeedsAPathAndAnIdentity()

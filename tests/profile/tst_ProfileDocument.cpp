@@ -127,6 +127,29 @@ private slots:
         QCOMPARE(data.payloadInfo.PayloadIdentifier, QStringLiteral("host.1"));
     }
 
+    void aSignedProfileOfManyMebibytesIsRead()
+    {
+        StandIns commands;
+        signedContent(commands, largeProfile(3), "");
+        EditorXmlData data;
+        QString error;
+        QVERIFY2(readProfile(written(derStart), data, nullptr, &error), qPrintable(error));
+        QCOMPARE(data.payloadInfo.PayloadIdentifier, QStringLiteral("host.1"));
+    }
+
+    void aSignedProfileThatIsTooLargeIsRefused()
+    {
+        StandIns commands;
+        signedContent(commands, largeProfile(33), "");
+        EditorXmlData data;
+        QString error;
+        QVERIFY(!readProfile(written(derStart), data, nullptr, &error));
+        QCOMPARE(error,
+                 QStringLiteral("holds a signed profile that cannot be read (/usr/bin/security printed "
+                                "more than 32 MiB)"));
+        QVERIFY(data == EditorXmlData());
+    }
+
     void aSignerThatIsNotToldIsUnknown()
     {
         StandIns commands;
@@ -170,6 +193,13 @@ private slots:
     }
 
 private:
+    /// With its payload behind that many mebibytes, so that none of them may be lost.
+    static QByteArray largeProfile(int mebibytes)
+    {
+        const QByteArray filling = string(QByteArray(mebibytes * 1024 * 1024, 'x'));
+        return profileFile(editorBundle).replace("<dict><key>", "<dict><key>A</key>" + filling + "<key>");
+    }
+
     QString written(const QByteArray &bytes)
     {
         const QString path = m_folder.filePath(QStringLiteral("input.mobileconfig"));
