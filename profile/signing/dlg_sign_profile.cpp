@@ -6,6 +6,7 @@
 #include "profile/signing/KeptCopy.h"
 #include "ui_dlg_sign_profile.h"
 
+#include <QAbstractItemView>
 #include <QPushButton>
 
 namespace {
@@ -26,6 +27,21 @@ bool signOrPutBack(const QString &path, const QString &identity)
     return false;
 }
 
+/// Rich text, because plain text is not wrapped.
+QString toolTipOf(const QString &identity)
+{
+    return QStringLiteral("<p style=\"white-space:pre-wrap\">%1</p>").arg(identity.toHtmlEscaped());
+}
+
+/// The list that opens is as wide as its names; the box itself keeps the size that the dialog gives it.
+void showNamesInFull(QComboBox &box)
+{
+    box.view()->setTextElideMode(Qt::ElideNone);
+    const auto showToolTip = [&box](const QString &identity) { box.setToolTip(toolTipOf(identity)); };
+    QObject::connect(&box, &QComboBox::currentTextChanged, &box, showToolTip);
+    showToolTip(box.currentText());
+}
+
 } // namespace
 
 dlg_sign_profile::dlg_sign_profile(const QString &profilePath, const QStringList &identities, QWidget *parent)
@@ -39,6 +55,7 @@ dlg_sign_profile::dlg_sign_profile(const QString &profilePath, const QStringList
     signButton->setText(tr("Sign"));
     m_ui->buttonBox->button(QDialogButtonBox::Cancel)->setText(tr("Don't Sign"));
     m_ui->comboBox->addItems(identities.isEmpty() ? QStringList(noIdentity) : identities);
+    showNamesInFull(*m_ui->comboBox);
     signButton->setDisabled(identities.isEmpty());
     connect(m_ui->buttonBox, &QDialogButtonBox::accepted, this, &dlg_sign_profile::sign);
     connect(m_ui->buttonBox, &QDialogButtonBox::rejected, this, &dlg_sign_profile::reject);

@@ -4,11 +4,14 @@
 #include "resources/Resources.h"
 #include "tests/profile/StandIns.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
+#include <QTextDocument>
 #include <QtTest>
 
 namespace {
@@ -23,6 +26,16 @@ QPushButton *buttonOf(dlg_sign_profile &dialog, QDialogButtonBox::ButtonRole rol
             return qobject_cast<QPushButton *>(button);
     }
     return nullptr;
+}
+
+/// What the reader of a tool tip sees, be it rich text or plain.
+QString shownText(const QString &toolTip)
+{
+    if (!Qt::mightBeRichText(toolTip))
+        return toolTip;
+    QTextDocument document;
+    document.setHtml(toolTip);
+    return document.toPlainText();
 }
 
 QPushButton *signButton(dlg_sign_profile &dialog)
@@ -82,6 +95,37 @@ private slots:
         QCOMPARE(box->currentText(), QStringLiteral("b"));
         QCOMPARE(box->itemText(1), QStringLiteral("a"));
         QVERIFY(signButton(dialog)->isEnabled());
+    }
+
+    void aLongNameCanBeReadInFull()
+    {
+        const QString name = QStringLiteral("Developer ID Application: <b>Long</b> & ") +
+                             QStringLiteral("Longer ").repeated(2) + QStringLiteral("(0123456789)");
+        dlg_sign_profile dialog(m_path, {QStringLiteral("short"), name}, nullptr);
+        dialog.show();
+        auto *box = dialog.findChild<QComboBox *>();
+        QCOMPARE(shownText(box->toolTip()), QStringLiteral("short"));
+        box->setCurrentIndex(1);
+        QCOMPARE(shownText(box->toolTip()), name);
+        QVERIFY(box->fontMetrics().horizontalAdvance(name) > box->width());
+        QCOMPARE(dialog.minimumSizeHint(),
+                 dlg_sign_profile(m_path, {QStringLiteral("short")}, nullptr).minimumSizeHint());
+
+        box->showPopup();
+        QAbstractItemView *list = box->view();
+        QCOMPARE(list->textElideMode(), Qt::ElideNone);
+        QVERIFY(list->viewport()->width() >= list->fontMetrics().horizontalAdvance(name));
+        box->hidePopup();
+    }
+
+    void aNameWiderThanTheScreenKeepsTheListOnIt()
+    {
+        dlg_sign_profile dialog(m_path, {QString(5000, QLatin1Char('w'))}, nullptr);
+        dialog.show();
+        auto *box = dialog.findChild<QComboBox *>();
+        box->showPopup();
+        QVERIFY(box->view()->window()->width() <= box->screen()->availableGeometry().width());
+        box->hidePopup();
     }
 
     void withoutIdentitiesThereIsNoneAndNoSigning()
