@@ -3,6 +3,7 @@
 
 #include "profile/FoundationEscapes.h"
 #include "profile/FoundationText.h"
+#include "profile/FoundationWarnings.h"
 #include "profile/PropertyListFoundation.h"
 #include "profile/PropertyListInput.h"
 #include "profile/PropertyListTexts.h"
@@ -13,6 +14,7 @@ namespace {
 
 NSDictionary *readVetted(const QByteArray &bytes, NSError **error)
 {
+    silenceFoundationWarnings();
     return dictionaryFromPropertyList(
         [NSData dataWithBytes:bytes.constData() length:static_cast<NSUInteger>(bytes.size())], error);
 }
@@ -24,6 +26,16 @@ NSDictionary *readVettedXml(const QByteArray &xml, NSError **error)
     return escaped == xml ? list : changedTexts(list, FoundationEscapes::unescaped);
 }
 
+NSDictionary *readVettedOther(const QByteArray &bytes, NSError **error)
+{
+    NSDictionary *list = readVetted(bytes, error);
+    if (hasOnlyTextKeys(list))
+        return list;
+    if (error)
+        *error = profileError(@"a key in it is no text");
+    return nil;
+}
+
 } // namespace
 
 NSDictionary *readPropertyList(const QByteArray &bytes, NSError **error)
@@ -31,7 +43,7 @@ NSDictionary *readPropertyList(const QByteArray &bytes, NSError **error)
     QString problem;
     const QByteArray vetted = PropertyListInput::vetted(bytes, &problem);
     if (problem.isEmpty())
-        return vetted.startsWith('<') ? readVettedXml(vetted, error) : readVetted(vetted, error);
+        return vetted.startsWith('<') ? readVettedXml(vetted, error) : readVettedOther(vetted, error);
     if (error)
         *error = profileError(toNSString(problem));
     return nil;

@@ -9,6 +9,11 @@ using Change = QString (*)(const QString &text);
 
 id changed(id value, Change change);
 
+bool isText(id value)
+{
+    return [value isKindOfClass:[NSString class]];
+}
+
 NSArray *changedItems(NSArray *items, Change change)
 {
     NSMutableArray *result = [NSMutableArray arrayWithCapacity:[items count]];
@@ -19,14 +24,30 @@ NSArray *changedItems(NSArray *items, Change change)
 
 id changed(id value, Change change)
 {
-    if ([value isKindOfClass:[NSString class]])
+    if (isText(value))
         return toNSString(change(toQString(value)));
     if ([value isKindOfClass:[NSDictionary class]])
         return changedTexts(value, change);
     return [value isKindOfClass:[NSArray class]] ? changedItems(value, change) : value;
 }
 
+bool areAll(NSEnumerator *objects, bool (*holds)(id object))
+{
+    for (id object = [objects nextObject]; object != nil; object = [objects nextObject]) {
+        if (!holds(object))
+            return false;
+    }
+    return true;
+}
+
 } // namespace
+
+bool hasOnlyTextKeys(id list)
+{
+    if ([list isKindOfClass:[NSDictionary class]])
+        return areAll([list keyEnumerator], isText) && areAll([list objectEnumerator], hasOnlyTextKeys);
+    return ![list isKindOfClass:[NSArray class]] || areAll([list objectEnumerator], hasOnlyTextKeys);
+}
 
 NSDictionary *changedTexts(NSDictionary *list, QString (*change)(const QString &text))
 {

@@ -141,6 +141,16 @@ void tst_PctHostileProfiles::contentIsRefused_data()
     QTest::newRow("binary, cut off") << QByteArray("bplist00");
     QTest::newRow("binary, nonsense") << "bplist00" + QByteArray(64, '\xff');
     QTest::newRow("binary, holds itself") << binaryCircle();
+    QTest::newRow("binary, a number as a key")
+        << QByteArray("bplist00\xd1\x01\x01\x10\x07\x08\x0b", 15) + QByteArray(6, '\0') +
+               QByteArray("\x01\x01", 2) + QByteArray("\0\0\0\0\0\0\0\x02", 8) + QByteArray(8, '\0') +
+               QByteArray("\0\0\0\0\0\0\0\x0d", 8);
+    for (const auto *key : {"<0a1b>", "(a)", "{b=c;}"})
+        QTest::addRow("old-style, %s as a key", key)
+            << "{PayloadContent=({PayloadIdentifier=\"com.pelix-software.Pelix.PDF.Editor\";"
+               "RibbonSetRibbonCategory={RibbonUI={" +
+                   QByteArray(key) + "=x;};};});}";
+    QTest::newRow("old-style, no semicolon") << QByteArray("{PayloadContent=({PayloadIdentifier=x})}");
     QTest::newRow("signed, cut off") << QByteArray("\x30\x80\x06\x09\x2a\x86\x48");
     QTest::newRow("signed, nonsense") << "\x30\x84\x7f\xff\xff\xff" + QByteArray(1000, '\x30');
     int number = 0;

@@ -113,6 +113,8 @@ private slots:
         QTest::newRow("truncated") << good.left(good.size() / 2);
         QTest::newRow("NUL in the middle") << good.left(200) + '\0' + good.mid(200);
         QTest::newRow("an array") << propertyList(array(QByteArray()));
+        QTest::newRow("data as a key") << QByteArray("{ PayloadContent = ( { <0a> = x; } ); }");
+        QTest::newRow("an array as a key") << QByteArray("{ (a) = b; }");
         QTest::newRow("too large") << good + QByteArray(33 * 1024 * 1024, ' ');
     }
 
