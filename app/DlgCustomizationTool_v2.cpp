@@ -11,6 +11,8 @@
 #include "pages/ICutsomizationHandler.h"
 #include "ui_DlgCustomizationTool_v2.h"
 #include "welcome/tab_import_xml.h"
+#include "welcome/tab_userguide.h"
+#include "welcome/webview/CWebViewHandler.h"
 
 #include <QButtonGroup>
 #include <QKeyEvent>
@@ -34,6 +36,7 @@ DlgCustomizationTool_v2::DlgCustomizationTool_v2(bool bEditor, PCW_CONFIGTYPE co
     CCommon::SetPCWConfigType(configType);
     CCommon::SetPCWAppType(bEditor ? PCW_APP_EDITOR : PCW_APP_READER);
 
+    m_webViewHandler = makeWebViewHandler();
     m_waiting = new CPDF_Waiting(this);
     m_stack = new QStackedLayout;
     m_stack->setContentsMargins(16, 16, 16, 16);
@@ -83,7 +86,7 @@ void DlgCustomizationTool_v2::createMenu()
 {
     m_menu = new QMenu(this);
     QAction *guide = m_menu->addAction(tr("User Guide"));
-    guide->setEnabled(false);
+    connect(guide, &QAction::triggered, this, &DlgCustomizationTool_v2::ShowUserGuide);
     QAction *about = m_menu->addAction(tr("About PCT"));
     connect(about, &QAction::triggered, this, &DlgCustomizationTool_v2::showAbout);
     m_ui->tb_about->setMenu(m_menu);
@@ -99,6 +102,7 @@ void DlgCustomizationTool_v2::connectButtons()
     connect(m_ui->tb_open, &QToolButton::clicked, this, &DlgCustomizationTool_v2::openFile);
     connect(m_ui->tb_save, &QToolButton::clicked, this, &DlgCustomizationTool_v2::save);
     connect(m_ui->tb_info, &QToolButton::clicked, this, &DlgCustomizationTool_v2::ShowInfomation);
+    connect(m_stack, &QStackedLayout::currentChanged, this, &DlgCustomizationTool_v2::releaseInformation);
     const auto menuClosed = [this] {
         qCDebug(logApp, "about to hide");
         m_ui->tb_about->repaint();

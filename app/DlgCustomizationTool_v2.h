@@ -12,6 +12,7 @@
 #include <memory>
 
 class CPDF_Waiting;
+class CWebViewHandler;
 class HelpPanel;
 class ICutsomizationHandler;
 class QButtonGroup;
@@ -21,6 +22,7 @@ class QStackedLayout;
 class QThread;
 class QToolButton;
 class tab_import_xml;
+class tab_userguide;
 struct BuildPlan;
 struct EditorXmlData;
 
@@ -74,6 +76,10 @@ public:
 
     /// File name of the help for what is shown, URL-encoded; never empty.
     QString InfoName();
+
+    /// Shows the user guide in place of the page. The information button is pressed as long as the guide is
+    /// there; pressing it again, or choosing a page, closes the guide.
+    void ShowUserGuide();
 
     /// The current page's splitter, or null when no page is shown.
     QSplitter *Splitter() const;
@@ -150,6 +156,8 @@ private:
     void importDocument(const QString &path);
     void uncheckPageButtons();
     void placeHelpPanel(QSplitter *splitter);
+    std::unique_ptr<CWebViewHandler> makeWebViewHandler();
+    void releaseInformation();
 
     template <typename Value, typename Validator>
     Value lookUp(const QString &objectName, bool *found, const Validator &isAcceptable);
@@ -173,7 +181,11 @@ private:
     QPointer<CPDF_Waiting> m_waiting;
     QPointer<QWidget> m_welcome;
     QPointer<tab_import_xml> m_import;
+    std::unique_ptr<CWebViewHandler> m_webViewHandler;
     QPointer<HelpPanel> m_helpPanel;
+    QPointer<tab_userguide> m_guide;
+    QPointer<QWidget> m_pageBelowGuide;
+    bool m_informationBelowGuide = false;
     QPointer<QThread> m_worker;
     QString m_packagePath;
     bool m_bEditor;

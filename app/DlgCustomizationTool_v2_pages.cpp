@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/DlgCustomizationTool_v2.h"
 
-#include "app/HelpPanel.h"
+#include "app/HighestPageId.h"
 #include "config/CCommon.h"
 #include "config/EditorXmlData.h"
 #include "pages/CTabWidget.h"
@@ -17,13 +17,6 @@
 #include <QPushButton>
 #include <QSplitter>
 #include <QStackedLayout>
-
-namespace {
-
-constexpr int highestPageId = 5;
-constexpr int helpPanelWidth = 285;
-
-} // namespace
 
 void DlgCustomizationTool_v2::addPage(QWidget *page)
 {
@@ -209,50 +202,4 @@ void DlgCustomizationTool_v2::showEvent(QShowEvent *event)
         return;
     InitTabWidgets();
     EnableButtons(true);
-}
-
-QString DlgCustomizationTool_v2::InfoName()
-{
-    const auto entry = m_handlers.find(m_pageButtons->checkedId());
-    const bool pageShown = m_tabsInitialised && entry != m_handlers.end() && entry->first <= highestPageId;
-    const QString name = pageShown ? entry->second->GetInfoName() : QString();
-    return name.isEmpty() ? QStringLiteral("Welcome.html") : name;
-}
-
-QSplitter *DlgCustomizationTool_v2::Splitter() const
-{
-    auto *page = qobject_cast<CTabWidget *>(m_stack->currentWidget());
-    return page ? page->Splitter() : nullptr;
-}
-
-void DlgCustomizationTool_v2::placeHelpPanel(QSplitter *splitter)
-{
-    if (!m_helpPanel)
-        m_helpPanel = new HelpPanel;
-    // A page that was never shown has its size only after this.
-    layout()->activate();
-    if (splitter->indexOf(m_helpPanel) >= 0)
-        return;
-    splitter->addWidget(m_helpPanel);
-    splitter->setSizes({splitter->width(), 0});
-}
-
-void DlgCustomizationTool_v2::On_ReloadInformation()
-{
-    ShowInfomation(m_ui->tb_info->isChecked());
-}
-
-void DlgCustomizationTool_v2::ShowInfomation(bool show)
-{
-    QSplitter *splitter = Splitter();
-    if (!splitter)
-        return;
-    placeHelpPanel(splitter);
-    m_helpPanel->load(helpAddress(CCommon::GetAppDirPath(), InfoName()));
-
-    const int width = splitter->width();
-    if (!show)
-        splitter->setSizes({width, 0});
-    else if (splitter->sizes().last() == 0)
-        splitter->setSizes({width - helpPanelWidth, helpPanelWidth});
 }

@@ -1,31 +1,41 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/HelpPanel.h"
 
-#include "app/Logging.h"
+#include "welcome/webview/WebViewInQt.h"
 
-#include <QLabel>
 #include <QVBoxLayout>
 
-QUrl helpAddress(const QString &applicationFolder, const QString &encodedName)
-{
-    // The name is encoded already: encoding it with the folder would turn its %20 into %2520.
-    const QString folder = QStringLiteral("%1/../Resources/pcw/en-US/").arg(applicationFolder);
-    return QUrl::fromEncoded(QUrl::fromLocalFile(folder).toEncoded() + encodedName.toUtf8());
-}
-
-HelpPanel::HelpPanel(QWidget *parent)
+HelpPanel::HelpPanel(IWebViewHandler *handler, QWidget *parent)
     : QWidget(parent)
+    , m_handler(handler)
 {
     // Without it a subclass of QWidget ignores the background of a style sheet.
     setAttribute(Qt::WA_StyledBackground);
-    auto *message = new QLabel(tr("The help page is not available."), this);
-    message->setAlignment(Qt::AlignCenter);
-    message->setWordWrap(true);
     auto *layout = new QVBoxLayout(this);
-    layout->addWidget(message);
+    layout->setContentsMargins(0, 0, 0, 0);
 }
 
 void HelpPanel::load(const QUrl &address)
 {
-    qCDebug(logApp) << "Help page not shown:" << address.toEncoded();
+    m_address = address;
+    if (m_view)
+        m_view->loadRequest(m_address.toString(QUrl::FullyEncoded));
+}
+
+void HelpPanel::paintEvent(QPaintEvent *event)
+{
+    QWidget::paintEvent(event);
+    // Painted at all, it has been opened, by the button or by its edge.
+    if (!m_view)
+        QMetaObject::invokeMethod(this, &HelpPanel::makeView, Qt::QueuedConnection);
+}
+
+void HelpPanel::makeView()
+{
+    if (m_view)
+        return;
+    m_view = new WebViewInQt(this);
+    m_view->SetWebViewHandler(m_handler);
+    layout()->addWidget(m_view);
+    load(m_address);
 }

@@ -4,18 +4,28 @@
 #include <QUrl>
 #include <QWidget>
 
-/// Address of a help page in "../Resources/pcw/en-US/" beside the application's folder. `encodedName` is a
-/// page's file name, URL-encoded, with or without an anchor.
-QUrl helpAddress(const QString &applicationFolder, const QString &encodedName);
+class IWebViewHandler;
+class WebViewInQt;
 
-/// Shows help beside a page.
+/// Shows help beside a page. Its view is made when the panel is seen for the first time.
 class HelpPanel : public QWidget
 {
     Q_OBJECT
 
 public:
-    explicit HelpPanel(QWidget *parent = nullptr);
+    /// `handler` answers the scripts of the help pages; it is not owned and may be null.
+    explicit HelpPanel(IWebViewHandler *handler, QWidget *parent = nullptr);
 
     /// Shows a help page, or says that it is not available.
     void load(const QUrl &address);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    void makeView();
+
+    IWebViewHandler *const m_handler;
+    WebViewInQt *m_view = nullptr;
+    QUrl m_address;
 };

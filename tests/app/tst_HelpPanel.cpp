@@ -3,6 +3,7 @@
 #include "resources/Resources.h"
 #include "tests/app/FakePackages.h"
 #include "tests/app/FakePagesWindow.h"
+#include "welcome/HelpAddress.h"
 
 #include <QLabel>
 #include <QSplitter>

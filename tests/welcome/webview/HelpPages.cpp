@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/welcome/webview/HelpPages.h"
+
+#include "tests/support/TestFiles.h"
+
+#include <QLabel>
+#include <QtTest>
+
+namespace {
+
+const auto schemesOutside = {"http", "https", "mailto", "file", "ftp"};
+
+QStringList texts(const std::initializer_list<std::wstring> &values)
+{
+    QStringList list;
+    for (const std::wstring &value : values)
+        list << QString::fromStdWString(value);
+    return list;
+}
+
+} // namespace
+
+void RecordingHandler::DispatchFun(const std::wstring &module, const std::wstring &function,
+                                   const std::wstring &parameter, std::wstring &result)
+{
+    calls << texts({module, function, parameter});
+    if (onCall)
+        onCall();
+    if (result.empty())
+        result = answer.toStdWString();
+}
+
+void RecordingHandler::DispatchFunAsync(const std::wstring &module, const std::wstring &function,
+                                        const std::wstring &parameter, const std::wstring &callback)
+{
+    asyncCalls << texts({module, function, parameter, callback});
+}
+
+void RecordingHandler::Notify(int code, const std::wstring &text, void *data)
+{
+    codes << code;
+    notifiedAsAgreed = notifiedAsAgreed && text.empty() && !data;
+}
+
+HelpPages::HelpPages(IWebViewHandler *handler)
+    : view(std::make_unique<WebViewInQt>())
+{
+    for (const char *scheme : schemesOutside)
+        QDesktopServices::setUrlHandler(QLatin1String(scheme), this, "noteOpened");
+    view->SetWebViewHandler(handler);
+    view->resize(500, 400);
+    view->show();
+    if (!QTest::qWaitForWindowExposed(view.get()))
+        qFatal("the view does not come to the screen");
+}
+
+HelpPages::~HelpPages()
+{
+    for (const char *scheme : schemesOutside)
+        QDesktopServices::unsetUrlHandler(QLatin1String(scheme));
+}
+
+QString HelpPages::path(const QString &name) const
+{
+    return folder.filePath(QStringLiteral("en-US/") + name);
+}
+
+QString HelpPages::address(const QString &name, const QString &anchor) const
+{
+    QUrl url = QUrl::fromLocalFile(path(name));
+    if (!anchor.isEmpty())
+        url.setFragment(anchor);
+    return url.toString(QUrl::FullyEncoded);
+}
+
+QString HelpPages::add(const QString &name, const QByteArray &body)
+{
+    TestFiles::write(path(name), "<!DOCTYPE html><html><head><meta charset=\"utf-8\"></head><body>" + body +
+                                     "<script>window.complete = true;</script></body></html>");
+    return address(name);
+}
+
+void HelpPages::open(const QByteArray &body)
+{
+    openAddress(add(QStringLiteral("Page.html"), body));
+}
+
+void HelpPages::openAddress(const QString &wanted)
+{
+    view->loadRequest(wanted);
+    QTRY_VERIFY_WITH_TIMEOUT(in(QStringLiteral("location.href == '%1' && !!window.complete").arg(wanted)) ==
+                                 QLatin1String("true"),
+                             60000);
+}
+
+QString HelpPages::in(const QString &script)
+{
+    return view->runJavascript(script);
+}
+
+bool HelpPages::saysNotAvailable() const
+{
+    const auto *message = view->findChild<QLabel *>();
+    return message->isVisible() && message->text() == QLatin1String("The help page is not available.");
+}
+
+void HelpPages::click(const QString &elementId)
+{
+    const QStringList place =
+        in(QStringLiteral("(r => r.left + r.width / 2 + ' ' + (r.top + r.height / 2))"
+                          "(document.getElementById('%1').getBoundingClientRect())")
+               .arg(elementId))
+            .split(QLatin1Char(' '));
+    QCOMPARE(place.size(), 2);
+    QWidget *page = nullptr;
+    for (QWidget *child : view->findChildren<QWidget *>())
+        page = child->focusProxy() ? child->focusProxy() : page;
+    QVERIFY(page);
+    QTest::mouseClick(page, Qt::LeftButton, {}, QPointF(place[0].toDouble(), place[1].toDouble()).toPoint());
+}
+
+void HelpPages::noteOpened(const QUrl &url)
+{
+    opened << url.toString(QUrl::FullyEncoded);
+}

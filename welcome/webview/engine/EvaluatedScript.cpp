@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "welcome/webview/engine/EvaluatedScript.h"
+
+#include <QEventLoop>
+#include <QJsonDocument>
+#include <QTimer>
+#include <QWebEnginePage>
+
+#include <memory>
+
+namespace {
+
+constexpr int longestWait = 5000; ///< milliseconds
+
+std::optional<QString> textOf(const QVariant &result)
+{
+    if (!result.isValid() || result.isNull())
+        return std::nullopt;
+    if (result.canConvert<QString>() && !result.canConvert<QVariantList>())
+        return result.toString();
+    return QString::fromUtf8(QJsonDocument::fromVariant(result).toJson(QJsonDocument::Compact));
+}
+
+} // namespace
+
+std::optional<QString> evaluatedScript(QWebEnginePage *page, const QString &script)
+{
+    // The result may come when nobody waits any more.
+    const auto result = std::make_shared<std::optional<QString>>();
+    const auto loop = std::make_shared<QEventLoop>();
+    page->runJavaScript(script, [result, loop](const QVariant &value) {
+        *result = textOf(value);
+        loop->quit();
+    });
+    QObject::connect(page, &QObject::destroyed, loop.get(), &QEventLoop::quit);
+    QObject::connect(page, &QWebEnginePage::renderProcessTerminated, loop.get(), &QEventLoop::quit);
+    QTimer::singleShot(longestWait, loop.get(), &QEventLoop::quit);
+    loop->exec(QEventLoop::ExcludeUserInputEvents);
+    return *result;
+}
