@@ -3,7 +3,9 @@
 #include "resources/Resources.h"
 #include "tests/app/FakePackages.h"
 #include "tests/app/FakePagesWindow.h"
+#include "tests/app/HelpFolder.h"
 #include "welcome/HelpAddress.h"
+#include "welcome/webview/WebViewInQt.h"
 
 #include <QLabel>
 #include <QSplitter>
@@ -31,6 +33,12 @@ struct OpenWindow : FakePagesWindow
         return sizes() == QList<int>({splitter->width() - splitter->handleWidth(), 0});
     }
     int fullWidth() const { return window.Splitter()->width(); }
+    WebViewInQt *view() const { return window.findChild<HelpPanel *>()->findChild<WebViewInQt *>(); }
+    QLabel *message() const { return view() ? view()->findChild<QLabel *>() : nullptr; }
+    QString shownHelp() const
+    {
+        return view() ? view()->runJavascript(QStringLiteral("document.body.innerText")) : QString();
+    }
 };
 
 } // namespace
@@ -53,7 +61,10 @@ private slots:
     void informationOpensThePanelAndClosesIt();
     void aPanelThatIsOpenKeepsItsWidth();
     void thePanelFollowsTheShownPage();
-    void thePanelSaysThatThePageIsNotAvailable();
+    void aMissingPageIsSaidToBeNotAvailable();
+    void thePanelShowsThePagesHelp();
+    void thereIsNoViewBeforeThePanelIsOpened();
+    void aPageClosesThePanel();
     void theOpeningPagesHaveAPanelToo();
     void thePanelKeepsItsWidthWhenTheWindowGrows();
 
@@ -146,13 +157,58 @@ void tst_HelpPanel::thePanelFollowsTheShownPage()
     QCOMPARE(fixture.window.findChildren<HelpPanel *>().size(), 1);
 }
 
-void tst_HelpPanel::thePanelSaysThatThePageIsNotAvailable()
+void tst_HelpPanel::aMissingPageIsSaidToBeNotAvailable()
 {
     const OpenWindow fixture(m_packages.make(editorTitle));
+    fixture.first->m_infoName = QStringLiteral("Missing.html");
     fixture.tool("tb_info")->click();
-    const auto *message = fixture.window.findChild<HelpPanel *>()->findChild<QLabel *>();
-    QCOMPARE(message->text(), QStringLiteral("The help page is not available."));
-    QVERIFY(message->isVisible() && message->wordWrap());
+    QTRY_VERIFY(fixture.message());
+    QTRY_VERIFY(fixture.message()->isVisible());
+    QCOMPARE(fixture.message()->text(), QStringLiteral("The help page is not available."));
+    QVERIFY(fixture.message()->wordWrap());
+}
+
+void tst_HelpPanel::thePanelShowsThePagesHelp()
+{
+    const HelpFolder help;
+    help.add(QStringLiteral("First page.html"), "first<script>document.title = 'first'</script>");
+    help.add(QStringLiteral("Last.html"), "last");
+    const OpenWindow fixture(m_packages.make(editorTitle));
+    fixture.first->m_infoName = help.name("First%20page.html");
+    fixture.last->m_infoName = help.name("Last.html");
+    fixture.tool("tb_info")->click();
+    QTRY_COMPARE(fixture.shownHelp(), QStringLiteral("first"));
+    fixture.pageButton(fixture.last)->click();
+    QTRY_COMPARE(fixture.shownHelp(), QStringLiteral("last"));
+    QCOMPARE(fixture.window.findChildren<WebViewInQt *>().size(), 1);
+}
+
+void tst_HelpPanel::thereIsNoViewBeforeThePanelIsOpened()
+{
+    const OpenWindow fixture(m_packages.make(editorTitle));
+    fixture.pageButton(fixture.last)->click();
+    QTest::qWait(100);
+    QVERIFY(!fixture.view());
+    // Also its edge opens it.
+    fixture.window.Splitter()->setSizes({fixture.fullWidth() - 300, 300});
+    QTRY_VERIFY(fixture.view());
+}
+
+void tst_HelpPanel::aPageClosesThePanel()
+{
+    const HelpFolder help;
+    help.add(
+        QStringLiteral("Closing.html"),
+        "<script>setTimeout(() => { for (const call of [['closeguidfun', 'closeguid2'], ['x', 'closeguid'],"
+        "['closeguidfun', 'closeguid']]) external.DispatchFun(call[0], call[1], '') }, 500)</script>");
+    const OpenWindow fixture(m_packages.make(editorTitle));
+    fixture.first->m_infoName = help.name("Closing.html");
+    fixture.tool("tb_info")->click();
+    QCOMPARE(fixture.sizes().last(), 285);
+    QTRY_VERIFY(fixture.isClosed());
+    QVERIFY(!fixture.tool("tb_info")->isChecked());
+    QTest::qWait(200);
+    QVERIFY(fixture.isClosed());
 }
 
 void tst_HelpPanel::theOpeningPagesHaveAPanelToo()

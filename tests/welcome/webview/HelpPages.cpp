@@ -106,17 +106,23 @@ bool HelpPages::saysNotAvailable() const
 
 void HelpPages::click(const QString &elementId)
 {
-    const QStringList place =
-        in(QStringLiteral("(r => r.left + r.width / 2 + ' ' + (r.top + r.height / 2))"
-                          "(document.getElementById('%1').getBoundingClientRect())")
-               .arg(elementId))
-            .split(QLatin1Char(' '));
+    const QStringList place = in(QStringLiteral("(r => r.left + r.width / 2 + ' ' + (r.top + r.height / 2))"
+                                                "(document.getElementById('%1').getBoundingClientRect())")
+                                     .arg(elementId))
+                                  .split(QLatin1Char(' '));
     QCOMPARE(place.size(), 2);
-    QWidget *page = nullptr;
-    for (QWidget *child : view->findChildren<QWidget *>())
-        page = child->focusProxy() ? child->focusProxy() : page;
-    QVERIFY(page);
-    QTest::mouseClick(page, Qt::LeftButton, {}, QPointF(place[0].toDouble(), place[1].toDouble()).toPoint());
+    QVERIFY(surface());
+    const QPointF point(place[0].toDouble(), place[1].toDouble());
+    QTest::mouseClick(surface(), Qt::LeftButton, {}, point.toPoint());
+}
+
+QWidget *HelpPages::surface() const
+{
+    for (const QWidget *child : view->findChildren<QWidget *>()) {
+        if (child->focusProxy())
+            return child->focusProxy();
+    }
+    return nullptr;
 }
 
 void HelpPages::noteOpened(const QUrl &url)

@@ -54,6 +54,9 @@ public:
     /// Clicks the element of the page as a user does.
     void click(const QString &elementId);
 
+    /// The widget that takes the mouse for the page.
+    QWidget *surface() const;
+
     /// Opened in other applications meanwhile.
     QStringList opened;
 
