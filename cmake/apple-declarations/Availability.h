@@ -1,0 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#define __MAC_OS_X_VERSION_MIN_REQUIRED 101500
+#define __MAC_OS_X_VERSION_MAX_ALLOWED 140000
