@@ -17,7 +17,7 @@ export LC_ALL=C
 cd "$(dirname "$0")/../resources"
 manifest=artwork/rendered.sha256
 frame_steps='00 01 02 03 04 05 06 07 08 09 10 11'
-icon_sizes='16 32 48 64 128 256 512'
+icon_sizes='16 32 48 64 128 256 512 1024'
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
