@@ -6,4 +6,5 @@ set -eu
 lupdate=$1
 shift
 cd "$(dirname "$0")/.."
-exec "$lupdate" -silent -no-obsolete -locations none -I . app pages profile/signing welcome -ts "$@"
+exec "$lupdate" -silent -no-obsolete -locations none -extensions cpp,h,ui -I . \
+    app pages profile/signing welcome -ts "$@"

@@ -247,13 +247,6 @@
     </message>
 </context>
 <context>
-    <name>HelpPanel</name>
-    <message>
-        <source>The help page is not available.</source>
-        <translation>Die Hilfeseite ist nicht verfügbar.</translation>
-    </message>
-</context>
-<context>
     <name>IdentifierQuestion</name>
     <message>
         <source>The current profile identifier doesn&apos;t match the one in your system configuration. This may cause errors. Which identifier would you like to use?</source>
@@ -277,6 +270,13 @@
     <message>
         <source>Filter</source>
         <translation>Filtern</translation>
+    </message>
+</context>
+<context>
+    <name>WebViewInQt</name>
+    <message>
+        <source>The help page is not available.</source>
+        <translation>Die Hilfeseite ist nicht verfügbar.</translation>
     </message>
 </context>
 <context>
@@ -655,6 +655,13 @@ Der eingegebene Domänenname ist ungültig.</translation>
     <message>
         <source>Mark what to hide from the quick access toolbar:</source>
         <translation>Markieren, was in der Schnellzugriffsleiste ausgeblendet wird:</translation>
+    </message>
+</context>
+<context>
+    <name>tab_userguide</name>
+    <message>
+        <source>Form</source>
+        <translation>Formular</translation>
     </message>
 </context>
 <context>
