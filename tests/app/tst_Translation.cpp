@@ -24,6 +24,9 @@ namespace {
 
 using Texts = QSet<QString>;
 
+/// A name that the window shows but did not choose.
+const QString signingIdentity = QStringLiteral("ACME-IT");
+
 /// Names of plug-ins come from the vendor's list and are not translated.
 bool isData(const QWidget *widget)
 {
@@ -60,8 +63,10 @@ Texts textsIn(const QWidget &window)
     for (const QWidget *widget : widgets) {
         if (isData(widget))
             continue;
-        for (const QString &text : textsOf(widget))
-            texts += text.trimmed();
+        for (const QString &text : textsOf(widget)) {
+            if (!text.contains(signingIdentity))
+                texts += text.trimmed();
+        }
     }
     texts -= QString();
     return texts;
@@ -78,7 +83,7 @@ Texts textsOfAllWindows()
     }
     texts += textsIn(DlgAbout());
     texts += textsIn(dlg_select_app_type());
-    texts += textsIn(dlg_sign_profile(QString(), {QStringLiteral("identity")}, nullptr));
+    texts += textsIn(dlg_sign_profile(QString(), {signingIdentity}, nullptr));
     texts += textsIn(tab_import_xml(nullptr));
     return texts;
 }
@@ -138,9 +143,9 @@ void tst_Translation::nothingStaysEnglish()
     unchanged &= english;
     unchanged -= QStringLiteral("Version ") + QLatin1String(toolVersion);
     // Names and words that German shares.
-    for (const char *same : {"Pelix Customization Tool", "Pelix Customization Wizard", "Pelix PDF Editor",
-                             "Pelix PDF Reader", "OK", "Information", "MSAL", "ADAL", "@example.com",
-                             "Microsoft Information Protection (MIP)", "identity"})
+    for (const char *same :
+         {"Pelix Customization Tool", "Pelix Customization Wizard", "Pelix PDF Editor", "Pelix PDF Reader",
+          "OK", "Information", "MSAL", "ADAL", "@example.com", "Microsoft Information Protection (MIP)"})
         unchanged -= QString::fromLatin1(same);
     QVERIFY2(unchanged.isEmpty(), qUtf8Printable(unchanged.values().join(QStringLiteral(" | "))));
 }
