@@ -115,6 +115,8 @@ bool CCommon::ParseXml(const QString &path, EditorXmlData *pData)
 
 void CCommon::printDomElement(const QString &tag, const QDomElement &element)
 {
+    if (!logConfig().isDebugEnabled())
+        return;
     QString text;
     QTextStream stream(&text);
     element.save(stream, 4);

@@ -1,16 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "profile/FoundationEscapes.h"
 
-#include <QStringList>
-
 #include <algorithm>
 
 namespace {
 
-/// Stands around the number of a UTF-16 unit. For private use, so it is seldom escaped itself.
+/// Stands in front of an escaped UTF-16 unit. For private use, so it is seldom escaped itself.
 constexpr QChar mark(0xe0f0);
 
-constexpr int hexadecimal = 16;
+/// An ideograph in place of a unit that needs an escape, and the other way round.
+QChar swapped(QChar c)
+{
+    return QChar(c.unicode() ^ 0x8000);
+}
 
 bool needsEscape(QChar c)
 {
@@ -21,27 +23,27 @@ bool needsEscape(QChar c)
 
 QString FoundationEscapes::escaped(const QString &text)
 {
-    if (std::none_of(text.begin(), text.end(), needsEscape))
+    const auto escapes = std::count_if(text.begin(), text.end(), needsEscape);
+    if (escapes == 0)
         return text;
     QString result;
+    result.reserve(text.size() + static_cast<int>(escapes));
     for (const QChar c : text) {
         if (needsEscape(c))
-            result += mark + QString::number(c.unicode(), hexadecimal) + mark;
-        else
-            result += c;
+            result += mark;
+        result += needsEscape(c) ? swapped(c) : c;
     }
     return result;
 }
 
 QString FoundationEscapes::unescaped(const QString &text)
 {
-    if (!text.contains(mark))
-        return text;
-    const QStringList parts = text.split(mark);
-    QString result = parts.first();
-    for (int i = 1; i + 1 < parts.size(); i += 2) {
-        result += QChar(parts.at(i).toUShort(nullptr, hexadecimal));
-        result += parts.at(i + 1);
+    QString result = text;
+    int end = 0;
+    for (int i = 0; i < text.size(); ++i) {
+        const bool escape = text.at(i) == mark && i + 1 < text.size();
+        result[end++] = escape ? swapped(text.at(++i)) : text.at(i);
     }
+    result.truncate(end);
     return result;
 }

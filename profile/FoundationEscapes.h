@@ -9,6 +9,7 @@
 /// ours become such escapes before Foundation sees the text, and themselves again behind it. Any thread.
 namespace FoundationEscapes {
 
+/// At most twice as long as the text.
 QString escaped(const QString &text);
 
 /// The way back: unescaped(escaped(text)) is the text, for any text.

@@ -35,6 +35,10 @@ QString problemOfOldStyle(const QByteArray &bytes)
         std::count_if(bytes.begin(), bytes.end(), [](char c) { return c == '(' || c == '{' || c == '<'; });
     if (brackets > maximumBrackets)
         return QStringLiteral("it has more than %1 brackets").arg(maximumBrackets);
+    const auto separators =
+        std::count_if(bytes.begin(), bytes.end(), [](char c) { return c == ',' || c == ';' || c == '='; });
+    if (separators > PropertyListInput::maximumNodes)
+        return QStringLiteral("it has more than %1 keys and values").arg(PropertyListInput::maximumNodes);
     return {};
 }
 

@@ -12,6 +12,13 @@
 
 namespace {
 
+NSDictionary *refused(NSString *problem, NSError **error)
+{
+    if (error)
+        *error = profileError(problem);
+    return nil;
+}
+
 NSDictionary *readVetted(const QByteArray &bytes, NSError **error)
 {
     silenceFoundationWarnings();
@@ -22,6 +29,8 @@ NSDictionary *readVetted(const QByteArray &bytes, NSError **error)
 NSDictionary *readVettedXml(const QByteArray &xml, NSError **error)
 {
     const QByteArray escaped = FoundationEscapes::escaped(QString::fromUtf8(xml)).toUtf8();
+    if (escaped.size() > 2 * PropertyListInput::maximumBytes)
+        return refused(@"it has too many backslashes and characters beyond the first plane", error);
     NSDictionary *list = readVetted(escaped, error);
     return escaped == xml ? list : changedTexts(list, FoundationEscapes::unescaped);
 }
@@ -31,9 +40,7 @@ NSDictionary *readVettedOther(const QByteArray &bytes, NSError **error)
     NSDictionary *list = readVetted(bytes, error);
     if (hasOnlyTextKeys(list))
         return list;
-    if (error)
-        *error = profileError(@"a key in it is no text");
-    return nil;
+    return refused(@"a key in it is no text", error);
 }
 
 } // namespace
@@ -44,9 +51,7 @@ NSDictionary *readPropertyList(const QByteArray &bytes, NSError **error)
     const QByteArray vetted = PropertyListInput::vetted(bytes, &problem);
     if (problem.isEmpty())
         return vetted.startsWith('<') ? readVettedXml(vetted, error) : readVettedOther(vetted, error);
-    if (error)
-        *error = profileError(toNSString(problem));
-    return nil;
+    return refused(toNSString(problem), error);
 }
 
 NSDictionary *readPropertyListText(NSString *text, NSError **error)

@@ -68,6 +68,9 @@ private slots:
             << QByteArray(100000, '(') + QByteArray(100000, ')') << QStringLiteral("brackets");
         QTest::newRow("dictionaries nested 100,000 deep in the old style")
             << QByteArray("{a=").repeated(100000) << QStringLiteral("brackets");
+        QTest::newRow("too many texts in the old style")
+            << "{a=(" + QByteArray("b,").repeated(PropertyListInput::maximumNodes) + ");}"
+            << QStringLiteral("keys and values");
         QTest::newRow("entity bomb")
             << QByteArray(
                    "<?xml version=\"1.0\"?><!DOCTYPE plist [<!ENTITY a \"aaaaaaaaaa\">"
@@ -136,6 +139,17 @@ private slots:
     }
 
     /// Foundation's parsers must bear what is let through.
+    void whatGrowsTooMuchOnTheWayToFoundationIsRefused()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("a.mobileconfig"));
+        TestFiles::write(path, propertyList(dictionary({"a", string(QByteArray(30 * 1000 * 1000, '\\'))})));
+        EditorXmlData data;
+        QString error;
+        QVERIFY(!readProfile(path, data, nullptr, &error));
+        QVERIFY2(error.contains(QStringLiteral("too many backslashes")), qPrintable(error));
+    }
+
     void theLargestThatIsAcceptedIsRead_data()
     {
         QTest::addColumn<QByteArray>("bytes");
@@ -143,6 +157,10 @@ private slots:
         QTest::newRow("most brackets") << "{a=" + QByteArray(4095, '(') + QByteArray(4095, ')') + ";}";
         QTest::newRow("most elements") << propertyList(
             dictionary({"a", array(QByteArray("<true/>").repeated(PropertyListInput::maximumNodes - 4))}));
+        QTest::newRow("most backslashes")
+            << propertyList(dictionary({"a", string(QByteArray(11 * 1000 * 1000, '\\'))}));
+        QTest::newRow("most texts in the old style")
+            << "{a=(" + QByteArray("b,").repeated(PropertyListInput::maximumNodes - 2) + ");}";
         QTest::newRow("largest") << propertyList(
             dictionary({"a", string(QByteArray(32 * 1000 * 1000, 'x'))}));
     }
