@@ -61,6 +61,7 @@ private slots:
     }
     void cleanup() { m_flow.reset(); }
 
+    void withoutAnIdentityTheProfileIsMadeAndNoSigningOffered();
     void theIdentitiesAreOffered();
     void signingReplacesTheProfileByItsSignedForm_data();
     void signingReplacesTheProfileByItsSignedForm();
@@ -72,6 +73,17 @@ private slots:
 private:
     std::unique_ptr<ProfileFlow> m_flow;
 };
+
+void tst_ProfileFlowSigning::withoutAnIdentityTheProfileIsMadeAndNoSigningOffered()
+{
+    m_flow.reset();
+    m_flow = std::make_unique<ProfileFlow>(); // whose place has no identity yet
+    const auto window = m_flow->openWindow();
+    ShownMessage shown;
+    m_flow->save(*window, {choose(m_flow->output()), read(&shown)});
+    QCOMPARE(shown.text, ProfileMessages::made);
+    QVERIFY(TestFiles::read(m_flow->output()).startsWith("<?xml"));
+}
 
 void tst_ProfileFlowSigning::theIdentitiesAreOffered()
 {

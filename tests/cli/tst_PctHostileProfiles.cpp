@@ -86,7 +86,7 @@ private slots:
     void wrongTypesNeverCrash_data();
     void wrongTypesNeverCrash();
     void ofSeveralPayloadsTheFirstCounts();
-    void duplicateKeysNeverCrash();
+    void ofEqualKeysTheLastCounts();
     void memoryStaysBounded();
 
 private:
@@ -169,6 +169,7 @@ void tst_PctHostileProfiles::contentIsRefused()
     const QString path = runner.file(text("hostile"));
     TestFiles::write(path, content);
     verifyRefused(runner, path);
+    QCOMPARE(TestFiles::read(path), content);
 }
 
 void tst_PctHostileProfiles::hugeFilesAreRefused_data()
@@ -238,6 +239,8 @@ void tst_PctHostileProfiles::wrongTypesNeverCrash()
                  result.err.constData());
         if (result.exitCode == 0)
             QCOMPARE(result.json().value(text("settings")).toObject().size(), 18);
+        const PctResult made = runner.makeProfile(true, {text("--force"), text("--from"), path});
+        QVERIFY2(made.isOneLineRefusal() || (made.exitCode == 0 && made.err.isEmpty()), made.err.constData());
     }
 }
 
@@ -255,17 +258,21 @@ void tst_PctHostileProfiles::ofSeveralPayloadsTheFirstCounts()
     verifyRefused(runner, path);
 }
 
-void tst_PctHostileProfiles::duplicateKeysNeverCrash()
+void tst_PctHostileProfiles::ofEqualKeysTheLastCounts()
 {
     const ProfileRunner runner;
     const QString path = runner.file(text("duplicate"));
-    const QByteArray item = preference("StartPage", key("Mode", string("0")) + key("Mode", string("1")) +
+    const QByteArray item = preference("StartPage", key("Mode", string("1")) + key("Mode", string("2")) +
                                                         key("Mode", string("0")));
-    TestFiles::write(path, profile(payload(item) + payload(item)));
-    const PctResult result = runner.run({text("show"), text("--json"), path});
-    QVERIFY2(result.isOneLineRefusal() || (result.exitCode == 0 && result.err.isEmpty()),
-             result.err.constData());
-    QCOMPARE(result.status, QProcess::NormalExit);
+    TestFiles::write(path, profile(payload("") + payload(item)));
+    const PctResult shown = runner.run({text("show"), text("--json"), path});
+    QVERIFY2(shown.exitCode == 0 && shown.err.isEmpty(), shown.err.constData());
+    QCOMPARE(shown.json().value(text("settings")).toObject().value(text("bShowStartPage")),
+             QJsonValue(false));
+    const PctResult made = runner.makeProfile(true, {text("--from"), path});
+    QVERIFY2(made.exitCode == 0 && made.err.isEmpty(), made.err.constData());
+    QCOMPARE(preferenceOf(runner.propertyList(runner.output()), text("StartPage")).value(text("Mode")),
+             QJsonValue(text("0")));
 }
 
 void tst_PctHostileProfiles::memoryStaysBounded()

@@ -108,7 +108,6 @@ private slots:
         QTest::addColumn<QByteArray>("bytes");
         const QByteArray good = profileFile(editorBundle);
         QTest::newRow("empty") << QByteArray();
-        QTest::newRow("a signed profile") << QByteArray("\x30\x82\x10\x00\x06\x09*\x86H\x86\xf7", 11) + good;
         QTest::newRow("text") << QByteArray("hello");
         QTest::newRow("truncated") << good.left(good.size() / 2);
         QTest::newRow("NUL in the middle") << good.left(200) + '\0' + good.mid(200);
@@ -152,18 +151,6 @@ private slots:
         EditorXmlData data = RecordSamples::everythingChanged();
         QVERIFY(!CProfileGenerator::ImportProfile(written(profileFile(readerBundle)), &data, true));
         QVERIFY(data == RecordSamples::everythingChanged());
-    }
-
-    void ofSeveralPayloadsTheFirstCounts()
-    {
-        const auto payload = [](const QByteArray &bundle) {
-            return dictionary({"PayloadIdentifier", string(bundle)});
-        };
-        const QByteArray both = propertyList(
-            dictionary({"PayloadContent", array(payload(readerBundle) + payload(editorBundle))}));
-        EditorXmlData data;
-        QVERIFY(!CProfileGenerator::ImportProfile(written(both), &data, true));
-        QVERIFY(CProfileGenerator::ImportProfile(written(both), &data, false));
     }
 
 private:

@@ -6,7 +6,6 @@
 #include "tests/profile/ProfileSamples.h"
 #include "tests/support/TestFiles.h"
 
-#include <QElapsedTimer>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -114,12 +113,9 @@ private slots:
     {
         QFETCH(QByteArray, bytes);
         QFETCH(QString, problem);
-        QElapsedTimer timer;
-        timer.start();
         QString error;
         QVERIFY(PropertyListInput::vetted(bytes, &error).isNull());
         QVERIFY2(error.contains(problem), qPrintable(error));
-        QVERIFY2(timer.elapsed() < 20000, "refusing took longer than 20 s");
     }
 
     void hostileFilesLeaveTheRecord_data() { hostileInputIsRefused_data(); }
