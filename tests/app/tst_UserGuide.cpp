@@ -9,6 +9,7 @@
 #include "welcome/webview/WebViewInQt.h"
 
 #include <QMenu>
+#include <QProcess>
 #include <QSplitter>
 #include <QtTest>
 
@@ -83,6 +84,7 @@ private slots:
     void theGuideCanBeShownAgain();
     void theGuidePageIsAsItsFormSays();
     void aWindowMayGoWithItsGuide();
+    void theProgramEndsWellWithHelpAndGuideOpen();
 
 private:
     FakePackages m_packages;
@@ -209,6 +211,18 @@ void tst_UserGuide::aWindowMayGoWithItsGuide()
         QTest::qWait(20);
     }
     QTest::qWait(200);
+}
+
+void tst_UserGuide::theProgramEndsWellWithHelpAndGuideOpen()
+{
+    QProcess program;
+    program.setProcessChannelMode(QProcess::MergedChannels);
+    program.start(QStringLiteral(PCT_WINDOW_WITH_HELP), QStringList());
+    QVERIFY(program.waitForFinished(120000));
+    const QByteArray output = program.readAll();
+    QVERIFY2(program.exitStatus() == QProcess::NormalExit && program.exitCode() == 0, output);
+    QVERIFY2(output.contains("closed"), output);
+    QVERIFY2(!output.contains("Release of profile") && !output.contains("Please set"), output);
 }
 
 QTEST_MAIN(tst_UserGuide)

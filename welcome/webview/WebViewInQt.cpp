@@ -6,6 +6,7 @@
 #include "welcome/webview/IWebViewHandler.h"
 #include "welcome/webview/WebBackend.h"
 
+#include <QCoreApplication>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLabel>
@@ -27,11 +28,6 @@ void logValue(const char *prefix, const QString &value)
     qCDebug(logWelcome).noquote().nospace() << prefix << shown;
 }
 
-QString sentToScript(const std::wstring &result)
-{
-    return QString::fromStdWString(result);
-}
-
 } // namespace
 
 WebViewInQt::WebViewInQt(QWidget *parent)
@@ -49,6 +45,8 @@ WebViewInQt::WebViewInQt(QWidget *parent)
         m_pages->addWidget(m_backend->widget());
         m_pages->setCurrentWidget(m_backend->widget());
     }
+    // An engine must go before the application; a window need not.
+    connect(qApp, &QCoreApplication::aboutToQuit, this, [this] { m_backend.reset(); });
     connect(this, &WebViewInQt::SignalAcceptNatigationRequest, this, &WebViewInQt::accpetNavigationRequest);
 }
 
@@ -158,7 +156,7 @@ QVariant WebViewInQt::DispatchFun(const QString &module, const QString &function
         return refused;
     std::wstring result;
     m_handler->DispatchFun(module.toStdWString(), function.toStdWString(), parameter.toStdWString(), result);
-    return sentToScript(result);
+    return QString::fromStdWString(result);
 }
 
 QVariant WebViewInQt::DispatchFunAsync(const QString &module, const QString &function,
@@ -200,7 +198,8 @@ void WebViewInQt::loadError()
 
 void WebViewInQt::pageAvailable(bool available)
 {
-    m_pages->setCurrentWidget(available ? m_backend->widget() : m_message);
+    if (m_backend)
+        m_pages->setCurrentWidget(available ? m_backend->widget() : m_message);
 }
 
 void WebViewInQt::loadStart() {}
