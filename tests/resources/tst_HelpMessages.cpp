@@ -16,7 +16,7 @@ QStringList quoted(const QString &speaker)
     for (const GuidePage &page : GuidePages::all()) {
         for (const QDomElement &message : GuidePages::elements(page, QStringLiteral("samp"))) {
             if (message.attribute(QStringLiteral("class")) == speaker)
-                messages.append(message.text());
+                messages.append(message.text().simplified());
         }
     }
     messages.removeDuplicates();
