@@ -107,7 +107,7 @@ void tst_HelpColors::thereIsALightAndADarkScheme()
     const QList<Scheme> both = schemes();
     QCOMPARE(both.size(), 2);
     QCOMPARE(both.at(0).keys(), both.at(1).keys());
-    QVERIFY(sheet().contains(QLatin1String("@media (prefers-color-scheme: dark)")));
+    QVERIFY(sheet().contains(QLatin1String("@media screen and (prefers-color-scheme: dark)")));
     QVERIFY(luminance(both.at(0).value(QStringLiteral("page"))) > 0.5);
     QVERIFY(luminance(both.at(1).value(QStringLiteral("page"))) < 0.1);
 }
