@@ -91,6 +91,10 @@ public:
     /// that is no profile of the product is refused in silence.
     void on_profileload(const QString &path);
 
+    /// Takes a file to work on as the Open button does: a package or a profile, as the mode wants. Nothing
+    /// for an empty path.
+    void openPath(const QString &path);
+
     // ---- Values of the pages' controls; also in the build's worker ----
 
     /// The value of the first control of that name that has one of the type: false, 0 or empty when no page

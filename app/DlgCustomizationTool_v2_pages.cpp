@@ -174,12 +174,16 @@ void DlgCustomizationTool_v2::importDocument(const QString &path)
 void DlgCustomizationTool_v2::openFile()
 {
     const bool profile = CCommon::GetPCWConfigType() == PCW_CONFIG_PROFILE;
-    const QString path = chooseFileToOpen(this, profile ? tr("configration profiles (*.mobileconfig)")
-                                                        : tr("Package files (*.pkg)"));
+    openPath(chooseFileToOpen(this, profile ? tr("configration profiles (*.mobileconfig)")
+                                            : tr("Package files (*.pkg)")));
+}
+
+void DlgCustomizationTool_v2::openPath(const QString &path)
+{
     // A profile's empty path would stand for the installed one.
     if (path.isEmpty())
         return;
-    if (profile)
+    if (CCommon::GetPCWConfigType() == PCW_CONFIG_PROFILE)
         on_profileload(path);
     else
         on_fileloaded(path);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/DlgCustomizationTool_v2.h"
 #include "app/Logging.h"
+#include "app/OpenRequests.h"
 #include "app/StartUp.h"
 #include "app/Translation.h"
 #include "core/HostPaths.h"
@@ -28,9 +29,11 @@ int main(int argc, char *argv[])
     useApplicationLook();
     HostPaths::putStandInsFirst();
 
+    OpenRequests requests(QCoreApplication::arguments());
     DlgCustomizationTool_v2 *window = makeChosenWindow();
     if (!window)
         return 1;
     window->show();
+    requests.serve(window);
     return QApplication::exec();
 }
