@@ -1,6 +1,12 @@
 # Finds the Qt to build with. Everything else names its targets without a version: Qt::Core and so on.
 
-set(PCT_QT_MAJOR 5 CACHE STRING "Qt's major version: 5 (from 5.15) or 6 (from 6.4)")
+# On a Mac, Homebrew's Qt is Qt 6.
+if(APPLE)
+    set(usual_qt_major 6)
+else()
+    set(usual_qt_major 5)
+endif()
+set(PCT_QT_MAJOR ${usual_qt_major} CACHE STRING "Qt's major version: 5 (from 5.15) or 6 (from 6.4)")
 set_property(CACHE PCT_QT_MAJOR PROPERTY STRINGS 5 6)
 set(oldest_qt_5 5.15)
 set(oldest_qt_6 6.4)
