@@ -45,6 +45,7 @@ class tst_Bundle : public QObject
 
 private slots:
     void initTestCase();
+    void theProjectCanBeConfiguredForAMac();
     void everyPartIsInItsPlace_data();
     void everyPartIsInItsPlace();
     void bothProgramsRun();
@@ -88,6 +89,18 @@ void tst_Bundle::initTestCase()
     }
     m_information = propertyList(inBundle(QStringLiteral("Info.plist")));
     QVERIFY(!m_information.isEmpty());
+}
+
+void tst_Bundle::theProjectCanBeConfiguredForAMac()
+{
+    // Qt 6's own CMake files would look for Apple's frameworks.
+    const CommandRun run = runCommand(QStringLiteral("cmake"),
+                                      {QStringLiteral("-S"), projectFile("."), QStringLiteral("-B"),
+                                       m_folder.filePath(QStringLiteral("project")), QStringLiteral("-G"),
+                                       QStringLiteral("Ninja"), QStringLiteral("-DAPPLE=ON"),
+                                       QStringLiteral("-DPCT_QT_MAJOR=5")},
+                                      m_environment);
+    QVERIFY2(run.exitCode == 0, qPrintable(run.errors));
 }
 
 void tst_Bundle::everyPartIsInItsPlace_data()

@@ -8,6 +8,7 @@
 namespace {
 
 const QString identity = QStringLiteral("Developer ID Application: Example (AB12CD34EF)");
+const QString keychain = QStringLiteral("/tmp/build.keychain-db");
 const QString identifier = QStringLiteral("org.example.tool");
 
 void set(QProcessEnvironment &environment, const char *name, const QString &value)
@@ -37,9 +38,12 @@ private slots:
     void notarizingNeedsCredentials_data();
     void notarizingNeedsCredentials();
     void aMissingImageIsRefused();
+    void theKeychainOfABuildServerServesCodesign();
+    void aKeychainNeedsEverySecret();
     void wrongUsageIsTold();
 
 private:
+    void giveSecrets();
     QStringList calls() const;
     QString contents(const char *path) const
     {
@@ -85,6 +89,15 @@ QStringList tst_SigningScripts::calls() const
     if (!QFileInfo::exists(log))
         return {};
     return QString::fromUtf8(TestFiles::read(log)).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+}
+
+void tst_SigningScripts::giveSecrets()
+{
+    set(m_environment, "PCT_CERTIFICATE_P12", QString::fromLatin1(QByteArray("the identity").toBase64()));
+    set(m_environment, "PCT_CERTIFICATE_PASSWORD", QStringLiteral("secret of the file"));
+    set(m_environment, "PCT_NOTARY_APPLE_ID", QStringLiteral("me@example.org"));
+    set(m_environment, "PCT_NOTARY_TEAM_ID", QStringLiteral("AB12CD34EF"));
+    set(m_environment, "PCT_NOTARY_PASSWORD", QStringLiteral("secret of the notary"));
 }
 
 CommandRun tst_SigningScripts::sign(const QStringList &arguments) const
@@ -248,6 +261,41 @@ void tst_SigningScripts::aMissingImageIsRefused()
     const CommandRun run = notarize({m_image});
     QCOMPARE(run.exitCode, 1);
     QVERIFY(run.errors.contains(QStringLiteral("is no file")));
+    QCOMPARE(calls(), QStringList());
+}
+
+void tst_SigningScripts::theKeychainOfABuildServerServesCodesign()
+{
+    giveSecrets();
+    const CommandRun run = runCommand(projectFile("packaging/macos/make-keychain.sh"),
+                                      {keychain, QStringLiteral("release")}, m_environment);
+    QVERIFY2(run.exitCode == 0, qPrintable(run.errors));
+    const QStringList all = calls();
+    QCOMPARE(all.size(), 8);
+    QVERIFY(all.at(0).startsWith(QStringLiteral("security create-keychain -p ")));
+    QVERIFY(all.at(3).contains(QStringLiteral(" -f pkcs12 -P secret of the file -T /usr/bin/codesign")));
+    QVERIFY(all.at(4).startsWith(QStringLiteral("security set-key-partition-list ")));
+    // The keychains that were searched before are searched still.
+    QCOMPARE(
+        all.at(6),
+        QStringLiteral("security list-keychains -d user -s %1 /Users/me/login.keychain-db").arg(keychain));
+    QCOMPARE(all.at(7), QStringLiteral("xcrun notarytool store-credentials release --apple-id me@example.org "
+                                       "--team-id AB12CD34EF --password secret of the notary --keychain %1")
+                            .arg(keychain));
+    // The identity's file was decoded, and is gone.
+    QCOMPARE(TestFiles::read(m_folder->filePath(QStringLiteral("log.imported"))), QByteArray("the identity"));
+    const QString imported = all.at(3).section(QLatin1Char(' '), 2, 2);
+    QVERIFY(imported.endsWith(QStringLiteral("identity.p12")) && !QFileInfo::exists(imported));
+}
+
+void tst_SigningScripts::aKeychainNeedsEverySecret()
+{
+    giveSecrets();
+    m_environment.insert(QStringLiteral("PCT_NOTARY_TEAM_ID"), QString());
+    const CommandRun run = runCommand(projectFile("packaging/macos/make-keychain.sh"),
+                                      {keychain, QStringLiteral("release")}, m_environment);
+    QCOMPARE(run.exitCode, 1);
+    QCOMPARE(run.errors, QStringLiteral("make-keychain.sh: set PCT_NOTARY_TEAM_ID\n"));
     QCOMPARE(calls(), QStringList());
 }
 
