@@ -4,6 +4,10 @@ add_library(pct_build_options INTERFACE)
 target_compile_options(pct_build_options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wcast-align
     $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor -Wold-style-cast -Woverloaded-virtual>
+    # Apple's compiler: C++17 wants arguments for Qt's logging macros, which take none, and all of the system's
+    # web view that the tool is written for is deprecated. scripts/check-apple-syntax.sh says the same.
+    $<$<CXX_COMPILER_ID:AppleClang,Clang>:-Wno-gnu-zero-variadic-macro-arguments>
+    $<$<COMPILE_LANG_AND_ID:OBJCXX,AppleClang,Clang>:-Wno-deprecated-declarations>
     $<$<BOOL:${PCT_WERROR}>:-Werror>)
 target_compile_definitions(pct_build_options INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_USE_QSTRINGBUILDER
@@ -27,11 +31,19 @@ pct_add_precompiled_header(core <QtCore> LINK Qt::Core)
 pct_add_precompiled_header(widgets <QtWidgets> LINK Qt::Widgets)
 pct_add_precompiled_header(test <QtTest> LINK Qt::Test Qt::Widgets)
 
+# Objective-C++ cannot use what was precompiled for C++.
+function(pct_without_precompiled_header target)
+    get_target_property(sources ${target} SOURCES)
+    list(FILTER sources INCLUDE REGEX "\\.mm$")
+    set_source_files_properties(${sources} PROPERTIES SKIP_PRECOMPILE_HEADERS ON)
+endfunction()
+
 # pct_setup(TARGET [KIND]): the options every target of ours has, with the precompiled header of a kind.
 function(pct_setup target)
     target_link_libraries(${target} PRIVATE pct_build_options)
     set_target_properties(${target} PROPERTIES AUTOMOC ON AUTOUIC ON)
     if(ARGC GREATER 1)
+        pct_without_precompiled_header(${target})
         target_precompile_headers(${target} REUSE_FROM pct_pch_${ARGV1})
     endif()
 endfunction()

@@ -40,7 +40,7 @@ all_sources() {
 language_options() {
     case $1 in
     *.m) echo '-x objective-c -std=gnu11' ;;
-    *.mm) echo '-x objective-c++ -std=c++17' ;;
+    *.mm) echo '-x objective-c++ -std=c++17 -Wno-deprecated-declarations' ;;
     *) echo '-x c++ -std=c++17 -Wnon-virtual-dtor -Wold-style-cast -Woverloaded-virtual' ;;
     esac
 }
@@ -50,7 +50,8 @@ check() {
     # The options are words without spaces.
     # shellcheck disable=SC2046,SC2086
     "$compiler" $(language_options "$1") -fsyntax-only -fPIC \
-        -Wall -Wextra -Wpedantic -Wshadow -Wcast-align -Wundeclared-selector -Werror -Wno-unused-command-line-argument \
+        -Wall -Wextra -Wpedantic -Wshadow -Wcast-align -Wundeclared-selector -Werror \
+        -Wno-gnu-zero-variadic-macro-arguments -Wno-unused-command-line-argument \
         -U__linux__ -U__linux -U__gnu_linux__ -D__APPLE__ -D__MACH__ \
         -fobjc-runtime=macosx-11.0 -fblocks -fobjc-exceptions -fconstant-string-class=NSConstantString \
         -DGNUSTEP -DGNUSTEP_BASE_LIBRARY=1 -DGNU_GUI_LIBRARY=1 -D_NATIVE_OBJC_EXCEPTIONS \

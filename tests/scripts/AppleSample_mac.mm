@@ -10,8 +10,6 @@
 #error "Qt has to show its interface for macOS"
 #endif
 
-#pragma clang diagnostic ignored "-Wdeprecated-declarations"
-
 @interface SampleView
     : WebView <WebFrameLoadDelegate, WebPolicyDelegate, WebResourceLoadDelegate, WebUIDelegate>
 @end

@@ -89,14 +89,13 @@ void tst_AppleSyntax::aMistakeIsFound_data()
     row("a misspelt class method", sample, "requestWithURL:", "requestWithUrl:", "requestWithUrl:");
     row("a misspelt delegate setter", sample, "setUIDelegate:", "setUiDelegate:", "setUiDelegate:");
     row("a listener's method that there is not", sample, "[listener ignore]", "[listener refuse]", "-refuse");
-    row("an unknown selector", sample, "selector != @selector(answer:)", "selector != @selector(anwser:)",
-        "undeclared selector 'anwser:'");
+    row("an unknown selector", sample, "selector != @selector(answer:)", "selector != @selector(replies:)",
+        "undeclared selector 'replies:'");
     row("a misspelt constant", sample, "WebActionNavigationTypeKey", "WebActionNavigationKey",
         "'WebActionNavigationKey'");
     row("a delegate that does not say so", sample, "WebResourceLoadDelegate, WebUIDelegate", "WebUIDelegate",
         "WebResourceLoadDelegate");
     row("a forgotten conversion", sample, ".toString().toNSString()", ".toString()", "QString");
-    row("deprecated calls without saying so", sample, "#pragma clang", "// #pragma clang", "deprecated");
     row("a misspelt function", hostName, "SCDynamicStoreCopyLocalHostName", "SCDynamicStoreCopyHostName",
         "SCDynamicStoreCopyHostName");
     row("another type", hostName, "const CFStringRef name", "const CFArrayRef name", "CFArrayRef");

@@ -3,6 +3,5 @@
 
 #import <AppKit/AppKit.h>
 
-/// All of the view and its delegates has been deprecated since macOS 10.14, so a source that uses them has to
-/// say that it does so knowingly.
+/// All of the view and its delegates has been deprecated since macOS 10.14.
 #define PCT_LEGACY_WEBKIT __attribute__((deprecated("WebView and its delegates are deprecated")))
