@@ -191,11 +191,15 @@ void openOutside(NSURL *url)
 
 - (NSString *)DispatchFun:(NSString *)module function:(NSString *)function parameter:(NSString *)parameter
 {
-    // The result outlives the call, so the script's own scope keeps it.
-    if (![self target])
-        return nil;
-    return toNSString([self target]->DispatchFun(
-        toQString(module), toQString(function), toQString(parameter)).toString());
+    NSString *result = nil;
+    {
+        const AutoreleaseScope scope;
+        if ([self target])
+            result = [toNSString([self target]
+                                     ->DispatchFun(toQString(module), toQString(function), toQString(parameter))
+                                     .toString()) retain];
+    }
+    return [result autorelease];
 }
 
 - (NSString *)DispatchFunAsync:(NSString *)module
@@ -203,11 +207,16 @@ void openOutside(NSURL *url)
                      parameter:(NSString *)parameter
                       callback:(NSString *)callback
 {
-    if (![self target])
-        return nil;
-    return toNSString(
-        [self target]->DispatchFunAsync(toQString(module), toQString(function),
-                                        toQString(parameter), toQString(callback)).toString());
+    NSString *result = nil;
+    {
+        const AutoreleaseScope scope;
+        if ([self target])
+            result = [toNSString([self target]
+                                     ->DispatchFunAsync(toQString(module), toQString(function),
+                                                        toQString(parameter), toQString(callback))
+                                     .toString()) retain];
+    }
+    return [result autorelease];
 }
 
 @end
