@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/Translation.h"
 
-#include "app/QtTranslations.h"
+#include "core/QtCompatibility.h"
 #include "translations/Translations.h"
 
 #include <QCoreApplication>
@@ -48,7 +48,7 @@ bool installTranslation(QCoreApplication &application, const QString &language)
         if (!install(application, QStringLiteral("pct"), candidate, QStringLiteral(":/translations")))
             continue;
         // The buttons and dialogs that Qt makes; without its catalogue they stay English.
-        install(application, QStringLiteral("qtbase"), candidate, qtTranslationsFolder());
+        install(application, QStringLiteral("qtbase"), candidate, QtCompatibility::translationsFolder());
         return true;
     }
     return language == systemLanguage;

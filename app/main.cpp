@@ -5,6 +5,7 @@
 #include "app/StartUp.h"
 #include "app/Translation.h"
 #include "core/HostPaths.h"
+#include "core/QtCompatibility.h"
 #include "core/Version.h"
 #include "resources/Resources.h"
 
@@ -24,7 +25,7 @@ int main(int argc, char *argv[])
     if (!installTranslation(application, language))
         qCWarning(logApp).noquote()
             << QStringLiteral("PCT_LANGUAGE: no translation into \"%1\"").arg(language);
-    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps, true);
+    QtCompatibility::useHighDpiPixmaps();
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/img/app-icon.png")));
     useApplicationLook();
     HostPaths::putStandInsFirst();

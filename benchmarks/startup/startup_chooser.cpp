@@ -3,6 +3,7 @@
 #include "app/StartUp.h"
 #include "benchmarks/startup/EndAtFirstPaint.h"
 #include "core/HostPaths.h"
+#include "core/QtCompatibility.h"
 #include "resources/Resources.h"
 
 #include <QApplication>
@@ -11,7 +12,7 @@ int main(int argc, char *argv[])
 {
     initPctResources();
     QApplication application(argc, argv);
-    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps, true);
+    QtCompatibility::useHighDpiPixmaps();
     HostPaths::putStandInsFirst();
     EndAtFirstPaint end;
     application.installEventFilter(&end);

@@ -197,7 +197,8 @@ private:
     static QByteArray largeProfile(int mebibytes)
     {
         const QByteArray filling = string(QByteArray(mebibytes * 1024 * 1024, 'x'));
-        return profileFile(editorBundle).replace("<dict><key>", "<dict><key>A</key>" + filling + "<key>");
+        const QByteArray filled = "<dict><key>A</key>" + filling + "<key>";
+        return profileFile(editorBundle).replace("<dict><key>", filled);
     }
 
     QString written(const QByteArray &bytes)

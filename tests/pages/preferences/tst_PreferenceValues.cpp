@@ -110,7 +110,7 @@ private slots:
         change(data);
         QVERIFY(handler.ImportProperty(page.get(), &data));
         const QVariant read = handler.GetProperty(control);
-        QCOMPARE(read.type(), value.type());
+        QCOMPARE(read.userType(), value.userType());
         QCOMPARE(read, value);
     }
 
