@@ -11,6 +11,10 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
 set(PCT_HOSTTOOLS_DIR "${CMAKE_BINARY_DIR}/libexec/pct")
 
+# Later formats of compiled-in files than 1 hold the files' times, so that no two checkouts would give the same
+# program.
+set(CMAKE_AUTORCC_OPTIONS --format-version 1)
+
 find_program(PCT_CCACHE ccache)
 if(PCT_CCACHE)
     # The sloppiness that precompiled headers need; without it every build misses the cache.
