@@ -106,5 +106,5 @@ function(pct_add_hosttool name)
     set_target_properties(hosttool_${name} PROPERTIES
         OUTPUT_NAME ${name} RUNTIME_OUTPUT_DIRECTORY "${PCT_HOSTTOOLS_DIR}")
     add_dependencies(hosttools hosttool_${name})
-    install(TARGETS hosttool_${name} DESTINATION "${CMAKE_INSTALL_LIBEXECDIR}/pct")
+    set_property(GLOBAL APPEND PROPERTY PCT_HOSTTOOL_TARGETS hosttool_${name})
 endfunction()
