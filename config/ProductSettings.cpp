@@ -29,6 +29,10 @@ QString inDisplayOrder(const QString &unloadList, bool editor)
 
 int attachmentModeOf(const EditorXmlData &settings)
 {
+    if (settings.strDisableOpenSaveFileAttach == QLatin1String("Enabled"))
+        return 1;
+    if (settings.strDisableOpenSaveFileAttach == QLatin1String("Disabled"))
+        return 2;
     bool isNumber = false;
     const int number = settings.strDisableOpenSaveFileAttach.toInt(&isNumber);
     const bool isMode = isNumber && number >= 0 && number < std::numeric_limits<int>::max();

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/RecordFields.h"
 
+#include "config/AttributeOrder.h"
+
 #include <QTextStream>
 
 namespace {
@@ -91,5 +93,5 @@ QString elementText(const QDomElement &element)
     QString text;
     QTextStream stream(&text);
     element.save(stream, -1);
-    return text;
+    return withSortedAttributes(text);
 }

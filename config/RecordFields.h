@@ -25,5 +25,5 @@ const std::array<RecordField, 18> &recordFields();
 /// Whether both records hold the same value in a field; ribbon elements are compared by content.
 bool sameValue(const RecordField &field, const EditorXmlData &first, const EditorXmlData &second);
 
-/// An element as XML text without indentation, or a null string for a null element.
+/// An element as XML text with sorted attributes and without indentation, or a null string for a null element.
 QString elementText(const QDomElement &element);

@@ -37,20 +37,22 @@ private slots:
             QVERIFY2(sameValue(field, result, wanted), field.name.data());
     }
 
-    void numbersOfTheAttachmentModeAreCarriedOn_data()
+    void attachmentModeOfADocumentIsCarriedOn_data()
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<int>("mode");
         QTest::newRow("0") << QStringLiteral("0") << 1;
         QTest::newRow("1") << QStringLiteral("1") << 2;
         QTest::newRow("Default") << QStringLiteral("Default") << -1;
-        QTest::newRow("Enabled") << QStringLiteral("Enabled") << -1;
+        QTest::newRow("Enabled") << QStringLiteral("Enabled") << 1;
+        QTest::newRow("Disabled") << QStringLiteral("Disabled") << 2;
+        QTest::newRow("another case") << QStringLiteral("enabled") << -1;
         QTest::newRow("empty") << QString() << -1;
         QTest::newRow("negative") << QStringLiteral("-1") << -1;
         QTest::newRow("largest") << QStringLiteral("2147483647") << -1;
     }
 
-    void numbersOfTheAttachmentModeAreCarriedOn()
+    void attachmentModeOfADocumentIsCarriedOn()
     {
         QFETCH(QString, text);
         EditorXmlData data;
