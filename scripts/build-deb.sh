@@ -12,6 +12,9 @@ packages=$(cd "$1" && pwd)
 shift
 cd "$(dirname "$0")/.."
 
+# CPack notes it for a part of the package that nobody installs.
+umask 022
+
 # All that makes a program harder to attack, nothing for a debugger, and no path of this folder.
 export DEB_BUILD_MAINT_OPTIONS='hardening=+all reproducible=+all' DEB_CXXFLAGS_STRIP=-g DEB_OBJCXXFLAGS_STRIP=-g
 

@@ -80,10 +80,10 @@ try_window() {
     # The inner shell expands the variables.
     # shellcheck disable=SC2016
     as_user xvfb-run --auto-servernum sh -c '
-        pelix-customization-tool &
-        window=$(timeout 60 xdotool search --sync --onlyvisible --pid $! | head -n 1)
+        timeout 240 pelix-customization-tool &
+        window=$(timeout 60 xdotool search --sync --onlyvisible --name "^Pelix Customization Tool$" | head -n 1)
         echo "the window is open: $(xdotool getwindowname "$window")"
-        xdotool windowquit "$window"
+        xdotool keydown --window "$window" Escape
         status=0
         wait $! || status=$?
         echo "the window is closed: status $status"
