@@ -33,9 +33,10 @@ _pct_words()
 # Identities have spaces in their names.
 _pct_identities()
 {
-    local IFS=$'\n' name
-    COMPREPLY=()
-    for name in $(pct identities 2>/dev/null); do
+    local name
+    local -a names
+    mapfile -t names < <(pct identities 2>/dev/null)
+    for name in "${names[@]}"; do
         [[ $name == "$cur"* ]] && COMPREPLY+=("$(printf '%q' "$name")")
     done
 }
