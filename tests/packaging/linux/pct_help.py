@@ -1,0 +1,29 @@
+# SPDX-License-Identifier: Apache-2.0
+"""The verbs of pct and their options, as pct itself says them."""
+
+import functools
+import re
+
+from surroundings import PCT, run
+
+
+def _section(text, title):
+    return re.search(rf"^{title}:\n((?:  .*\n)+)", text, re.MULTILINE).group(1)
+
+
+def _options(text):
+    """Short and long options at the beginning of the lines, without those that a description mentions."""
+    names = re.findall(r"^  (?:(-\w), )?(--[a-z-]+)", _section(text, "Options"), re.MULTILINE)
+    return {name for pair in names for name in pair if name}
+
+
+@functools.cache
+def general_options():
+    return _options(run(PCT, "--help"))
+
+
+@functools.cache
+def verbs():
+    """The options of each verb by its name."""
+    names = re.findall(r"^  (\w+)", _section(run(PCT, "--help"), "Verbs"), re.MULTILINE)
+    return {name: _options(run(PCT, name, "--help")) for name in names}
