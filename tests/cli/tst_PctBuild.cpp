@@ -154,9 +154,9 @@ void tst_PctBuild::aReaderIsNotGivenWhatOnlyTheEditorHas()
     const PctResult result = runner.run(build.arguments());
     QCOMPARE(result.exitCode, 0);
     QCOMPARE(result.messages().size(), 1);
-    QVERIFY2(
-        result.err.startsWith("pct: " + config.toUtf8() + ": warning: is a document of the Pelix PDF Editor"),
-        result.err.constData());
+    QVERIFY2(result.err.startsWith(
+                 QByteArray("pct: " + config.toUtf8() + ": warning: is a document of the Pelix PDF Editor")),
+             result.err.constData());
 
     const ExpandedPackage made(build.output);
     QCOMPARE(made.setting(preferencePath(text("StartPage"), text("Mode"))), QByteArray("0"));

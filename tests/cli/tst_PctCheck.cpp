@@ -131,7 +131,7 @@ void tst_PctCheck::refusesWhatIsNoPackage()
     TestFiles::write(path, content);
     const PctResult result = check(runner, "editor", path);
     QVERIFY2(result.isOneLineRefusal(), result.err.constData());
-    QVERIFY2(result.err.startsWith("pct: " + path.toUtf8() + ": "), result.err.constData());
+    QVERIFY2(result.err.startsWith(QByteArray("pct: " + path.toUtf8() + ": ")), result.err.constData());
     QVERIFY(check(runner, "editor", runner.file(QString())).isOneLineRefusal());
     QVERIFY(check(runner, "editor", runner.file(text("missing.pkg"))).isOneLineRefusal());
 }

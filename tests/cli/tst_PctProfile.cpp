@@ -242,7 +242,7 @@ void tst_PctProfile::installedProfilesThatCannotBeListedAreAFailure()
     runner.replaceTool(text("profiles"), script);
     const PctResult result = runner.makeProfile(true, {text("--installed")});
     QVERIFY2(result.isOneLineRefusal() &&
-                 result.err.contains("cannot be listed (/usr/bin/profiles " + cause + ")"),
+                 result.err.contains(QByteArray("cannot be listed (/usr/bin/profiles " + cause + ")")),
              result.err.constData());
     QVERIFY(!QFile::exists(runner.output()));
 }

@@ -153,7 +153,8 @@ void tst_PctReproducible::aBadDateIsRefused()
                              QStringList{QStringLiteral("--force")}};
     const PctResult result = runner.run(build.arguments());
     QVERIFY2(result.isOneLineRefusal(), result.err.constData());
-    QVERIFY2(result.err.contains("SOURCE_DATE_EPOCH: \"" + date.toLatin1() + '"'), result.err.constData());
+    QVERIFY2(result.err.contains(QByteArray("SOURCE_DATE_EPOCH: \"" + date.toLatin1() + '"')),
+             result.err.constData());
     QCOMPARE(TestFiles::read(output), QByteArrayLiteral("old"));
     QVERIFY(runner.temporaryLeftovers().isEmpty());
 }

@@ -90,7 +90,7 @@ void tst_PctSigning::identitiesThatCannotBeListedAreAFailure()
         runner.replaceTool(text("security"), script);
     for (const QStringList &options : {QStringList(), QStringList{text("--json")}}) {
         const PctResult listed = runner.run(QStringList{text("identities")} + options);
-        QVERIFY2(listed.isOneLineRefusal() && listed.err.contains(cause + ")"),
+        QVERIFY2(listed.isOneLineRefusal() && listed.err.contains(QByteArray(cause + ")")),
                  QByteArray(listed.out + listed.err).constData());
     }
 }

@@ -120,7 +120,7 @@ void tst_PctTools::aMissingToolIsNamed()
     const BuildCommand build{true, runner.samplePackage(true), runner.file(text("out.pkg")), {}};
     const PctResult result = runner.run(build.arguments());
     QVERIFY2(result.isOneLineRefusal(), result.err.constData());
-    QVERIFY2(result.err.startsWith("pct: " + tool.toUtf8() + ": this command was not found"),
+    QVERIFY2(result.err.startsWith(QByteArray("pct: " + tool.toUtf8() + ": this command was not found")),
              result.err.constData());
     QCOMPARE(runner.temporaryLeftovers(), QStringList());
 }

@@ -39,7 +39,7 @@ private slots:
     {
         QFETCH(bool, editor);
         const auto plugins = CCommon::EditorXmlReadPluginsTemplate(editor);
-        QTEST(plugins.size(), "rows");
+        QTEST(int(plugins.size()), "rows");
         QSet<QString> paths;
         for (const _EditorXmlPuginData_ &plugin : plugins) {
             QVERIFY(!plugin.name.isEmpty());

@@ -59,7 +59,7 @@ Result run(const QString &tool, const QStringList &arguments, const QString &fol
 
 bool hasOneMessage(const Result &result, const QString &tool)
 {
-    return result.errors.startsWith(tool.toUtf8() + ": ") && result.errors.count('\n') == 1 &&
+    return result.errors.startsWith(QByteArray(tool.toUtf8() + ": ")) && result.errors.count('\n') == 1 &&
            result.errors.endsWith('\n');
 }
 

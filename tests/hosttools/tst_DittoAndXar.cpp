@@ -189,7 +189,7 @@ void tst_DittoAndXar::sayHowTheyAreUsed()
     QFETCH(QString, tool);
     const ToolRun::Result result = ToolRun::run(tool, {QStringLiteral("-f")});
     QCOMPARE(result.exitCode, 2);
-    QVERIFY(result.errors.startsWith("usage: " + tool.toUtf8()));
+    QVERIFY(result.errors.startsWith(QByteArray("usage: " + tool.toUtf8())));
 }
 
 QTEST_GUILESS_MAIN(tst_DittoAndXar)

@@ -247,7 +247,7 @@ void tst_PkgutilExpand::refusesHostileAndDamagedPackages()
     const ToolRun::Result result = expand(m_hostile.filePath(variant), at("out"));
     QCOMPARE(result.exitCode, 1);
     QVERIFY2(ToolRun::hasOneMessage(result, QStringLiteral("pkgutil")), result.errors.constData());
-    QVERIFY(result.errors.contains("/" + variant.toUtf8() + ": "));
+    QVERIFY(result.errors.contains(QByteArray("/" + variant.toUtf8() + ": ")));
     QVERIFY(timer.elapsed() < 30000);
     // Nothing outside the folder, and of the folder nothing either.
     QCOMPARE(ToolRun::namesIn(m_folder->path()), QStringList({QStringLiteral("outside")}));

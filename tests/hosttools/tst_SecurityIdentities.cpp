@@ -79,7 +79,7 @@ void tst_SecurityIdentities::requireFound(const ToolRun::Result &result, const Q
     QCOMPARE(result.exitCode, 0);
     QCOMPARE(result.errors, QByteArray());
     QCOMPARE(result.output.count('\n'), 2);
-    QVERIFY2(result.output.contains(" \"" + name + "\"\n     1 valid identities found\n"),
+    QVERIFY2(result.output.contains(QByteArray(" \"" + name + "\"\n     1 valid identities found\n")),
              result.output.constData());
 }
 
@@ -266,7 +266,7 @@ void tst_SecurityIdentities::warnsOfAKeyThatOthersCanRead()
     const ToolRun::Result result = find();
     QVERIFY(result.output.contains("\"Exposed\""));
     QVERIFY(ToolRun::hasOneMessage(result, QStringLiteral("security")));
-    QVERIFY(result.errors.contains('/' + keyFile + ':'));
+    QVERIFY(result.errors.contains(QByteArray('/' + keyFile + ':')));
 }
 
 void tst_SecurityIdentities::keepsAHostileNameOnItsLine()

@@ -206,8 +206,7 @@ private slots:
         const EditorXmlData data = RecordSamples::everythingChanged();
         const QString path = folder.filePath(QStringLiteral("a.mobileconfig"));
         TestFiles::write(path, CocoaCalls::generateProfile(&data, true).toUtf8());
-        const QString grammar = QFINDTESTDATA("../data/propertylist.rng");
-        QVERIFY(!grammar.isEmpty());
+        const QString grammar = QStringLiteral(PCT_PROPERTY_LIST_GRAMMAR);
         TestFiles::outputOf(QStringLiteral("xmllint"), {QStringLiteral("--noout"), QStringLiteral("--nonet"),
                                                         QStringLiteral("--relaxng"), grammar, path});
         const QByteArray binary =

@@ -32,7 +32,7 @@ QByteArray entityBomb()
         entities += "<!ENTITY e" + QByteArray::number(i) + " \"" + use.repeated(10) + "\">";
     }
     return QByteArray(profileFile(editorBundle))
-        .replace("<plist", entities + "]><plist")
+        .replace("<plist", QByteArray(entities + "]><plist"))
         .replace("Org", "&e11;");
 }
 

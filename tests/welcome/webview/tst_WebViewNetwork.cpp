@@ -123,7 +123,7 @@ void tst_WebViewNetwork::noPageReachesTheNetwork()
     const Listener server(SOCK_STREAM);
     const QByteArray port = QByteArray::number(server.port());
     HelpPages pages;
-    pages.open(body.replace("HOST", "127.0.0.1:" + port).replace("PORT", port));
+    pages.open(body.replace("HOST", QByteArray("127.0.0.1:" + port)).replace("PORT", port));
     QTest::qWait(500);
     QVERIFY(!server.wasReached());
     QVERIFY(pages.opened.isEmpty());

@@ -12,11 +12,17 @@ namespace {
 
 constexpr int longestWait = 5000; ///< milliseconds
 
+bool isCollection(const QVariant &result)
+{
+    // Not by asking what it converts to: Qt 6 makes a list even of a text.
+    return result.userType() == QMetaType::QVariantList || result.userType() == QMetaType::QVariantMap;
+}
+
 std::optional<QString> textOf(const QVariant &result)
 {
     if (!result.isValid() || result.isNull())
         return std::nullopt;
-    if (result.canConvert<QString>() && !result.canConvert<QVariantList>())
+    if (!isCollection(result))
         return result.toString();
     return QString::fromUtf8(QJsonDocument::fromVariant(result).toJson(QJsonDocument::Compact));
 }
