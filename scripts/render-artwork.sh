@@ -33,7 +33,7 @@ target_of() {
 picture_sources() {
     for svg in artwork/*.svg; do
         case $svg in
-        artwork/waiting.svg | artwork/app-icon-small.svg) ;;
+        artwork/waiting.svg | artwork/app-icon*.svg) ;;
         *) echo "$svg" ;;
         esac
     done
