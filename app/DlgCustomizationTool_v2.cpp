@@ -9,6 +9,7 @@
 #include "config/CCommon.h"
 #include "config/EditorXmlData.h"
 #include "pages/ICutsomizationHandler.h"
+#include "pages/SharpPicture.h"
 #include "ui_DlgCustomizationTool_v2.h"
 #include "welcome/tab_import_xml.h"
 #include "welcome/tab_userguide.h"
@@ -30,6 +31,7 @@ DlgCustomizationTool_v2::DlgCustomizationTool_v2(bool bEditor, PCW_CONFIGTYPE co
     , m_bEditor(bEditor)
 {
     m_ui->setupUi(this);
+    showSharpPicture(m_ui->label_pct_icon, QStringLiteral(":/img/pct.png"));
     styleToolBar();
     if (configType == PCW_CONFIG_PROFILE)
         styleToolBarForProfile();

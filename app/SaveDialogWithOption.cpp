@@ -4,6 +4,33 @@
 #include <QCheckBox>
 #include <QFileInfo>
 #include <QGridLayout>
+#include <QLabel>
+
+#include <utility>
+
+namespace {
+
+constexpr QSize initialSize(780, 480); // wide enough for the columns of the list
+
+/// Before the buttons, as its place asks for. Through the button box's proxy Tab would pass by everything
+/// between the file's name and the buttons.
+void putIntoTabOrder(const QFileDialog &dialog, QWidget *option)
+{
+    dialog.findChild<QWidget *>(QStringLiteral("buttonBox"))->setFocusProxy(nullptr);
+    QWidget::setTabOrder(dialog.findChild<QWidget *>(QStringLiteral("fileTypeCombo")), option);
+}
+
+/// For those who hear the dialog rather than see it.
+void nameFields(const QFileDialog &dialog)
+{
+    const std::pair<const char *, const char *> fields[] = {{"lookInLabel", "lookInCombo"},
+                                                            {"fileTypeLabel", "fileTypeCombo"}};
+    for (const auto &[label, field] : fields)
+        dialog.findChild<QLabel *>(QLatin1String(label))
+            ->setBuddy(dialog.findChild<QWidget *>(QLatin1String(field)));
+}
+
+} // namespace
 
 SaveDialogWithOption::SaveDialogWithOption(QWidget *parent, const QString &proposedFile,
                                            const QString &filter)
@@ -13,8 +40,11 @@ SaveDialogWithOption::SaveDialogWithOption(QWidget *parent, const QString &propo
     setOption(DontUseNativeDialog);
     setAcceptMode(AcceptSave);
     selectFile(proposedFile);
+    resize(initialSize);
     auto *grid = qobject_cast<QGridLayout *>(layout());
     grid->addWidget(m_option, grid->rowCount(), 0, 1, -1);
+    putIntoTabOrder(*this, m_option);
+    nameFields(*this);
 }
 
 void SaveDialogWithOption::setOptionText(const QString &text)

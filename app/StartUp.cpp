@@ -5,29 +5,7 @@
 #include "app/DlgCustomizationTool_v2.h"
 #include "app/RegisterPages.h"
 
-#include <QApplication>
-#include <QProxyStyle>
-
-namespace {
-
-class PlainDialogButtons : public QProxyStyle
-{
-public:
-    int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
-                  QStyleHintReturn *data) const override
-    {
-        return hint == SH_DialogButtonBox_ButtonsHaveIcons
-                   ? 0
-                   : QProxyStyle::styleHint(hint, option, widget, data);
-    }
-};
-
-} // namespace
-
-void useApplicationLook()
-{
-    QApplication::setStyle(new PlainDialogButtons);
-}
+#include <memory>
 
 DlgCustomizationTool_v2 *makeChosenWindow()
 {

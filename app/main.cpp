@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "app/ApplicationLook.h"
 #include "app/DlgCustomizationTool_v2.h"
 #include "app/Logging.h"
 #include "app/OpenRequests.h"
@@ -10,7 +11,6 @@
 #include "resources/Resources.h"
 
 #include <QApplication>
-#include <QIcon>
 #include <QLoggingCategory>
 
 int main(int argc, char *argv[])
@@ -26,7 +26,6 @@ int main(int argc, char *argv[])
         qCWarning(logApp).noquote()
             << QStringLiteral("PCT_LANGUAGE: no translation into \"%1\"").arg(language);
     QtCompatibility::useHighDpiPixmaps();
-    QApplication::setWindowIcon(QIcon(QStringLiteral(":/img/app-icon.png")));
     useApplicationLook();
     HostPaths::putStandInsFirst();
 

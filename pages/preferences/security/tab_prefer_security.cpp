@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "pages/preferences/security/tab_prefer_security.h"
 
+#include "pages/SharpPicture.h"
 #include "ui_tab_prefer_security.h"
 
 tab_prefer_security::tab_prefer_security(QWidget *parent)
@@ -8,6 +9,8 @@ tab_prefer_security::tab_prefer_security(QWidget *parent)
     , m_ui(std::make_unique<Ui::tab_prefer_security>())
 {
     m_ui->setupUi(this);
+    for (QLabel *icon : {m_ui->info, m_ui->info2})
+        showSharpPicture(icon, QStringLiteral(":/img/info.png"));
 }
 
 tab_prefer_security::~tab_prefer_security() = default;
