@@ -1,0 +1,179 @@
+// SPDX-License-Identifier: Apache-2.0
+// Runs once for each scale factor, which a process cannot change.
+#include "app/ApplicationLook.h"
+#include "resources/Resources.h"
+#include "tests/app/looks/Clipping.h"
+#include "tests/app/looks/Dialogs.h"
+#include "tests/app/looks/PseudoLanguage.h"
+#include "tests/app/looks/ShownTexts.h"
+#include "tests/app/looks/WindowTour.h"
+
+#include <QtTest>
+#include <QtWidgets>
+
+namespace {
+
+/// In which language and direction the windows are looked at.
+struct Reading
+{
+    Reading(bool isLong, bool fromTheRight)
+    {
+        QApplication::setLayoutDirection(fromTheRight ? Qt::RightToLeft : Qt::LeftToRight);
+        if (isLong)
+            QCoreApplication::installTranslator(&m_language);
+    }
+    ~Reading()
+    {
+        QApplication::setLayoutDirection(Qt::LeftToRight);
+        QCoreApplication::removeTranslator(&m_language);
+    }
+    Q_DISABLE_COPY(Reading)
+
+private:
+    PseudoLanguage m_language;
+};
+
+QStringList labelled(const QString &label, QStringList complaints)
+{
+    for (QString &complaint : complaints)
+        complaint.prepend(label + QStringLiteral(": "));
+    return complaints;
+}
+
+QStringList clippedAt(QWidget &window, QSize size)
+{
+    window.resize(size);
+    QTest::qWait(1);
+    const QString label = QStringLiteral("%1 x %2").arg(window.width()).arg(window.height());
+    return labelled(label, clippedIn(window));
+}
+
+/// At the smallest size that the window takes and at one that fills a screen.
+QStringList clippedAtAnySize(QWidget &window)
+{
+    return clippedAt(window, QSize()) + clippedAt(window, {1500, 1100});
+}
+
+/// What comes from the product that is configured, or from whoever uses the tool, is not translated.
+bool isData(const ShownText &text)
+{
+    const QWidget *widget = text.widget;
+    const QWidget *view = widget->parentWidget();
+    return qobject_cast<const QTreeWidget *>(view) || qobject_cast<const QTableView *>(view) ||
+           qobject_cast<const QTextEdit *>(view) || widget->parent()->inherits("PXCheckBox") ||
+           (qobject_cast<const QLineEdit *>(widget) &&
+            !qobject_cast<const QLineEdit *>(widget)->text().isEmpty());
+}
+
+QStringList untranslatedIn(QWidget &window)
+{
+    QStringList complaints;
+    for (const ShownText &text : shownTextsIn(window)) {
+        if (!isData(text) && !text.text.contains(QLatin1Char('[')))
+            complaints += QStringLiteral("\"%1\" is not translated").arg(text.text);
+    }
+    return complaints;
+}
+
+void addReadingRows()
+{
+    QTest::addColumn<bool>("isLong");
+    QTest::addColumn<bool>("fromTheRight");
+    QTest::newRow("English") << false << false;
+    QTest::newRow("a long language") << true << false;
+    QTest::newRow("from right to left") << false << true;
+    QTest::newRow("a long language from right to left") << true << true;
+}
+
+} // namespace
+
+class tst_Layout : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        initPctResources();
+        QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
+        QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+        useApplicationLook();
+    }
+
+    void nothingInTheWindowIsClipped_data() { addReadingRows(); }
+    void nothingInTheWindowIsClipped();
+    void nothingInTheDialogsIsClipped_data() { addReadingRows(); }
+    void nothingInTheDialogsIsClipped();
+    void everyTextIsTranslated_data() { addChoiceRows(); }
+    void everyTextIsTranslated();
+    void theWindowIsMirroredFromTheRight();
+};
+
+void tst_Layout::nothingInTheWindowIsClipped()
+{
+    QFETCH(bool, isLong);
+    QFETCH(bool, fromTheRight);
+    const Reading reading(isLong, fromTheRight);
+    QStringList complaints;
+    for (const PCW_CONFIGTYPE type : {PCW_CONFIG_PACKAGE, PCW_CONFIG_PROFILE}) {
+        // The Reader's pages are some of the Editor's.
+        WindowTour tour({true, type});
+        QVERIFY(tour.open());
+        for (const TourStop &stop : tour.stops()) {
+            stop.show();
+            complaints += labelled(stop.name, clippedAtAnySize(tour.window()));
+        }
+    }
+    QVERIFY2(complaints.isEmpty(), qPrintable(complaints.join(QLatin1Char('\n'))));
+}
+
+void tst_Layout::nothingInTheDialogsIsClipped()
+{
+    QFETCH(bool, isLong);
+    QFETCH(bool, fromTheRight);
+    const Reading reading(isLong, fromTheRight);
+    const QTemporaryDir folder;
+    QStringList complaints;
+    for (const DialogKind &kind : everyDialog(folder.path())) {
+        const std::unique_ptr<QDialog> dialog = kind.make();
+        dialog->show();
+        QVERIFY(QTest::qWaitForWindowExposed(dialog.get()));
+        complaints += labelled(kind.name, clippedIn(*dialog));
+    }
+    QVERIFY2(complaints.isEmpty(), qPrintable(complaints.join(QLatin1Char('\n'))));
+}
+
+void tst_Layout::everyTextIsTranslated()
+{
+    QFETCH(Choice, choice);
+    const Reading reading(true, false);
+    WindowTour tour(choice);
+    QVERIFY(tour.open());
+    QStringList complaints;
+    for (const TourStop &stop : tour.stops()) {
+        stop.show();
+        complaints += labelled(stop.name, untranslatedIn(tour.window()));
+    }
+    for (const char *dialog : {"chooser", "about", "identifier-question"}) {
+        const std::unique_ptr<QDialog> shown = makeDialog(QLatin1String(dialog), QString());
+        shown->show();
+        complaints += labelled(QLatin1String(dialog), untranslatedIn(*shown));
+    }
+    QVERIFY2(complaints.isEmpty(), qPrintable(complaints.join(QLatin1Char('\n'))));
+}
+
+void tst_Layout::theWindowIsMirroredFromTheRight()
+{
+    const Reading reading(false, true);
+    WindowTour tour({});
+    QVERIFY(tour.open());
+    const DlgCustomizationTool_v2 &window = tour.window();
+    const auto leftOf = [&window](const QWidget *widget) { return widget->mapTo(&window, QPoint()).x(); };
+    const QWidget *column = window.findChild<QWidget *>(QStringLiteral("widget_category"));
+    QCOMPARE(leftOf(column) + column->width(), window.width());
+    QVERIFY(leftOf(tour.tool("tb_open")) > leftOf(tour.tool("tb_save")));
+    QVERIFY(leftOf(tour.tool("tb_save")) > leftOf(tour.tool("tb_info")));
+}
+
+QTEST_MAIN(tst_Layout)
+#include "tst_Layout.moc"

@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: Apache-2.0
+// screenshots FOLDER: writes a picture of everything that the tool shows into the folder, from the real
+// windows filled with sample settings.
+#include "app/ApplicationLook.h"
+#include "app/CPDF_Waiting.h"
+#include "resources/Resources.h"
+#include "tests/app/looks/Dialogs.h"
+#include "tests/app/looks/WindowTour.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QLabel>
+#include <QLoggingCategory>
+#include <QMovie>
+#include <QTest>
+#include <QToolButton>
+#include <QTreeWidget>
+
+#include <cstdio>
+
+namespace {
+
+class Album
+{
+public:
+    explicit Album(const QString &folder)
+        : m_folder(folder)
+    {
+        m_folder.mkpath(QStringLiteral("."));
+    }
+
+    void add(QWidget &window, const QString &name)
+    {
+        window.show();
+        window.activateWindow();
+        if (!QTest::qWaitForWindowActive(&window))
+            qFatal("%s does not come", qPrintable(name));
+        // What has the focus depends on what was shown before.
+        if (!window.isModal() && QApplication::focusWidget())
+            QApplication::focusWidget()->clearFocus();
+        QTest::qWait(20);
+        const QString file = m_folder.filePath(name + QStringLiteral(".png"));
+        if (!window.grab().save(file))
+            qFatal("cannot write %s", qPrintable(file));
+        std::puts(qPrintable(file));
+    }
+
+private:
+    QDir m_folder;
+};
+
+/// Every page: those of a profile differ in what opens the work and in the toolbar only.
+void addPages(Album &album, Choice choice, const QString &prefix, const QStringList &wanted = {})
+{
+    WindowTour tour(choice);
+    tour.open();
+    for (const TourStop &stop : tour.stops()) {
+        stop.show();
+        for (QTreeWidget *tree : tour.window().findChildren<QTreeWidget *>())
+            tree->expandToDepth(1);
+        if (wanted.isEmpty() || wanted.contains(stop.name))
+            album.add(tour.window(), prefix + stop.name);
+    }
+}
+
+void addHelp(Album &album)
+{
+    WindowTour tour({});
+    tour.open();
+    for (const TourStop &stop : tour.stops())
+        stop.show();
+    tour.tool("tb_info")->click();
+    album.add(tour.window(), QStringLiteral("help-panel"));
+}
+
+/// The window as it stands while a package is built.
+void addWaiting(Album &album)
+{
+    WindowTour tour({});
+    tour.open();
+    for (const TourStop &stop : tour.stops())
+        stop.show();
+    tour.window().setEnabled(false);
+    auto *waiting = tour.window().findChild<CPDF_Waiting *>();
+    waiting->start();
+    QMovie *movie = waiting->findChild<QLabel *>()->movie();
+    movie->setPaused(true);
+    movie->jumpToFrame(0);
+    album.add(tour.window(), QStringLiteral("waiting"));
+    waiting->stop();
+}
+
+/// A folder whose contents are the same on every machine.
+QString deploymentFolder()
+{
+    const QString folder = QDir::tempPath() + QStringLiteral("/Deployment");
+    const QString package = folder + QStringLiteral("/Pelix PDF Editor.pkg");
+    TestFiles::write(package, QByteArray());
+    QFile file(package);
+    if (!file.resize(120 << 20) || !file.open(QIODevice::ReadWrite))
+        qFatal("cannot make %s", qPrintable(package));
+    file.setFileTime(QDateTime(QDate(2026, 1, 15), QTime(12, 0)), QFileDevice::FileModificationTime);
+    return folder;
+}
+
+void addDialogs(Album &album)
+{
+    for (const DialogKind &kind : everyDialog(deploymentFolder())) {
+        const std::unique_ptr<QDialog> dialog = kind.make();
+        dialog->setModal(true);
+        album.add(*dialog, kind.name);
+    }
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
+    initPctResources();
+    QApplication application(argc, argv);
+    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    useApplicationLook();
+
+    Album album(QCoreApplication::arguments().value(1));
+    addPages(album, {true, PCW_CONFIG_PACKAGE}, QString());
+    addPages(album, {false, PCW_CONFIG_PACKAGE}, QStringLiteral("reader-"));
+    const QStringList ofProfiles = {QStringLiteral("welcome"), QStringLiteral("preferences-security")};
+    addPages(album, {true, PCW_CONFIG_PROFILE}, QStringLiteral("profile-"), ofProfiles);
+    addPages(album, {false, PCW_CONFIG_PROFILE}, QStringLiteral("reader-profile-"), ofProfiles);
+    addHelp(album);
+    addWaiting(album);
+    addDialogs(album);
+}
