@@ -21,6 +21,8 @@
 #include <QStackedLayout>
 #include <QThread>
 
+#include <algorithm>
+
 using namespace ToolBarLook;
 
 EditorXmlData *const DlgCustomizationTool_v2::m_pEditorXmlData = &theEditorXmlData;
@@ -144,7 +146,8 @@ QToolButton *DlgCustomizationTool_v2::CreateTabButton(const std::shared_ptr<ICut
 
     QVBoxLayout *column = m_ui->verticalLayout_category;
     column->removeItem(m_ui->verticalSpacer);
-    column->insertWidget(handler->GetTabId(), button);
+    // Not beyond the end, where Qt 6 would write outside its list.
+    column->insertWidget(std::min(handler->GetTabId(), column->count()), button);
     column->addItem(m_ui->verticalSpacer);
     return button;
 }
