@@ -8,6 +8,8 @@
 #include <QStackedLayout>
 #include <QToolButton>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int subPageCount = 2;
@@ -61,7 +63,9 @@ QToolButton *tab_ribbonset::CreateTabButton(const std::shared_ptr<IRibbonSetHand
     button->setCheckable(true);
     button->setFocusPolicy(Qt::StrongFocus);
     m_tabButtons->addButton(button, handler->GetTabId());
-    m_ui->horizontalLayout_tabs->insertWidget(handler->GetTabId(), button);
+    QBoxLayout *row = m_ui->horizontalLayout_tabs;
+    // Not beyond the end, where Qt 6 would write outside its list.
+    row->insertWidget(std::min(handler->GetTabId(), row->count()), button);
     return button;
 }
 
