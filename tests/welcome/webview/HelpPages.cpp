@@ -76,21 +76,29 @@ QString HelpPages::address(const QString &name, const QString &anchor) const
 QString HelpPages::add(const QString &name, const QByteArray &body)
 {
     TestFiles::write(path(name), "<!DOCTYPE html><html><head><meta charset=\"utf-8\"></head><body>" + body +
-                                     "<script>window.complete = true;</script></body></html>");
+                                     "<script>window.complete = " + QByteArray::number(++m_written) +
+                                     "</script></body></html>");
     return address(name);
 }
 
 void HelpPages::open(const QByteArray &body)
 {
-    openAddress(add(QStringLiteral("Page.html"), body));
+    const QString wanted = add(QStringLiteral("Page.html"), body);
+    view->loadRequest(wanted);
+    // A page of this address may be there already.
+    waitFor(QStringLiteral("location.href == '%1' && window.complete == %2").arg(wanted).arg(m_written));
 }
 
 void HelpPages::openAddress(const QString &wanted)
 {
     view->loadRequest(wanted);
-    QTRY_VERIFY_WITH_TIMEOUT(in(QStringLiteral("location.href == '%1' && !!window.complete").arg(wanted)) ==
-                                 QLatin1String("true"),
-                             60000);
+    waitFor(QStringLiteral("location.href == '%1' && !!window.complete").arg(wanted));
+}
+
+void HelpPages::waitFor(const QString &condition)
+{
+    const auto holds = [&] { return in(condition) == QLatin1String("true"); };
+    QVERIFY2(QTest::qWaitFor(holds, 60000), qPrintable(condition));
 }
 
 QString HelpPages::in(const QString &script)

@@ -65,4 +65,9 @@ public:
 
 public slots:
     void noteOpened(const QUrl &url);
+
+private:
+    void waitFor(const QString &condition);
+
+    int m_written = 0; ///< pages, each of which knows its number
 };

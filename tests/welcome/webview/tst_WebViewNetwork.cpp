@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "tests/support/TestFiles.h"
 #include "tests/welcome/webview/HelpPages.h"
 
 #include <QtTest>
@@ -73,6 +74,8 @@ private slots:
     void filesOfTheFolderAreThere();
     void filesOutsideOfTheFolderAreNot_data();
     void filesOutsideOfTheFolderAreNot();
+    void scriptsDoNotReadFilesOutsideOfTheFolder_data();
+    void scriptsDoNotReadFilesOutsideOfTheFolder();
     void theEnvironmentIsLeftAsItWas();
 };
 
@@ -176,6 +179,32 @@ void tst_WebViewNetwork::filesOutsideOfTheFolderAreNot()
     pages.open("<script src='" + place + "' onerror='window.refused = true'></script>");
     QTRY_COMPARE(pages.in(QStringLiteral("window.refused")), QStringLiteral("true"));
     QCOMPARE(pages.in(QStringLiteral("typeof window.read")), QStringLiteral("undefined"));
+}
+
+void tst_WebViewNetwork::scriptsDoNotReadFilesOutsideOfTheFolder_data()
+{
+    QTest::addColumn<QByteArray>("attempt");
+    QTest::newRow("request") << QByteArray(
+        "r = new XMLHttpRequest; r.onload = () => got = r.responseText;"
+        "r.onloadend = () => tried = true; r.open('GET', 'FILE'); r.send()");
+    QTest::newRow("fetch") << QByteArray("fetch('FILE').then(r => r.text()).then(t => got = t)"
+                                         ".catch(() => 0).then(() => tried = true)");
+    QTest::newRow("frame") << QByteArray(
+        "f = document.createElement('iframe'); f.src = 'FILE';"
+        "document.body.append(f); setTimeout(() => { tried = true; "
+        "got = f.contentDocument && f.contentDocument.body.innerText }, 500)");
+}
+
+void tst_WebViewNetwork::scriptsDoNotReadFilesOutsideOfTheFolder()
+{
+    QFETCH(QByteArray, attempt);
+    HelpPages pages;
+    const QString secret = pages.folder.filePath(QStringLiteral("secret.txt"));
+    TestFiles::write(secret, "secret");
+    pages.open("<script>try { " + attempt.replace("FILE", QUrl::fromLocalFile(secret).toEncoded()) +
+               " } catch (e) { tried = true }</script>");
+    QTRY_COMPARE(pages.in(QStringLiteral("window.tried")), QStringLiteral("true"));
+    QVERIFY2(!pages.in(QStringLiteral("'' + window.got")).contains(QLatin1String("secret")), "it was read");
 }
 
 void tst_WebViewNetwork::theEnvironmentIsLeftAsItWas()

@@ -16,6 +16,8 @@
 #include <QWebEngineScript>
 #include <QWebEngineScriptCollection>
 
+#include <utility>
+
 namespace {
 
 constexpr int longestCall = 1 << 20; ///< characters in all its texts
@@ -154,15 +156,21 @@ bool CustomAiWebView::acceptNavigationRequest(const QUrl &url, NavigationType ty
 bool CustomAiWebView::mayShow(const QUrl &url, NavigationType type)
 {
     // The network is closed to pages, so a link into the web is a wish for the browser.
-    if (isWebAddress(url) && type == NavigationTypeLinkClicked) {
+    const bool isClicked = takeClickedLink(url);
+    if (isWebAddress(url) && isClicked) {
         openOutside(url);
         return false;
     }
-    const bool isWanted = type == NavigationTypeTyped || type == NavigationTypeLinkClicked;
+    const bool isWanted = type == NavigationTypeTyped || isClicked;
     const bool isThere = m_network.allows(url) && isReadablePage(url);
     if (!isThere && isWanted)
         fail();
     return isThere;
+}
+
+bool CustomAiWebView::takeClickedLink(const QUrl &url)
+{
+    return std::exchange(m_clickedLink, {}) == url.toString(QUrl::FullyEncoded);
 }
 
 void CustomAiWebView::openOutside(const QUrl &url)
@@ -175,8 +183,9 @@ QWebEnginePage *CustomAiWebView::createWindow(WebWindowType)
 {
     qCDebug(logWebEngine, "webView:(WebView *)sender decidePolicyForNewWindowAction {}");
     return new RefusedWindow(profile(), this, [this](const QUrl &url) {
-        if (isWebAddress(url) || url.scheme() == QLatin1String("mailto") ||
-            (m_network.allows(url) && url.isLocalFile()))
+        const bool opensElsewhere = isWebAddress(url) || url.scheme() == QLatin1String("mailto") ||
+                                    (m_network.allows(url) && url.isLocalFile());
+        if (takeClickedLink(url) && opensElsewhere)
             openOutside(url);
     });
 }
@@ -200,6 +209,8 @@ QString CustomAiWebView::answerToScript(const QString &call)
         return target()->DispatchFun(text(1), text(2), text(3)).toString();
     if (method == QLatin1String("DispatchFunAsync"))
         return target()->DispatchFunAsync(text(1), text(2), text(3), text(4)).toString();
+    if (method == QLatin1String("linkClicked"))
+        m_clickedLink = text(1);
     if (method == QLatin1String("resourceFailed"))
         target()->loadError();
     return {};

@@ -48,6 +48,8 @@ private:
     void pageShown();
     void fail();
     bool mayShow(const QUrl &url, NavigationType type);
+    /// Whether a click of the user on a link asks for the address; true once for each click.
+    bool takeClickedLink(const QUrl &url);
     void openOutside(const QUrl &url);
     QString answerToScript(const QString &call);
 
@@ -55,6 +57,7 @@ private:
     const QPointer<QObject> m_guard;
     const LocalPagesOnly &m_network;
     const QString m_bridgeKey;
+    QString m_clickedLink; ///< encoded
     RateLimit m_opened;
     RateLimit m_consoleLines;
     bool m_shown = false;

@@ -30,12 +30,14 @@ void EngineBackend::setUpProfile()
     using Settings = QWebEngineSettings;
     for (const Settings::WebAttribute unwanted :
          {Settings::ErrorPageEnabled, Settings::PluginsEnabled, Settings::PdfViewerEnabled,
-          Settings::LocalContentCanAccessRemoteUrls, Settings::LocalContentCanAccessFileUrls,
-          Settings::JavascriptCanOpenWindows, Settings::JavascriptCanAccessClipboard,
-          Settings::HyperlinkAuditingEnabled, Settings::DnsPrefetchEnabled, Settings::AutoLoadIconsForPage,
-          Settings::FullScreenSupportEnabled, Settings::ScreenCaptureEnabled, Settings::WebGLEnabled})
+          Settings::LocalContentCanAccessRemoteUrls, Settings::JavascriptCanOpenWindows,
+          Settings::JavascriptCanAccessClipboard, Settings::HyperlinkAuditingEnabled,
+          Settings::DnsPrefetchEnabled, Settings::AutoLoadIconsForPage, Settings::FullScreenSupportEnabled,
+          Settings::ScreenCaptureEnabled, Settings::WebGLEnabled})
         settings->setAttribute(unwanted, false);
     settings->setAttribute(Settings::LocalStorageEnabled, true);
+    // Without it Qt 6 does not even follow a link to the next page. The interceptor limits it to the folder.
+    settings->setAttribute(Settings::LocalContentCanAccessFileUrls, true);
     settings->setAttribute(Settings::WebRTCPublicInterfacesOnly, true);
     settings->setAttribute(Settings::FocusOnNavigationEnabled, false);
 }

@@ -3,19 +3,18 @@
 
 #include <QTimer>
 
-RefusedWindow::RefusedWindow(QWebEngineProfile *profile, QObject *parent, LinkClicked linkClicked)
+RefusedWindow::RefusedWindow(QWebEngineProfile *profile, QObject *parent, Wanted wanted)
     : QWebEnginePage(profile, parent)
-    , m_linkClicked(std::move(linkClicked))
+    , m_wanted(std::move(wanted))
 {
     // Also when no address follows.
     constexpr int longestWait = 5000;
     QTimer::singleShot(longestWait, this, &QObject::deleteLater);
 }
 
-bool RefusedWindow::acceptNavigationRequest(const QUrl &url, NavigationType type, bool)
+bool RefusedWindow::acceptNavigationRequest(const QUrl &url, NavigationType, bool)
 {
-    if (type == NavigationTypeLinkClicked)
-        m_linkClicked(url);
+    m_wanted(url);
     deleteLater();
     return false;
 }

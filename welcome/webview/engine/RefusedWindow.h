@@ -12,14 +12,14 @@ class RefusedWindow : public QWebEnginePage
     Q_OBJECT
 
 public:
-    using LinkClicked = std::function<void(const QUrl &url)>;
+    using Wanted = std::function<void(const QUrl &url)>;
 
-    /// `linkClicked` is told the address if a click on a link asked for the window.
-    RefusedWindow(QWebEngineProfile *profile, QObject *parent, LinkClicked linkClicked);
+    /// `wanted` is told the address that the window would show.
+    RefusedWindow(QWebEngineProfile *profile, QObject *parent, Wanted wanted);
 
 protected:
     bool acceptNavigationRequest(const QUrl &url, NavigationType type, bool isMainFrame) override;
 
 private:
-    const LinkClicked m_linkClicked;
+    const Wanted m_wanted;
 };

@@ -40,6 +40,15 @@ function (key, callsPerSecond, longestCall) {
     window.prompt = () => null;
     window.addEventListener("beforeunload", event => event.stopImmediatePropagation(), true);
 
+    // Whether the user or a script follows a link is told apart by some versions of the engine only.
+    function tellClickedLink(event) {
+        const link = event.isTrusted && event.target.closest && event.target.closest("a[href], area[href]");
+        if (link)
+            send("linkClicked", text(link.href), "", "", "");
+    }
+    window.addEventListener("click", tellClickedLink, true);
+    window.addEventListener("auxclick", tellClickedLink, true);
+
     window.addEventListener("error", event => {
         if (event.target !== window)
             send("resourceFailed", "", "", "", "");
