@@ -22,6 +22,14 @@ void HelpPanel::load(const QUrl &address)
         m_view->loadRequest(m_address.toString(QUrl::FullyEncoded));
 }
 
+void HelpPanel::moveEvent(QMoveEvent *event)
+{
+    QWidget::moveEvent(event);
+    // A splitter closes the panel by moving it out of sight, where Tab would still lead to its page.
+    if (m_view)
+        m_view->setVisible(parentWidget()->rect().intersects(geometry()));
+}
+
 void HelpPanel::paintEvent(QPaintEvent *event)
 {
     QWidget::paintEvent(event);

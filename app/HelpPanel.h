@@ -20,6 +20,7 @@ public:
     void load(const QUrl &address);
 
 protected:
+    void moveEvent(QMoveEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:

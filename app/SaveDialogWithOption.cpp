@@ -4,7 +4,9 @@
 #include <QCheckBox>
 #include <QFileInfo>
 #include <QGridLayout>
+#include <QHeaderView>
 #include <QLabel>
+#include <QTreeView>
 
 #include <utility>
 
@@ -18,6 +20,15 @@ void putIntoTabOrder(const QFileDialog &dialog, QWidget *option)
 {
     dialog.findChild<QWidget *>(QStringLiteral("buttonBox"))->setFocusProxy(nullptr);
     QWidget::setTabOrder(dialog.findChild<QWidget *>(QStringLiteral("fileTypeCombo")), option);
+}
+
+/// Qt gives the columns beside the name a width that cuts sizes and dates off.
+void fitColumns(const QFileDialog &dialog)
+{
+    QHeaderView *header = dialog.findChild<QTreeView *>(QStringLiteral("treeView"))->header();
+    header->setSectionResizeMode(0, QHeaderView::Stretch);
+    for (int column = 1; column < header->count(); ++column)
+        header->setSectionResizeMode(column, QHeaderView::ResizeToContents);
 }
 
 /// For those who hear the dialog rather than see it.
@@ -45,6 +56,7 @@ SaveDialogWithOption::SaveDialogWithOption(QWidget *parent, const QString &propo
     grid->addWidget(m_option, grid->rowCount(), 0, 1, -1);
     putIntoTabOrder(*this, m_option);
     nameFields(*this);
+    fitColumns(*this);
 }
 
 void SaveDialogWithOption::setOptionText(const QString &text)
