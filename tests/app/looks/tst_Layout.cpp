@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Runs once for each scale factor, which a process cannot change.
 #include "app/ApplicationLook.h"
+#include "core/QtCompatibility.h"
 #include "resources/Resources.h"
 #include "tests/app/looks/Clipping.h"
 #include "tests/app/looks/Dialogs.h"
@@ -96,7 +97,7 @@ private slots:
     {
         initPctResources();
         QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
-        QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+        QtCompatibility::useHighDpiPixmaps();
         useApplicationLook();
     }
 

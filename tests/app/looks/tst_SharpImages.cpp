@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Runs on a screen with two pixels to the point.
 #include "app/ApplicationLook.h"
+#include "core/QtCompatibility.h"
 #include "resources/Resources.h"
 #include "tests/app/looks/Controls.h"
 #include "tests/app/looks/Dialogs.h"
@@ -91,7 +92,7 @@ QPixmap pixmapOf(const QWidget &widget)
     if (const auto *label = qobject_cast<const QLabel *>(&widget))
         return label->pixmap(Qt::ReturnByValue);
     const auto *button = qobject_cast<const QAbstractButton *>(&widget);
-    return button ? button->icon().pixmap(widget.window()->windowHandle(), button->iconSize()) : QPixmap();
+    return button ? button->icon().pixmap(button->iconSize()) : QPixmap();
 }
 
 QStringList blurredIn(QWidget &window, int *found)
@@ -120,7 +121,7 @@ private slots:
     {
         initPctResources();
         QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
-        QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+        QtCompatibility::useHighDpiPixmaps();
         useApplicationLook();
         QCOMPARE(qApp->devicePixelRatio(), 2.0);
     }

@@ -3,9 +3,11 @@
 // windows filled with sample settings.
 #include "app/ApplicationLook.h"
 #include "app/CPDF_Waiting.h"
+#include "core/QtCompatibility.h"
 #include "resources/Resources.h"
 #include "tests/app/looks/Dialogs.h"
 #include "tests/app/looks/WindowTour.h"
+#include "welcome/webview/WebViewInQt.h"
 
 #include <QApplication>
 #include <QDir>
@@ -49,11 +51,12 @@ private:
     QDir m_folder;
 };
 
-/// Every page: those of a profile differ in what opens the work and in the toolbar only.
+/// The wanted stops, or every one: those of a profile differ in what opens the work and in the toolbar only.
 void addPages(Album &album, Choice choice, const QString &prefix, const QStringList &wanted = {})
 {
     WindowTour tour(choice);
-    tour.open();
+    if (!tour.open())
+        qFatal("the window does not come");
     for (const TourStop &stop : tour.stops()) {
         stop.show();
         for (QTreeWidget *tree : tour.window().findChildren<QTreeWidget *>())
@@ -63,23 +66,50 @@ void addPages(Album &album, Choice choice, const QString &prefix, const QStringL
     }
 }
 
-void addHelp(Album &album)
+void visitAll(WindowTour &tour)
 {
-    WindowTour tour({});
-    tour.open();
+    if (!tour.open())
+        qFatal("the window does not come");
     for (const TourStop &stop : tour.stops())
         stop.show();
+}
+
+/// Waits until the help that is shown has been drawn.
+void waitForHelp(const DlgCustomizationTool_v2 &window)
+{
+    const QString script = QStringLiteral("document.readyState");
+    const auto isLoaded = [&] {
+        auto *view = window.findChild<WebViewInQt *>();
+        return view && view->runJavascript(script) == QLatin1String("complete");
+    };
+    if (!QTest::qWaitFor(isLoaded, 30'000))
+        qFatal("the help does not come");
+    QTest::qWait(1000);
+}
+
+void addHelpPanel(Album &album)
+{
+    WindowTour tour({});
+    visitAll(tour);
     tour.tool("tb_info")->click();
+    waitForHelp(tour.window());
     album.add(tour.window(), QStringLiteral("help-panel"));
+}
+
+void addGuide(Album &album)
+{
+    WindowTour tour({});
+    visitAll(tour);
+    tour.window().ShowUserGuide();
+    waitForHelp(tour.window());
+    album.add(tour.window(), QStringLiteral("guide"));
 }
 
 /// The window as it stands while a package is built.
 void addWaiting(Album &album)
 {
     WindowTour tour({});
-    tour.open();
-    for (const TourStop &stop : tour.stops())
-        stop.show();
+    visitAll(tour);
     tour.window().setEnabled(false);
     auto *waiting = tour.window().findChild<CPDF_Waiting *>();
     waiting->start();
@@ -119,7 +149,7 @@ int main(int argc, char *argv[])
     QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
     initPctResources();
     QApplication application(argc, argv);
-    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QtCompatibility::useHighDpiPixmaps();
     useApplicationLook();
 
     Album album(QCoreApplication::arguments().value(1));
@@ -128,7 +158,8 @@ int main(int argc, char *argv[])
     const QStringList ofProfiles = {QStringLiteral("welcome"), QStringLiteral("preferences-security")};
     addPages(album, {true, PCW_CONFIG_PROFILE}, QStringLiteral("profile-"), ofProfiles);
     addPages(album, {false, PCW_CONFIG_PROFILE}, QStringLiteral("reader-profile-"), ofProfiles);
-    addHelp(album);
+    addHelpPanel(album);
+    addGuide(album);
     addWaiting(album);
     addDialogs(album);
 }
