@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QFontDatabase>
+#include <QLabel>
 #include <QPainter>
 #include <QProxyStyle>
 #include <QStyleOption>
@@ -82,12 +83,22 @@ public:
     }
 };
 
+/// What a style sheet makes of the font's name without quotes: Qt takes "Text" for one of its own words.
+QString unquotedFontName()
+{
+    QLabel label;
+    label.setStyleSheet(QStringLiteral("font-family: SF Pro Text;"));
+    label.ensurePolished();
+    return label.font().family();
+}
+
 /// The forms ask for the font by the name that few systems know it under.
 void useSystemFontAsSubstitute()
 {
     const QFont system = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
-    QFont::insertSubstitutions(QStringLiteral("SF Pro Text"), {QStringLiteral(".AppleSystemUIFont"),
-                                                               QStringLiteral("Inter"), system.family()});
+    for (const QString &name : {QStringLiteral("SF Pro Text"), unquotedFontName()})
+        QFont::insertSubstitutions(
+            name, {QStringLiteral(".AppleSystemUIFont"), QStringLiteral("Inter"), system.family()});
 }
 
 QFont applicationFont()

@@ -76,6 +76,18 @@ QStringList untranslatedIn(QWidget &window)
     return complaints;
 }
 
+QStringList inAnotherFontIn(QWidget &window)
+{
+    const QString wanted = QFontInfo(QApplication::font()).family();
+    QStringList complaints;
+    for (const ShownText &text : shownTextsIn(window)) {
+        const QString font = QFontInfo(text.widget->font()).family();
+        if (font != wanted)
+            complaints += QStringLiteral("\"%1\" is in %2").arg(text.text, font);
+    }
+    return complaints;
+}
+
 void addReadingRows()
 {
     QTest::addColumn<bool>("isLong");
@@ -107,6 +119,8 @@ private slots:
     void nothingInTheDialogsIsClipped();
     void everyTextIsTranslated_data() { addChoiceRows(); }
     void everyTextIsTranslated();
+    void everyTextIsInOneFont_data() { addChoiceRows(); }
+    void everyTextIsInOneFont();
     void theWindowIsMirroredFromTheRight();
 };
 
@@ -161,6 +175,19 @@ void tst_Layout::everyTextIsTranslated()
         complaints += labelled(QLatin1String(dialog), untranslatedIn(*shown));
     }
     QVERIFY2(complaints.isEmpty(), qPrintable(complaints.join(QLatin1Char('\n'))));
+}
+
+void tst_Layout::everyTextIsInOneFont()
+{
+    QFETCH(Choice, choice);
+    WindowTour tour(choice);
+    QVERIFY(tour.open());
+    QStringList complaints;
+    for (const TourStop &stop : tour.stops()) {
+        stop.show();
+        complaints += labelled(stop.name, inAnotherFontIn(tour.window()));
+    }
+    QCOMPARE(complaints.join(QLatin1Char('\n')), QString());
 }
 
 void tst_Layout::theWindowIsMirroredFromTheRight()
