@@ -25,9 +25,14 @@ void HelpPanel::load(const QUrl &address)
 void HelpPanel::moveEvent(QMoveEvent *event)
 {
     QWidget::moveEvent(event);
-    // A splitter closes the panel by moving it out of sight, where Tab would still lead to its page.
     if (m_view)
-        m_view->setVisible(parentWidget()->rect().intersects(geometry()));
+        m_view->setVisible(isOpen());
+}
+
+bool HelpPanel::isOpen() const
+{
+    // A splitter closes the panel by moving it out of sight, where Tab would still lead to its page.
+    return parentWidget()->rect().intersects(geometry());
 }
 
 void HelpPanel::paintEvent(QPaintEvent *event)
@@ -40,7 +45,8 @@ void HelpPanel::paintEvent(QPaintEvent *event)
 
 void HelpPanel::makeView()
 {
-    if (m_view)
+    // Meanwhile it may have been closed again.
+    if (m_view || !isOpen())
         return;
     m_view = new WebViewInQt(this);
     m_view->SetWebViewHandler(m_handler);

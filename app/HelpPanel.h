@@ -25,6 +25,7 @@ protected:
 
 private:
     void makeView();
+    bool isOpen() const;
 
     IWebViewHandler *const m_handler;
     WebViewInQt *m_view = nullptr;
