@@ -12,7 +12,16 @@ namespace {
 
 void press(Qt::Key key)
 {
-    QTest::keyClick(QApplication::focusWidget(), key);
+    if (QWidget *focus = QApplication::focusWidget())
+        QTest::keyClick(focus, key);
+}
+
+/// A menu that closes takes the display's focus with it, and the window has it again a moment later.
+bool takesFocus(QWidget *control)
+{
+    control->activateWindow();
+    control->setFocus(Qt::TabFocusReason);
+    return QTest::qWaitFor([control] { return control->hasFocus(); });
 }
 
 bool toggles(QAbstractButton *button)
@@ -37,13 +46,15 @@ bool isPressed(QAbstractButton *button)
 
 bool opensItsMenu(QToolButton *button)
 {
+    QMenu *menu = button->menu();
     bool opened = false;
-    QTimer::singleShot(50, button, [&] {
-        opened = QApplication::activePopupWidget();
-        if (opened)
-            QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
-    });
+    const auto noting = QObject::connect(menu, &QMenu::aboutToShow, button, [&opened] { opened = true; });
+    // Again and again, because what opens the menu goes on only after it is closed.
+    QTimer closing;
+    closing.callOnTimeout(menu, &QMenu::close);
+    closing.start(20);
     press(Qt::Key_Space);
+    QObject::disconnect(noting);
     return opened;
 }
 
@@ -104,7 +115,8 @@ bool changes(QAbstractItemView *view)
 
 bool changesByKeys(QWidget *control)
 {
-    control->setFocus(Qt::TabFocusReason);
+    if (!takesFocus(control))
+        return false;
     if (auto *button = qobject_cast<QAbstractButton *>(control))
         return changes(button);
     if (auto *box = qobject_cast<QComboBox *>(control))

@@ -21,19 +21,23 @@ QWidget *focus()
 
 void press(Qt::Key key)
 {
-    QTest::keyClick(focus(), key);
+    if (focus())
+        QTest::keyClick(focus(), key);
 }
 
 /// What Tab leads to from a widget until it is back there.
 QWidgetList tabChain(QWidget *first)
 {
+    first->activateWindow();
     first->setFocus(Qt::TabFocusReason);
-    QWidgetList chain = {focus()};
+    if (!QTest::qWaitFor([first] { return first->hasFocus(); }))
+        QTest::qFail("the focus is not taken", __FILE__, __LINE__);
+    QWidgetList chain = {first};
     for (int i = 0; i < tooManySteps; ++i) {
         press(Qt::Key_Tab);
         if (focus() == first)
             return chain;
-        if (focus()->visibleRegion().isEmpty()) {
+        if (!focus() || focus()->visibleRegion().isEmpty()) {
             QTest::qFail(qPrintable(callOf(focus()) + QStringLiteral(" is out of sight")), __FILE__,
                          __LINE__);
             return chain;
