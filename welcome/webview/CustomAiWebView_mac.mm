@@ -12,6 +12,13 @@ bool isCancelled(NSError *error)
     return [[error domain] isEqualToString:NSURLErrorDomain] && [error code] == -999;
 }
 
+/// Whether an address is reached without the network.
+bool isLocal(NSURL *url)
+{
+    NSSet *schemes = [NSSet setWithObjects:@"file", @"data", @"about", @"blob", nil];
+    return [schemes containsObject:[[url scheme] lowercaseString]];
+}
+
 NSString *addressOf(WebFrame *frame)
 {
     return [[[[frame dataSource] request] URL] absoluteString];
@@ -106,6 +113,21 @@ void openOutside(NSURL *url)
     const AutoreleaseScope scope;
     if ([self target] && frame == [sender mainFrame] && !isCancelled(error))
         [self target]->pageAvailable(false);
+}
+
+/// Pages do not reach the network: nil cancels the request.
+- (NSURLRequest *)webView:(WebView *)sender
+                 resource:(id)identifier
+          willSendRequest:(NSURLRequest *)request
+         redirectResponse:(NSURLResponse *)response
+           fromDataSource:(WebDataSource *)dataSource
+{
+    (void)sender;
+    (void)identifier;
+    (void)response;
+    (void)dataSource;
+    const AutoreleaseScope scope;
+    return isLocal([request URL]) ? request : nil;
 }
 
 - (void)webView:(WebView *)sender
