@@ -61,16 +61,14 @@ endfunction()
 file(WRITE "${CMAKE_BINARY_DIR}/tests/GNUstep.conf" "GNUSTEP_USER_DEFAULTS_DIR=${CMAKE_BINARY_DIR}/tests/defaults\n")
 file(MAKE_DIRECTORY "${CMAKE_BINARY_DIR}/tests/defaults")
 
-# pct_add_test(NAME SOURCES file... LINK library... [GUI] [TIMEOUT seconds] [LABELS label...])
+# pct_add_test(NAME SOURCES file... LINK library... [GUI] [LABELS label...])
 # A Qt Test program run by ctest. GUI tests run in a real window system under xvfb-run; all others
-# use the offscreen platform and need no display. Time limits are generous: they catch hangs, not slowness.
+# use the offscreen platform and need no display. The time limit is generous: it catches hangs, not slowness.
 function(pct_add_test name)
-    cmake_parse_arguments(ARG "GUI" "TIMEOUT" "SOURCES;LINK;LABELS" ${ARGN})
-    if(NOT ARG_TIMEOUT)
-        set(ARG_TIMEOUT 120)
-    endif()
+    cmake_parse_arguments(ARG "GUI" "" "SOURCES;LINK;LABELS" ${ARGN})
+    set(time_limit 400)
     if(PCT_SANITIZE)
-        math(EXPR ARG_TIMEOUT "${ARG_TIMEOUT} * 5")
+        set(time_limit 1200)
     endif()
     add_executable(${name} ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE Qt::Test Qt::Widgets ${ARG_LINK})
@@ -90,7 +88,7 @@ function(pct_add_test name)
     endif()
     add_test(NAME ${name} COMMAND ${command})
     set_tests_properties(${name} PROPERTIES
-        TIMEOUT ${ARG_TIMEOUT} LABELS "${ARG_LABELS}" ENVIRONMENT "${environment}"
+        TIMEOUT ${time_limit} LABELS "${ARG_LABELS}" ENVIRONMENT "${environment}"
         ENVIRONMENT_MODIFICATION "SOURCE_DATE_EPOCH=unset:;PCT_LANGUAGE=unset:")
 endfunction()
 

@@ -15,7 +15,7 @@ foreach(major 5 6)
 endforeach()
 
 if(PCT_QT${PCT_QT_MAJOR}_HEADERS)
-    pct_add_test(tst_AppleSyntax SOURCES tst_AppleSyntax.cpp LINK pct::testsupport TIMEOUT 300)
+    pct_add_test(tst_AppleSyntax SOURCES tst_AppleSyntax.cpp LINK pct::testsupport)
     target_compile_definitions(tst_AppleSyntax PRIVATE
         PCT_SOURCE_DIR="${CMAKE_SOURCE_DIR}" PCT_QT_HEADERS="${PCT_QT${PCT_QT_MAJOR}_HEADERS}")
 endif()
