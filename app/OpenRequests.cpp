@@ -63,7 +63,8 @@ void OpenRequests::openLater()
 
 void OpenRequests::openNow()
 {
-    if (m_path.isEmpty() || !m_window || !m_window->isEnabled() || QApplication::activeModalWidget())
+    auto *window = qobject_cast<DlgCustomizationTool_v2 *>(m_window.data());
+    if (m_path.isEmpty() || !window || !window->isEnabled() || QApplication::activeModalWidget())
         return;
-    m_window->openPath(std::exchange(m_path, QString()));
+    window->openPath(std::exchange(m_path, QString()));
 }

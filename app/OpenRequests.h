@@ -31,5 +31,5 @@ private:
     void openNow();
 
     QString m_path;
-    QPointer<DlgCustomizationTool_v2> m_window;
+    QPointer<QObject> m_window; ///< also seen while it goes, when it is no such window any more
 };
