@@ -3,6 +3,7 @@
 
 #include "core/PrintableText.h"
 #include "welcome/Logging.h"
+#include "welcome/webview/BridgeLimits.h"
 #include "welcome/webview/IWebViewHandler.h"
 #include "welcome/webview/WebBackend.h"
 
@@ -15,9 +16,7 @@
 
 namespace {
 
-constexpr int callsPerSecond = 100;
-constexpr int longestCall = 1 << 20; ///< UTF-16 units in all its texts
-constexpr int longestLogged = 1024;  ///< the same, in one line of the log
+constexpr int longestLogged = 1024; ///< UTF-16 units in one line of the log
 constexpr int firstLoadSeconds = 15;
 
 const QLatin1String refused("{ ret:999 }");
@@ -32,7 +31,7 @@ void logValue(const char *prefix, const QString &value)
 
 WebViewInQt::WebViewInQt(QWidget *parent)
     : QWidget(parent)
-    , m_calls(callsPerSecond)
+    , m_calls(BridgeLimits::callsPerSecond)
     , m_pages(new QStackedLayout(this))
     , m_message(new QLabel(tr("The help page is not available."), this))
     , m_backend(makeWebBackend(this, this))
@@ -139,7 +138,7 @@ bool WebViewInQt::admits(const QStringList &values)
                   "A help page calls too often: its calls are refused for the rest of the second.");
     if (!inTime)
         return false;
-    const bool isShort = values.join(QString()).size() <= longestCall;
+    const bool isShort = values.join(QString()).size() <= BridgeLimits::longestCall;
     if (!isShort)
         qCWarning(logWelcome, "A help page called with too much text: the call is refused.");
     return isShort;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "welcome/webview/engine/CustomAiWebView.h"
 
+#include "welcome/webview/BridgeLimits.h"
 #include "welcome/webview/engine/LocalPagesOnly.h"
 #include "welcome/webview/engine/Logging.h"
 #include "welcome/webview/engine/RefusedWindow.h"
@@ -20,8 +21,6 @@
 
 namespace {
 
-constexpr int longestCall = 1 << 20; ///< characters in all its texts
-constexpr int callsPerSecond = 100;
 constexpr int opensPerSecond = 3;
 constexpr int consoleLinesPerSecond = 20;
 constexpr int longestConsoleLine = 1024; ///< characters
@@ -51,8 +50,8 @@ QString bridgeSource(const QString &key)
     QFile file(QStringLiteral(":/webview/external.js"));
     file.open(QIODevice::ReadOnly);
     return QStringLiteral("(%1)(\"%2\", %3, %4);")
-        .arg(QString::fromUtf8(file.readAll()), key, QString::number(callsPerSecond),
-             QString::number(longestCall));
+        .arg(QString::fromUtf8(file.readAll()), key, QString::number(BridgeLimits::callsPerSecond),
+             QString::number(BridgeLimits::longestCall));
 }
 
 } // namespace
