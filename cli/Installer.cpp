@@ -2,26 +2,20 @@
 #include "cli/Installer.h"
 
 #include "cli/HostCommands.h"
+#include "cli/InputFile.h"
 #include "cli/Product.h"
 #include "config/CCommon.h"
 #include "core/Command.h"
 #include "core/SafeFile.h"
 
-#include <QFile>
-#include <QFileInfo>
-
 namespace {
 
 Verdict fileProblem(const QString &package)
 {
-    const QFileInfo info(package);
-    if (!info.exists())
-        return Problem{package, QStringLiteral("does not exist; give the vendor's installer package")};
-    if (!info.isFile())
-        return Problem{package, QStringLiteral("is not a regular file; give the vendor's installer package")};
-    if (!info.isReadable())
-        return Problem{package, QStringLiteral("cannot be read; check its permissions")};
-    if (!looksLikePackage(package))
+    if (Verdict problem =
+            wrongFile(package, FileKind::Package, QStringLiteral("the vendor's installer package")))
+        return problem;
+    if (kindOfFile(package) != FileKind::Package)
         return Problem{package,
                        QStringLiteral("is not an installer package; give the vendor's installer package")};
     return missingCommand({QStringLiteral("pkgutil"), QStringLiteral("installer"), QStringLiteral("sed"),
@@ -65,12 +59,6 @@ Verdict contentProblem(const QString &package, const PackageInspection &inspecti
 }
 
 } // namespace
-
-bool looksLikePackage(const QString &path)
-{
-    QFile file(path);
-    return QFileInfo(path).isFile() && file.open(QIODevice::ReadOnly) && file.read(4) == "xar!";
-}
 
 InstallerCheck checkInstaller(const QString &package, const Product &product, const QString &emptyFolder)
 {

@@ -17,9 +17,6 @@ struct InstallerCheck
     std::optional<PackageInspection> inspection; ///< there even for some packages that are refused
 };
 
-/// Whether the file is a regular one that begins as every flat package does (a xar archive).
-bool looksLikePackage(const QString &path);
-
 /// Looks at a file that is to be the installer of the product. `emptyFolder` belongs to the caller. Its
 /// time does not depend on the package's size.
 InstallerCheck checkInstaller(const QString &package, const Product &product, const QString &emptyFolder);

@@ -4,7 +4,11 @@
 #include "core/SafeFile.h"
 #include "package/BuildPaths.h"
 
+#include <QFile>
 #include <QFileInfo>
+
+#include <cerrno>
+#include <unistd.h>
 
 namespace {
 
@@ -33,12 +37,12 @@ bool isFileName(const QString &name)
 
 QString folderProblem(const QString &path)
 {
-    const QFileInfo folder(folderOf(path));
-    if (!folder.isDir())
+    const QByteArray folder = QFile::encodeName(folderOf(path) + QLatin1Char('/'));
+    if (::access(folder.constData(), W_OK | X_OK) == 0)
+        return {};
+    if (errno == ENOENT || errno == ENOTDIR)
         return QStringLiteral("its folder does not exist; make the folder first");
-    if (!folder.isWritable())
-        return QStringLiteral("its folder cannot be written; change its permissions or use another one");
-    return {};
+    return QStringLiteral("its folder cannot be written; change its permissions or use another one");
 }
 
 QString targetProblem(const QString &path, bool force)
@@ -55,9 +59,10 @@ QString targetProblem(const QString &path, bool force)
     case SafeFile::Kind::Folder:
         return QStringLiteral("is a folder; give the name of a file in it");
     case SafeFile::Kind::Other:
-        return QStringLiteral("is not a regular file; give another path");
+        break;
     }
-    return {};
+    return QFileInfo::exists(path) ? QStringLiteral("is not a regular file; give another path")
+                                   : folderProblem(path);
 }
 
 } // namespace

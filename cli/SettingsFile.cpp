@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/SettingsFile.h"
 
+#include "cli/InputFile.h"
 #include "cli/Installer.h"
 #include "cli/PrivateFolder.h"
 #include "cli/Product.h"
@@ -10,9 +11,6 @@
 #include "profile/ProfileDocument.h"
 
 #include <QDomDocument>
-#include <QFile>
-#include <QFileInfo>
-#include <QXmlStreamReader>
 
 namespace {
 
@@ -74,33 +72,7 @@ Verdict readPackage(const QString &path, SettingsFile &file)
     return problem;
 }
 
-QByteArray beginningOf(const QString &path)
-{
-    constexpr qint64 enoughForTheRootElement = 64 * 1024;
-    QFile file(path);
-    const bool readable = QFileInfo(path).isFile() && file.open(QIODevice::ReadOnly);
-    return readable ? file.read(enoughForTheRootElement) : QByteArray();
-}
-
-/// A signed message is one ASN.1 sequence, too long for a length in one byte.
-bool startsAsSignedMessage(const QByteArray &start)
-{
-    return start.size() > 1 && start.at(0) == '\x30' && (start.at(1) & 0x80) != 0;
-}
-
-/// Whether the file is a property list, XML or binary, or a signed message around one.
-bool looksLikeProfile(const QString &path)
-{
-    const QByteArray start = beginningOf(path);
-    if (startsAsSignedMessage(start) || start.startsWith("bplist"))
-        return true;
-    QXmlStreamReader xml(start.trimmed());
-    return xml.readNextStartElement() && xml.name() == QLatin1String("plist");
-}
-
-} // namespace
-
-Verdict readDocument(const QString &path, SettingsFile &file)
+Verdict parseDocument(const QString &path, SettingsFile &file)
 {
     file.kind = QStringLiteral("document");
     QString error;
@@ -111,7 +83,7 @@ Verdict readDocument(const QString &path, SettingsFile &file)
         QStringLiteral("is no configuration document (%1); give one that this tool has made").arg(error)};
 }
 
-Verdict readProfileFile(const QString &path, SettingsFile &file)
+Verdict parseProfile(const QString &path, SettingsFile &file)
 {
     file.kind = QStringLiteral("profile");
     file.settings = EditorXmlData();
@@ -125,9 +97,31 @@ Verdict readProfileFile(const QString &path, SettingsFile &file)
     return std::nullopt;
 }
 
+} // namespace
+
+Verdict readDocument(const QString &path, SettingsFile &file)
+{
+    const Verdict problem = wrongFile(path, FileKind::Document, QStringLiteral("a configuration document"));
+    return problem ? problem : parseDocument(path, file);
+}
+
+Verdict readProfileFile(const QString &path, SettingsFile &file)
+{
+    const Verdict problem = wrongFile(path, FileKind::Profile, QStringLiteral("a configuration profile"));
+    return problem ? problem : parseProfile(path, file);
+}
+
 Verdict readSettings(const QString &path, SettingsFile &file)
 {
-    if (looksLikePackage(path))
+    if (Verdict problem =
+            unreadable(path, QStringLiteral("a configuration document, a profile or a customized package")))
+        return problem;
+    switch (kindOfFile(path)) {
+    case FileKind::Package:
         return readPackage(path, file);
-    return looksLikeProfile(path) ? readProfileFile(path, file) : readDocument(path, file);
+    case FileKind::Profile:
+        return parseProfile(path, file);
+    default:
+        return parseDocument(path, file);
+    }
 }

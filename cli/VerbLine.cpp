@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/VerbLine.h"
 
+#include "cli/NearestWord.h"
 #include "cli/Product.h"
 
 #include <QDir>
@@ -23,6 +24,14 @@ QString withoutFullStop(QString text)
 QCommandLineOption helpOption()
 {
     return {{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help and exit.")};
+}
+
+QStringList longNames(const QList<QCommandLineOption> &options)
+{
+    QStringList names{QStringLiteral("help")};
+    for (const QCommandLineOption &option : options)
+        names.append(option.names().last());
+    return names;
 }
 
 } // namespace
@@ -48,6 +57,7 @@ VerbLine::VerbLine(const VerbSyntax &syntax, const QStringList &arguments)
     : m_syntax(syntax)
 {
     m_parser.setApplicationDescription(syntax.description);
+    m_parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
     m_parser.addOptions(syntax.options);
     m_parser.addOption(helpOption());
     for (const Operand &operand : syntax.operands)
@@ -70,14 +80,26 @@ QString VerbLine::helpText() const
 
 QString VerbLine::problem() const
 {
-    if (!m_parsed)
-        return withoutFullStop(m_parser.errorText());
-    QString problem = valueProblem();
+    QString problem = parseProblem();
+    if (problem.isEmpty())
+        problem = valueProblem();
     if (problem.isEmpty())
         problem = operandProblem();
     if (problem.isEmpty() && m_syntax.furtherProblem)
         problem = m_syntax.furtherProblem(*this);
     return problem;
+}
+
+QString VerbLine::parseProblem() const
+{
+    if (m_parsed)
+        return {};
+    const QString unknown = m_parser.unknownOptionNames().value(0);
+    if (unknown.isEmpty())
+        return withoutFullStop(m_parser.errorText());
+    const QString nearest = nearestWord(unknown, longNames(m_syntax.options));
+    const QString problem = QStringLiteral("Unknown option '%1'").arg(unknown);
+    return nearest.isEmpty() ? problem : problem + QStringLiteral(", the nearest is --%1").arg(nearest);
 }
 
 QString VerbLine::valueProblem() const

@@ -38,7 +38,8 @@ QCommandLineOption json();
 QCommandLineOption quiet();
 } // namespace CommonOption
 
-/// One verb's part of the command line, read by its syntax. -h and --help are part of every syntax.
+/// One verb's part of the command line, read by its syntax. -h and --help are part of every syntax. A long
+/// option may have a single dash.
 class VerbLine
 {
 public:
@@ -62,6 +63,7 @@ public:
     const Product &product() const;
 
 private:
+    QString parseProblem() const;
     QString valueProblem() const;
     QString operandProblem() const;
 

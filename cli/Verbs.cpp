@@ -3,6 +3,7 @@
 
 #include "cli/Console.h"
 #include "cli/ExitCode.h"
+#include "cli/NearestWord.h"
 #include "cli/Verb.h"
 #include "core/PrintableText.h"
 
@@ -46,9 +47,21 @@ int wrongUsage(const QString &subject, const QString &problem, const QString &he
     return ExitCode::usage;
 }
 
+QString nearestVerb(const QString &name)
+{
+    QStringList known{QStringLiteral("help"), QStringLiteral("--help"), QStringLiteral("--version")};
+    for (const Verb &verb : verbs())
+        known.append(verb.name);
+    return nearestWord(name, known);
+}
+
 int unknownVerb(const QString &name, Console &console)
 {
-    return wrongUsage(name, QStringLiteral("there is no such verb"), QStringLiteral("pct help"), console);
+    const QString nearest = nearestVerb(name);
+    QString problem = QStringLiteral("there is no such verb");
+    if (!nearest.isEmpty())
+        problem += QStringLiteral(", the nearest is \"%1\"").arg(nearest);
+    return wrongUsage(name, problem, QStringLiteral("pct help"), console);
 }
 
 int print(const QString &text, Console &console)
@@ -81,6 +94,14 @@ int runHelp(const QStringList &topics, Console &console)
                 : unknownVerb(topics.first(), console);
 }
 
+/// With one dash or two, or by its first letter.
+bool isOption(const QString &argument, QLatin1String name)
+{
+    const QString letter = QString(name).left(1);
+    return argument == QLatin1Char('-') + letter || argument == QLatin1Char('-') + name ||
+           argument == QLatin1String("--") + name;
+}
+
 QString versionText()
 {
     return QStringLiteral("pct %1\n").arg(QCoreApplication::applicationVersion());
@@ -95,9 +116,9 @@ int runPct(const QStringList &arguments, QTextStream &out, QTextStream &err)
     if (first.isEmpty())
         return wrongUsage(QStringLiteral("usage"), QStringLiteral("a verb is missing"),
                           QStringLiteral("pct help"), console);
-    if (first == QLatin1String("-h") || first == QLatin1String("--help"))
+    if (isOption(first, QLatin1String("help")))
         return print(generalHelp(), console);
-    if (first == QLatin1String("-v") || first == QLatin1String("--version"))
+    if (isOption(first, QLatin1String("version")))
         return print(versionText(), console);
     if (first == QLatin1String("help"))
         return runHelp(arguments.mid(1), console);

@@ -52,6 +52,7 @@ void tst_PctCommandLine::helpGoesToStandardOutput_data()
     QTest::addColumn<QByteArray>("start");
     QTest::newRow("--help") << words("--help") << QByteArray("Usage: pct VERB");
     QTest::newRow("-h") << words("-h") << QByteArray("Usage: pct VERB");
+    QTest::newRow("-help") << words("-help") << QByteArray("Usage: pct VERB");
     QTest::newRow("help") << words("help") << QByteArray("Usage: pct VERB");
     QTest::newRow("help check") << words("help check") << QByteArray("Usage: pct check --product");
     QTest::newRow("help build") << words("help build") << QByteArray("Usage: pct build --product");
@@ -61,6 +62,7 @@ void tst_PctCommandLine::helpGoesToStandardOutput_data()
     QTest::newRow("help identities") << words("help identities")
                                      << QByteArray("Usage: pct identities [--json]");
     QTest::newRow("check --help") << words("check --help") << QByteArray("Usage: pct check");
+    QTest::newRow("check -help") << words("check -help") << QByteArray("Usage: pct check");
     QTest::newRow("build -h") << words("build -h") << QByteArray("Usage: pct build");
     QTest::newRow("show --help") << words("show --help") << QByteArray("Usage: pct show");
 }
@@ -90,7 +92,7 @@ void tst_PctCommandLine::helpOfAVerbNamesItsOptions()
 
 void tst_PctCommandLine::versionIsOneLine()
 {
-    for (const auto *option : {"--version", "-v"}) {
+    for (const auto *option : {"--version", "-version", "-v"}) {
         const PctResult result = PctRunner().run(words(option));
         QCOMPARE(result.exitCode, 0);
         QCOMPARE(result.out, QByteArrayLiteral("pct " PCT_VERSION "\n"));
@@ -108,6 +110,13 @@ void tst_PctCommandLine::wrongUsageIsOneLineAndExitCode2_data()
     row("frobnicate", "frobnicate: there is no such verb");
     row("--frobnicate", "there is no such verb");
     row("help frobnicate", "there is no such verb");
+    row("bild", "bild: there is no such verb, the nearest is \"build\"; see \"pct help\"");
+    row("ceck", "the nearest is \"check\"");
+    row("identites", "the nearest is \"identities\"");
+    row("prof", "the nearest is \"profile\"");
+    row("Show a", "the nearest is \"show\"");
+    row("help dif", "the nearest is \"diff\"");
+    row("--verison", "the nearest is \"--version\"");
     row("help check build", "it takes one verb");
     row("check", "--product is missing");
     row("check --product", "Missing value after '--product'");
@@ -116,6 +125,15 @@ void tst_PctCommandLine::wrongUsageIsOneLineAndExitCode2_data()
     row("check --product editor", "PKG is missing");
     row("check --product editor a.pkg b.pkg", "unexpected argument \"b.pkg\"");
     row("check --product editor --force a.pkg", "Unknown option 'force'");
+    row("build --prodcut editor --input a --output b",
+        "build: Unknown option 'prodcut', the nearest is --product; see \"pct help build\"");
+    row("build -prodct editor --input a --output b", "Unknown option 'prodct', the nearest is --product");
+    row("build --keepconfig a", "Unknown option 'keepconfig', the nearest is --keep-config");
+    row("build --conf a", "Unknown option 'conf', the nearest is --config");
+    row("profile --Sign a", "Unknown option 'Sign', the nearest is --sign");
+    row("show --jason a", "Unknown option 'jason', the nearest is --json");
+    row("check -product viewer x.pkg", "editor or reader, not \"viewer\"");
+    row("check -product editor", "PKG is missing");
     row("build --product editor --output b.pkg", "--input is missing");
     row("build --product editor --input a.pkg", "--output is missing");
     row("build --input a.pkg --output b.pkg", "--product is missing");

@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/InputFile.h"
+
+#include "cli/Product.h"
+#include "core/SafeFile.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QXmlStreamReader>
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+/// The text of errno for a file that is there but cannot be read.
+QString outOfReach(const QString &give)
+{
+    const bool forbidden = errno == EACCES || errno == EPERM;
+    const QString advice = forbidden ? QStringLiteral("check its permissions and those of its folders")
+                                     : QStringLiteral("give ") + give;
+    return QStringLiteral("cannot be read (%1); %2")
+        .arg(QString::fromLocal8Bit(std::strerror(errno)), advice);
+}
+
+QString missing(const QString &path, const QString &give)
+{
+    const bool isLink = SafeFile::kindOf(path) == SafeFile::Kind::Link;
+    return (isLink ? QStringLiteral("is a link to what does not exist; give ")
+                   : QStringLiteral("does not exist; give ")) +
+           give;
+}
+
+/// Empty when the file can be opened. A pipe is not opened, because that would wait for its writer.
+QString readProblem(const QString &path, const QString &give)
+{
+    const QByteArray name = QFile::encodeName(path);
+    struct stat status = {};
+    if (::stat(name.constData(), &status) != 0)
+        return errno == ENOENT || errno == ENOTDIR ? missing(path, give) : outOfReach(give);
+    if (S_ISDIR(status.st_mode))
+        return QStringLiteral("is a folder; give ") + give;
+    if (!S_ISREG(status.st_mode))
+        return QStringLiteral("is not a regular file; give ") + give;
+    const int descriptor = ::open(name.constData(), O_RDONLY | O_CLOEXEC);
+    if (descriptor < 0)
+        return outOfReach(give);
+    ::close(descriptor);
+    return {};
+}
+
+QByteArray beginningOf(const QString &path)
+{
+    constexpr qint64 enoughForTheRootElement = 64 * 1024;
+    QFile file(path);
+    const bool readable = QFileInfo(path).isFile() && file.open(QIODevice::ReadOnly);
+    return readable ? file.read(enoughForTheRootElement) : QByteArray();
+}
+
+/// A signed message is one ASN.1 sequence, too long for a length in one byte.
+bool startsAsSignedMessage(const QByteArray &start)
+{
+    return start.size() > 1 && start.at(0) == '\x30' && (start.at(1) & 0x80) != 0;
+}
+
+bool isDocumentRoot(const QString &name)
+{
+    return findProduct(&Product::rootElement, name) != nullptr;
+}
+
+/// What the file is instead of what was wanted, with the option that takes it. Nothing for a file of no known
+/// kind, whose reader says best what is wrong with it.
+Verdict misplaced(const QString &path, FileKind wanted, const QString &give)
+{
+    const FileKind kind = kindOfFile(path);
+    if (kind == wanted || kind == FileKind::Unknown)
+        return std::nullopt;
+    QString found = QStringLiteral("is an installer package, which \"pct build\" takes as --input");
+    if (kind == FileKind::Profile)
+        found = QStringLiteral("is a configuration profile, which \"pct profile\" takes as --from");
+    if (kind == FileKind::Document)
+        found = QStringLiteral("is a configuration document, which \"pct build\" and \"pct profile\" take as "
+                               "--config");
+    return Problem{path, found + QStringLiteral("; give ") + give};
+}
+
+} // namespace
+
+FileKind kindOfFile(const QString &path)
+{
+    const QByteArray start = beginningOf(path);
+    if (start.startsWith("xar!"))
+        return FileKind::Package;
+    if (startsAsSignedMessage(start) || start.startsWith("bplist"))
+        return FileKind::Profile;
+    QXmlStreamReader xml(start.trimmed());
+    if (!xml.readNextStartElement())
+        return FileKind::Unknown;
+    if (xml.name() == QLatin1String("plist"))
+        return FileKind::Profile;
+    return isDocumentRoot(xml.name().toString()) ? FileKind::Document : FileKind::Unknown;
+}
+
+Verdict unreadable(const QString &path, const QString &give)
+{
+    const QString problem = readProblem(path, give);
+    return problem.isEmpty() ? Verdict() : Problem{path, problem};
+}
+
+Verdict wrongFile(const QString &path, FileKind wanted, const QString &give)
+{
+    const Verdict problem = unreadable(path, give);
+    return problem ? problem : misplaced(path, wanted, give);
+}

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/NearestWord.h"
+
+#include <algorithm>
+#include <numeric>
+#include <vector>
+
+namespace {
+
+using Row = std::vector<int>;
+
+/// What the start of the word costs against each start of the known one, from the two rows before.
+Row nextRow(const QString &word, const QString &known, int i, const Row &last, const Row &beforeLast)
+{
+    Row row(last.size(), i);
+    for (int j = 1; j <= known.size(); ++j) {
+        const bool same = word.at(i - 1) == known.at(j - 1);
+        row[j] = std::min({last[j] + 1, row[j - 1] + 1, last[j - 1] + (same ? 0 : 1)});
+        const bool swapped =
+            i > 1 && j > 1 && word.at(i - 1) == known.at(j - 2) && word.at(i - 2) == known.at(j - 1);
+        if (swapped)
+            row[j] = std::min(row[j], beforeLast[j - 2] + 1);
+    }
+    return row;
+}
+
+/// How many letters have to be added, removed, changed or swapped with the next one.
+int editDistance(const QString &word, const QString &known)
+{
+    Row beforeLast;
+    Row last(known.size() + 1);
+    std::iota(last.begin(), last.end(), 0);
+    for (int i = 1; i <= word.size(); ++i) {
+        Row row = nextRow(word, known, i, last, beforeLast);
+        beforeLast = std::move(last);
+        last = std::move(row);
+    }
+    return last.back();
+}
+
+/// What is left out at the end is no mistake, only haste.
+int costOf(const QString &word, const QString &known)
+{
+    const bool isStart = word.size() > 1 && known.startsWith(word);
+    return isStart ? 0 : editDistance(word, known);
+}
+
+} // namespace
+
+QString nearestWord(const QString &word, const QStringList &known)
+{
+    constexpr int longestWord = 64;
+    const QString wanted = word.left(longestWord).toLower();
+    int lowest = 1 + static_cast<int>(wanted.size()) / 3;
+    QString nearest;
+    for (const QString &candidate : known) {
+        const int cost = costOf(wanted, candidate);
+        if (cost > lowest || (cost == lowest && !nearest.isEmpty()))
+            continue;
+        lowest = cost;
+        nearest = candidate;
+    }
+    return nearest;
+}
