@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "welcome/webview/PageRules.h"
+
 #include <QPointer>
 #include <QWidget>
 
@@ -14,10 +16,14 @@ class WebViewTarget;
 @private
     QPointer<QWidget> m_guard;
     WebViewTarget *m_target;
+    PageRules m_rules;
 }
 
 /// `target` is part of `guard` and gets no calls when that is gone.
 - (id)initWithFrame:(NSRect)frame target:(WebViewTarget *)target guard:(QWidget *)guard;
+
+/// Loads a page in the main frame; its folder is what pages see from now on.
+- (void)showPage:(NSURLRequest *)request;
 
 /// A script's result as text; nil when it is null or undefined.
 - (NSString *)resultOf:(NSString *)script;

@@ -5,6 +5,8 @@
 #include "welcome/Logging.h"
 #include "welcome/webview/WebViewTarget.h"
 
+#include <QUrl>
+
 namespace {
 
 bool isCancelled(NSError *error)
@@ -12,11 +14,14 @@ bool isCancelled(NSError *error)
     return [[error domain] isEqualToString:NSURLErrorDomain] && [error code] == -999;
 }
 
-/// Whether an address is reached without the network.
-bool isLocal(NSURL *url)
+QUrl toQUrl(NSURL *url)
 {
-    NSSet *schemes = [NSSet setWithObjects:@"file", @"data", @"about", @"blob", nil];
-    return [schemes containsObject:[[url scheme] lowercaseString]];
+    return QUrl::fromEncoded(toQString([url absoluteString]).toUtf8());
+}
+
+bool isClick(NSDictionary *action)
+{
+    return [[action objectForKey:WebActionNavigationTypeKey] intValue] == WebNavigationTypeLinkClicked;
 }
 
 NSString *addressOf(WebFrame *frame)
@@ -27,11 +32,6 @@ NSString *addressOf(WebFrame *frame)
 void logLine(const char *text, const QString &value = QString())
 {
     qCDebug(logWelcome).noquote().nospace() << text << value;
-}
-
-void openOutside(NSURL *url)
-{
-    [[NSWorkspace sharedWorkspace] openURL:url];
 }
 
 } // namespace
@@ -64,6 +64,18 @@ void openOutside(NSURL *url)
 - (WebViewTarget *)target
 {
     return m_guard.isNull() ? nullptr : m_target;
+}
+
+- (void)showPage:(NSURLRequest *)request
+{
+    m_rules.setPage(toQUrl([request URL]));
+    [[self mainFrame] loadRequest:request];
+}
+
+- (void)openOutside:(NSURL *)url
+{
+    if (m_rules.admitsOpening())
+        [[NSWorkspace sharedWorkspace] openURL:url];
 }
 
 - (NSString *)resultOf:(NSString *)script
@@ -115,7 +127,7 @@ void openOutside(NSURL *url)
         [self target]->pageAvailable(false);
 }
 
-/// Pages do not reach the network: nil cancels the request.
+/// Pages see their folder and nothing else: nil cancels the request.
 - (NSURLRequest *)webView:(WebView *)sender
                  resource:(id)identifier
           willSendRequest:(NSURLRequest *)request
@@ -127,7 +139,7 @@ void openOutside(NSURL *url)
     (void)response;
     (void)dataSource;
     const AutoreleaseScope scope;
-    return isLocal([request URL]) ? request : nil;
+    return m_rules.allowsLoading(toQUrl([request URL])) ? request : nil;
 }
 
 - (void)webView:(WebView *)sender
@@ -155,8 +167,8 @@ void openOutside(NSURL *url)
     (void)name;
     const AutoreleaseScope scope;
     logLine("webView:(WebView *)sender decidePolicyForNewWindowAction {}");
-    if ([[action objectForKey:WebActionNavigationTypeKey] intValue] == WebNavigationTypeLinkClicked)
-        openOutside([request URL]);
+    if (m_rules.toNewWindow(toQUrl([request URL]), isClick(action)) == PageRules::Answer::OpenOutside)
+        [self openOutside:[request URL]];
     [listener ignore];
 }
 
@@ -166,22 +178,25 @@ void openOutside(NSURL *url)
                               frame:(WebFrame *)frame
                    decisionListener:(id<WebPolicyDecisionListener>)listener
 {
-    (void)sender;
-    (void)action;
-    (void)frame;
     const AutoreleaseScope scope;
-    NSURL *url = [request URL];
-    if ([[url scheme] isEqualToString:@"mailto"]) {
-        openOutside(url);
-        [listener ignore];
+    const QUrl url = toQUrl([request URL]);
+    if (!PageRules::isMail(url))
+        [self tellNavigation:toQString([[request URL] absoluteString])];
+    const bool isMainFrame = frame == [sender mainFrame];
+    if (m_rules.toNavigation(url, isClick(action), isMainFrame) == PageRules::Answer::Use) {
+        [listener use];
         return;
     }
-    const QString address = toQString([url absoluteString]);
+    [self openOutside:[request URL]];
+    [listener ignore];
+}
+
+- (void)tellNavigation:(const QString &)address
+{
     logLine("webView:(WebView *)sender decidePolicyForNavigationAction {}");
     logLine("main frame url ", address);
     if ([self target])
         [self target]->decidePolicyForNavigationAction(address);
-    [listener use];
 }
 
 // ---- The scripts' external object ----
@@ -191,6 +206,7 @@ void openOutside(NSURL *url)
     (void)sender;
     (void)frame;
     const AutoreleaseScope scope;
+    [window evaluateWebScript:toNSString(PageRules::closingScript())];
     [window setValue:self forKey:@"external"];
 }
 

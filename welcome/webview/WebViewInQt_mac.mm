@@ -43,7 +43,7 @@ public:
     void load(const QUrl &address, int timeLimit) override
     {
         const AutoreleaseScope scope;
-        [[m_view mainFrame] loadRequest:requestFor(address, timeLimit)];
+        [m_view showPage:requestFor(address, timeLimit)];
     }
 
     void stop() override

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/support/TestFiles.h"
 #include "tests/welcome/webview/HelpPages.h"
+#include "welcome/webview/PageRules.h"
 
 #include <QtTest>
 
@@ -71,6 +72,7 @@ private slots:
     void noPageReachesTheNetwork_data();
     void noPageReachesTheNetwork();
     void noPageAsksForPeers();
+    void theClosingScriptTakesWhatNoRequestShows();
     void filesOfTheFolderAreThere();
     void filesOutsideOfTheFolderAreNot_data();
     void filesOutsideOfTheFolderAreNot();
@@ -146,6 +148,21 @@ void tst_WebViewNetwork::noPageAsksForPeers()
     QTest::qWait(2000);
     QVERIFY(!udp.wasReached());
     QVERIFY(!tcp.wasReached());
+}
+
+void tst_WebViewNetwork::theClosingScriptTakesWhatNoRequestShows()
+{
+    HelpPages pages;
+    pages.open("");
+    const QString left =
+        QStringLiteral("['WebSocket', 'EventSource', 'RTCPeerConnection', 'Worker', 'SharedWorker']"
+                       ".filter(name => typeof window[name] != 'undefined').length");
+    QCOMPARE(pages.in(left), QStringLiteral("5"));
+    pages.in(PageRules::closingScript());
+    QCOMPARE(pages.in(left), QStringLiteral("0"));
+    pages.in(QStringLiteral("window.WebSocket = 1; delete window.Worker"));
+    QCOMPARE(pages.in(left), QStringLiteral("0"));
+    QCOMPARE(pages.in(QStringLiteral("typeof external.DispatchFun")), QStringLiteral("function"));
 }
 
 void tst_WebViewNetwork::filesOfTheFolderAreThere()

@@ -2,9 +2,9 @@
 #include "welcome/webview/engine/CustomAiWebView.h"
 
 #include "welcome/webview/BridgeLimits.h"
-#include "welcome/webview/engine/LocalPagesOnly.h"
 #include "welcome/webview/engine/Logging.h"
 #include "welcome/webview/engine/RefusedWindow.h"
+#include "welcome/webview/PageRules.h"
 #include "welcome/webview/WebViewTarget.h"
 
 #include <QDesktopServices>
@@ -21,14 +21,8 @@
 
 namespace {
 
-constexpr int opensPerSecond = 3;
 constexpr int consoleLinesPerSecond = 20;
 constexpr int longestConsoleLine = 1024; ///< characters
-
-bool isWebAddress(const QUrl &url)
-{
-    return url.scheme() == QLatin1String("http") || url.scheme() == QLatin1String("https");
-}
 
 bool isReadablePage(const QUrl &url)
 {
@@ -57,13 +51,12 @@ QString bridgeSource(const QString &key)
 } // namespace
 
 CustomAiWebView::CustomAiWebView(WebViewTarget *target, QObject *guard, QWebEngineProfile *profile,
-                                 const LocalPagesOnly &network)
+                                 PageRules &rules)
     : QWebEnginePage(profile)
     , m_target(target)
     , m_guard(guard)
-    , m_network(network)
+    , m_rules(rules)
     , m_bridgeKey(QUuid::createUuid().toString())
-    , m_opened(opensPerSecond)
     , m_consoleLines(consoleLinesPerSecond)
 {
     installBridge();
@@ -141,27 +134,29 @@ void CustomAiWebView::fail()
 
 bool CustomAiWebView::acceptNavigationRequest(const QUrl &url, NavigationType type, bool isMainFrame)
 {
-    if (url.scheme() == QLatin1String("mailto")) {
+    const bool isClicked = isMainFrame && takeClickedLink(url);
+    const PageRules::Answer answer = m_rules.toNavigation(url, isClicked, isMainFrame);
+    if (!PageRules::isMail(url))
+        tellNavigation(url);
+    if (answer == PageRules::Answer::OpenOutside) {
         openOutside(url);
         return false;
     }
-    qCDebug(logWebEngine, "webView:(WebView *)sender decidePolicyForNavigationAction {}");
-    qCDebug(logWebEngine).noquote() << "main frame url" << url.toString(QUrl::FullyEncoded);
-    if (target())
-        target()->decidePolicyForNavigationAction(url.toString(QUrl::FullyEncoded));
-    return isMainFrame ? mayShow(url, type) : m_network.allows(url);
+    return isMainFrame ? mayShow(url, isClicked || type == NavigationTypeTyped) : m_rules.allowsLoading(url);
 }
 
-bool CustomAiWebView::mayShow(const QUrl &url, NavigationType type)
+void CustomAiWebView::tellNavigation(const QUrl &url)
 {
-    // The network is closed to pages, so a link into the web is a wish for the browser.
-    const bool isClicked = takeClickedLink(url);
-    if (isWebAddress(url) && isClicked) {
-        openOutside(url);
-        return false;
-    }
-    const bool isWanted = type == NavigationTypeTyped || isClicked;
-    const bool isThere = m_network.allows(url) && isReadablePage(url);
+    const QString address = url.toString(QUrl::FullyEncoded);
+    qCDebug(logWebEngine, "webView:(WebView *)sender decidePolicyForNavigationAction {}");
+    qCDebug(logWebEngine).noquote() << "main frame url" << address;
+    if (target())
+        target()->decidePolicyForNavigationAction(address);
+}
+
+bool CustomAiWebView::mayShow(const QUrl &url, bool isWanted)
+{
+    const bool isThere = m_rules.allowsLoading(url) && isReadablePage(url);
     if (!isThere && isWanted)
         fail();
     return isThere;
@@ -174,7 +169,7 @@ bool CustomAiWebView::takeClickedLink(const QUrl &url)
 
 void CustomAiWebView::openOutside(const QUrl &url)
 {
-    if (m_opened.admits())
+    if (m_rules.admitsOpening())
         QDesktopServices::openUrl(url);
 }
 
@@ -182,9 +177,7 @@ QWebEnginePage *CustomAiWebView::createWindow(WebWindowType)
 {
     qCDebug(logWebEngine, "webView:(WebView *)sender decidePolicyForNewWindowAction {}");
     return new RefusedWindow(profile(), this, [this](const QUrl &url) {
-        const bool opensElsewhere = isWebAddress(url) || url.scheme() == QLatin1String("mailto") ||
-                                    (m_network.allows(url) && url.isLocalFile());
-        if (takeClickedLink(url) && opensElsewhere)
+        if (m_rules.toNewWindow(url, takeClickedLink(url)) == PageRules::Answer::OpenOutside)
             openOutside(url);
     });
 }

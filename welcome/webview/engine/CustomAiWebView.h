@@ -6,7 +6,7 @@
 #include <QPointer>
 #include <QWebEnginePage>
 
-class LocalPagesOnly;
+class PageRules;
 class WebViewTarget;
 
 /// A page that is its own delegate: it decides about navigation and new windows, answers its scripts, and
@@ -17,8 +17,7 @@ class CustomAiWebView : public QWebEnginePage
 
 public:
     /// `target` is part of `guard` and gets no calls when that is gone.
-    CustomAiWebView(WebViewTarget *target, QObject *guard, QWebEngineProfile *profile,
-                    const LocalPagesOnly &network);
+    CustomAiWebView(WebViewTarget *target, QObject *guard, QWebEngineProfile *profile, PageRules &rules);
 
     /// Loads a page, or scrolls to an address within the page that is shown.
     void show(const QUrl &address);
@@ -47,7 +46,8 @@ private:
     void installBridge();
     void pageShown();
     void fail();
-    bool mayShow(const QUrl &url, NavigationType type);
+    void tellNavigation(const QUrl &url);
+    bool mayShow(const QUrl &url, bool isWanted);
     /// Whether a click of the user on a link asks for the address; true once for each click.
     bool takeClickedLink(const QUrl &url);
     void openOutside(const QUrl &url);
@@ -55,10 +55,9 @@ private:
 
     WebViewTarget *const m_target;
     const QPointer<QObject> m_guard;
-    const LocalPagesOnly &m_network;
+    PageRules &m_rules;
     const QString m_bridgeKey;
     QString m_clickedLink; ///< encoded
-    RateLimit m_opened;
     RateLimit m_consoleLines;
     bool m_shown = false;
     bool m_answering = false;

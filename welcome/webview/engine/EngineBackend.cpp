@@ -9,9 +9,10 @@
 #include <QWebEngineSettings>
 
 EngineBackend::EngineBackend(WebViewTarget *target, QWidget *parent)
-    : m_profile(std::make_unique<QWebEngineProfile>()) // without a name it keeps nothing on the disk
+    : m_network(m_rules)
+    , m_profile(std::make_unique<QWebEngineProfile>()) // without a name it keeps nothing on the disk
     , m_view(std::make_unique<QWebEngineView>(parent))
-    , m_page(std::make_unique<CustomAiWebView>(target, parent, m_profile.get(), m_network))
+    , m_page(std::make_unique<CustomAiWebView>(target, parent, m_profile.get(), m_rules))
 {
     setUpProfile();
     setUpView();
@@ -59,7 +60,7 @@ QWidget *EngineBackend::widget()
 
 void EngineBackend::load(const QUrl &address, int timeLimit)
 {
-    m_network.setPage(address);
+    m_rules.setPage(address);
     if (timeLimit > 0)
         m_timeLimit.start(timeLimit * 1000);
     m_page->show(address);

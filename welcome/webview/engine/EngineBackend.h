@@ -3,6 +3,7 @@
 
 #include "welcome/webview/engine/CustomAiWebView.h"
 #include "welcome/webview/engine/LocalPagesOnly.h"
+#include "welcome/webview/PageRules.h"
 #include "welcome/webview/WebBackend.h"
 
 #include <QTimer>
@@ -30,6 +31,7 @@ private:
     void scrollTo(const QUrl &address);
 
     // In this order: the engine wants a profile to be the last to go.
+    PageRules m_rules;
     LocalPagesOnly m_network;
     std::unique_ptr<QWebEngineProfile> m_profile;
     std::unique_ptr<QWebEngineView> m_view;

@@ -1,27 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "welcome/webview/engine/LocalPagesOnly.h"
 
-#include <QDir>
-#include <QFileInfo>
+#include "welcome/webview/PageRules.h"
 
-void LocalPagesOnly::setPage(const QUrl &address)
+LocalPagesOnly::LocalPagesOnly(const PageRules &rules)
+    : m_rules(rules)
 {
-    m_folder.clear();
-    if (address.isLocalFile())
-        m_folder = QDir::cleanPath(QFileInfo(address.toLocalFile()).absolutePath()) + QLatin1Char('/');
-}
-
-bool LocalPagesOnly::allows(const QUrl &url) const
-{
-    if (url.scheme() == QLatin1String("data") || url.scheme() == QLatin1String("about") ||
-        url.scheme() == QLatin1String("blob"))
-        return true;
-    return url.isLocalFile() && !m_folder.isEmpty() &&
-           QDir::cleanPath(url.toLocalFile()).startsWith(m_folder);
 }
 
 void LocalPagesOnly::interceptRequest(QWebEngineUrlRequestInfo &info)
 {
-    if (!allows(info.requestUrl()))
+    if (!m_rules.allowsLoading(info.requestUrl()))
         info.block(true);
 }

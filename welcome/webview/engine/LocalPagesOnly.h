@@ -1,21 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <QUrl>
 #include <QWebEngineUrlRequestInterceptor>
 
-/// Blocks every request that leads out of a folder. Pages need no network, so they get none.
+class PageRules;
+
+/// Blocks every request that the rules do not allow. Pages need no network, so they get none.
 class LocalPagesOnly : public QWebEngineUrlRequestInterceptor
 {
 public:
-    /// The folder is that of a page in a file; there is none for any other address.
-    void setPage(const QUrl &address);
-
-    /// Files in the folder and below, and what carries its contents in its own address.
-    bool allows(const QUrl &url) const;
+    /// `rules` have to live as long as the profile that this is set in.
+    explicit LocalPagesOnly(const PageRules &rules);
 
     void interceptRequest(QWebEngineUrlRequestInfo &info) override;
 
 private:
-    QString m_folder; ///< ends with "/", or is empty
+    const PageRules &m_rules;
 };
