@@ -34,7 +34,7 @@ public:
     // ---- Reading a configuration document (config/CCommon_read.cpp) ----
 
     /// Reads a document into the record. Settings that the document does not have keep their values.
-    /// False when there is no record, or no readable well-formed document within XmlGuard's limits; the
+    /// False when there is no record, or no readable well-formed document within XmlStream's limits; the
     /// record is then as it was.
     static bool ParseXml(const QString &path, EditorXmlData *pData);
 

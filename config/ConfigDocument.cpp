@@ -3,7 +3,8 @@
 
 #include "config/AttributeOrder.h"
 #include "config/CCommon.h"
-#include "config/XmlGuard.h"
+#include "config/XmlStream.h"
+#include "config/XmlTree.h"
 #include "core/SafeFile.h"
 
 #include <QDomDocument>
@@ -19,7 +20,7 @@ bool fail(QString *error, const QString &text)
     return false;
 }
 
-/// One byte more than the guard accepts is enough for it to refuse what is larger.
+/// One byte more than the reader accepts is enough for it to refuse what is larger.
 bool readBounded(const QString &path, QByteArray &bytes, QString *error)
 {
     const QFileInfo info(path);
@@ -28,7 +29,7 @@ bool readBounded(const QString &path, QByteArray &bytes, QString *error)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return fail(error, file.errorString());
-    bytes = file.read(XmlGuard::maximumBytes + 1);
+    bytes = file.read(XmlStream::maximumBytes + 1);
     return true;
 }
 
@@ -37,14 +38,7 @@ bool readBounded(const QString &path, QByteArray &bytes, QString *error)
 bool ConfigDocument::load(const QString &path, QDomDocument &document, QString *error)
 {
     QByteArray bytes;
-    if (!readBounded(path, bytes, error) || !XmlGuard::accepts(bytes, error))
-        return false;
-    QString problem;
-    int line = 0;
-    int column = 0;
-    if (!document.setContent(bytes, &problem, &line, &column))
-        return fail(error, QStringLiteral("line %1, column %2: %3").arg(line).arg(column).arg(problem));
-    return true;
+    return readBounded(path, bytes, error) && XmlTree::read(bytes, document, error);
 }
 
 QDomDocument ConfigDocument::fromRecord(bool editor, const QString &version)

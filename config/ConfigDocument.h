@@ -10,8 +10,8 @@ class QDomDocument;
 /// has the single steps. `error` is optional and gets one line without the file's name.
 namespace ConfigDocument {
 
-/// Parses a file under XmlGuard's limits. A missing or unreadable file, one that is no regular file and
-/// one that fails the guard are refused.
+/// Parses a file under XmlStream's limits. A missing or unreadable file, one that is no regular file and
+/// one that XmlTree refuses are refused; the document is then as it was.
 bool load(const QString &path, QDomDocument &document, QString *error = nullptr);
 
 /// Overlays the record with what the document says; what the document does not mention stays.

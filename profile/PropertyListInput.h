@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "config/XmlGuard.h"
+#include "config/XmlStream.h"
 
 #include <QByteArray>
 #include <QString>
@@ -10,10 +10,10 @@
 /// follow references in a circle and expand entities. One pass over the data; any thread.
 namespace PropertyListInput {
 
-constexpr qint64 maximumBytes = XmlGuard::maximumBytes;
-constexpr int maximumDepth = XmlGuard::maximumDepth;
+constexpr qint64 maximumBytes = XmlStream::maximumBytes;
+constexpr int maximumDepth = XmlStream::maximumDepth;
 /// Each attribute of a settings tree takes a key and a string.
-constexpr int maximumNodes = 2 * XmlGuard::maximumNodes;
+constexpr int maximumNodes = 2 * XmlStream::maximumNodes;
 
 /// The same property list in a form that Foundation can be given: XML without a document type, comments,
 /// CDATA and foreign encodings; binary and old-style data as they are. White space and a byte order mark in

@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "config/XmlTree.h"
+
+#include "config/XmlStream.h"
+
+#include <QDomDocument>
+
+#include <algorithm>
+
+namespace {
+
+bool isWhiteSpace(const QString &text)
+{
+    return std::all_of(text.begin(), text.end(), [](QChar c) {
+        return c == QLatin1Char(' ') || c == QLatin1Char('\n') || c == QLatin1Char('\t') ||
+               c == QLatin1Char('\r');
+    });
+}
+
+QString declarationText(const QString &version, const QString &encoding, bool standalone)
+{
+    QString text = QStringLiteral("version='%1'").arg(version);
+    if (!encoding.isEmpty())
+        text += QStringLiteral(" encoding='%1'").arg(encoding);
+    if (standalone)
+        text += QStringLiteral(" standalone='yes'");
+    return text;
+}
+
+class TreeBuilder : public XmlStream::Handler
+{
+public:
+    QDomDocument document() const { return m_document; }
+
+    QString declaration(const QString &version, const QString &encoding, bool standalone) override
+    {
+        return processingInstruction(QStringLiteral("xml"), declarationText(version, encoding, standalone));
+    }
+
+    QString startElement(const QString &name, const QVector<XmlStream::Attribute> &attributes) override
+    {
+        QDomElement element = m_document.createElement(name);
+        for (const XmlStream::Attribute &attribute : attributes)
+            element.setAttribute(attribute.name, attribute.value);
+        m_parent = m_parent.appendChild(element);
+        return {};
+    }
+
+    QString endElement() override
+    {
+        m_parent = m_parent.parentNode();
+        return {};
+    }
+
+    QString text(const QString &text) override
+    {
+        return isWhiteSpace(text) ? QString() : append(m_document.createTextNode(text));
+    }
+
+    QString cdata(const QString &text) override { return append(m_document.createCDATASection(text)); }
+
+    QString comment(const QString &text) override { return append(m_document.createComment(text)); }
+
+    QString processingInstruction(const QString &target, const QString &data) override
+    {
+        return append(m_document.createProcessingInstruction(target, data));
+    }
+
+private:
+    QString append(const QDomNode &node)
+    {
+        m_parent.appendChild(node);
+        return {};
+    }
+
+    QDomDocument m_document{QString()}; // one without even an empty name is null and takes no children
+    QDomNode m_parent = m_document;
+};
+
+} // namespace
+
+bool XmlTree::read(const QByteArray &xml, QDomDocument &document, QString *error)
+{
+    TreeBuilder builder;
+    if (!XmlStream::read(xml, builder, error))
+        return false;
+    document = builder.document();
+    return true;
+}
