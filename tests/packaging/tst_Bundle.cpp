@@ -59,9 +59,19 @@ private slots:
     void withoutAnIdentityItIsSignedForThisMacOnly();
     void theImageHoldsTheBundleAndTheLicenseOnly();
     void aMissingPartIsTold();
-    void aLibraryFromElsewhereIsTold();
+    void aLibraryThatWouldNotBeFoundIsTold_data();
+    void aLibraryThatWouldNotBeFoundIsTold();
+    void aLibraryInTheBundleIsFound_data();
+    void aLibraryInTheBundleIsFound();
+    void withoutARunPathNothingIsFoundOnIt();
+    void theLanguagesOfTheWindowAreListed();
+    void qtFindsItsTextsInTheBundle();
+    void aBusyVolumeIsTriedAgain();
+    void anotherFailureOfTheImageIsNotTriedAgain();
 
 private:
+    CommandRun checkBundle(const QString &variable, const QString &value) const;
+    CommandRun callHdiutil(const QString &messages) const;
     QString inBundle(const QString &path) const { return m_bundle + QLatin1String("/Contents/") + path; }
 
     QTemporaryDir m_folder;
@@ -112,6 +122,10 @@ void tst_Bundle::everyPartIsInItsPlace_data()
     QTest::newRow("Resources/AppIcon.icns") << false;
     QTest::newRow("Resources/LICENSE") << false;
     QTest::newRow("Resources/qt.conf") << false;
+    QTest::newRow("Resources/completions/pct.bash") << false;
+    QTest::newRow("Resources/completions/_pct") << false;
+    QTest::newRow("Resources/completions/pct.fish") << false;
+    QTest::newRow("Resources/man/man1/pct.1") << false;
     QTest::newRow("Resources/pcw/en-US/Welcome.html") << false;
     QTest::newRow("Resources/pcw/en-US/images/page.svg") << false;
 }
@@ -252,7 +266,7 @@ void tst_Bundle::theImageHoldsTheBundleAndTheLicenseOnly()
                    m_environment);
     QVERIFY2(run.exitCode == 0, qPrintable(run.output + run.errors));
     const QString name =
-        QStringLiteral("Pelix-Customization-Tool-9.8.7-") + QSysInfo::currentCpuArchitecture();
+        QStringLiteral("Pelix-Customization-Tool-9.8.7-macOS14-") + QSysInfo::currentCpuArchitecture();
     const QString archive = m_folder.filePath(QStringLiteral("packed/%1.tar.gz").arg(name));
     QStringList top;
     for (const QString &path :
@@ -276,18 +290,101 @@ void tst_Bundle::aMissingPartIsTold()
     QCOMPARE(run.errors, QStringLiteral("Contents/MacOS/pct is missing\n"));
 }
 
-void tst_Bundle::aLibraryFromElsewhereIsTold()
+CommandRun tst_Bundle::checkBundle(const QString &variable, const QString &value) const
 {
     QProcessEnvironment environment = m_environment;
-    environment.insert(QStringLiteral("PCT_TEST_FOREIGN_LIBRARY"),
-                       QStringLiteral("/opt/homebrew/lib/libz.dylib"));
-    const CommandRun run =
-        runCommand(projectFile("packaging/macos/check-bundle.sh"), {m_bundle}, environment);
+    environment.insert(variable, value);
+    return runCommand(projectFile("packaging/macos/check-bundle.sh"), {m_bundle}, environment);
+}
+
+void tst_Bundle::aLibraryThatWouldNotBeFoundIsTold_data()
+{
+    QTest::addColumn<QString>("library");
+    QTest::newRow("elsewhere") << QStringLiteral("/opt/homebrew/lib/libz.dylib");
+    QTest::newRow("no framework") << QStringLiteral("@rpath/QtDBus.framework/Versions/A/QtDBus");
+    QTest::newRow("not beside the program") << QStringLiteral("@executable_path/../Frameworks/libz.dylib");
+    QTest::newRow("not beside the file") << QStringLiteral("@loader_path/libz.dylib");
+    QTest::newRow("a relative name") << QStringLiteral("libz.dylib");
+}
+
+void tst_Bundle::aLibraryThatWouldNotBeFoundIsTold()
+{
+    QFETCH(QString, library);
+    const CommandRun run = checkBundle(QStringLiteral("PCT_TEST_LIBRARY"), library);
     QCOMPARE(run.exitCode, 1);
-    QVERIFY(run.errors.contains(QStringLiteral("Contents/MacOS/pct wants /opt/homebrew/lib/libz.dylib\n")));
+    for (const char *file : {"MacOS/pct", "Frameworks/QtCore.framework/Versions/A/QtCore",
+                             "PlugIns/platforms/libqcocoa.dylib"}) {
+        const QString line = QStringLiteral("Contents/%1 wants %2\n").arg(QLatin1String(file), library);
+        QVERIFY2(run.errors.contains(line), qPrintable(run.errors));
+    }
     QVERIFY(!run.errors.contains(QStringLiteral("libSystem")));
-    QCOMPARE(runCommand(projectFile("packaging/macos/check-bundle.sh"), {m_bundle}, m_environment).exitCode,
-             0);
+}
+
+void tst_Bundle::aLibraryInTheBundleIsFound_data()
+{
+    QTest::addColumn<QString>("library");
+    QTest::newRow("nothing more") << QString();
+    QTest::newRow("framework") << QStringLiteral("@rpath/QtXml.framework/Versions/A/QtXml");
+    QTest::newRow("beside the program") << QStringLiteral("@executable_path/pct");
+    QTest::newRow("the system's") << QStringLiteral("/System/Library/Frameworks/AppKit.framework/AppKit");
+}
+
+void tst_Bundle::aLibraryInTheBundleIsFound()
+{
+    QFETCH(QString, library);
+    const CommandRun run = checkBundle(QStringLiteral("PCT_TEST_LIBRARY"), library);
+    QVERIFY2(run.exitCode == 0, qPrintable(run.errors));
+}
+
+void tst_Bundle::withoutARunPathNothingIsFoundOnIt()
+{
+    const CommandRun run = checkBundle(QStringLiteral("PCT_TEST_RUN_PATH"), QStringLiteral("/nowhere"));
+    QCOMPARE(run.exitCode, 1);
+    QVERIFY(run.errors.contains(
+        QStringLiteral("Contents/MacOS/pct wants @rpath/QtCore.framework/Versions/A/QtCore\n")));
+    QVERIFY(!run.errors.contains(QStringLiteral("wants @executable_path")));
+}
+
+void tst_Bundle::theLanguagesOfTheWindowAreListed()
+{
+    QCOMPARE(m_information.value(QStringLiteral("CFBundleLocalizations")).toArray(),
+             (QJsonArray{QStringLiteral("en"), QStringLiteral("de"), QStringLiteral("xx")}));
+}
+
+void tst_Bundle::qtFindsItsTextsInTheBundle()
+{
+    QVERIFY(QFileInfo::exists(inBundle(QStringLiteral("Resources/translations/qtbase_de.qm"))));
+    QCOMPARE(TestFiles::read(inBundle(QStringLiteral("Resources/qt.conf"))),
+             QByteArray("[Paths]\nTranslations = Resources/translations\n"));
+}
+
+CommandRun tst_Bundle::callHdiutil(const QString &messages) const
+{
+    const QTemporaryDir folder;
+    TestFiles::write(folder.filePath(QStringLiteral("messages")), messages.toUtf8());
+    QProcessEnvironment environment = m_environment;
+    environment.insert(QStringLiteral("PCT_HDIUTIL_PAUSE"), QStringLiteral("0"));
+    environment.insert(QStringLiteral("PCT_TEST_MESSAGES"), folder.filePath(QStringLiteral("messages")));
+    return runCommand(projectFile("packaging/macos/patient-hdiutil.sh"),
+                      {QStringLiteral("create"), QStringLiteral("a b.dmg")}, environment);
+}
+
+void tst_Bundle::aBusyVolumeIsTriedAgain()
+{
+    const QString busy = QStringLiteral("hdiutil: create failed - Resource busy\n");
+    const CommandRun run = callHdiutil(busy + busy);
+    QCOMPARE(run.exitCode, 0);
+    QCOMPARE(run.output, QStringLiteral("create 'a b.dmg'\n").repeated(3));
+    const CommandRun givenUp = callHdiutil(busy.repeated(20));
+    QCOMPARE(givenUp.exitCode, 1);
+    QCOMPARE(givenUp.errors, busy.repeated(6));
+}
+
+void tst_Bundle::anotherFailureOfTheImageIsNotTriedAgain()
+{
+    const CommandRun run = callHdiutil(QStringLiteral("hdiutil: create failed - No space left on device\n"));
+    QCOMPARE(run.exitCode, 1);
+    QCOMPARE(run.output, QStringLiteral("create 'a b.dmg'\n"));
 }
 
 QTEST_GUILESS_MAIN(tst_Bundle)
