@@ -9,7 +9,7 @@ import tempfile
 import unittest
 import xml.etree.ElementTree
 
-from surroundings import BUILD, BUILD_TYPE, ROOT, SAMPLE, environment, run
+from surroundings import BUILD, BUILD_TYPE, ROOT, SAMPLE, VERSION, environment, run
 
 
 class Install(unittest.TestCase):
@@ -95,6 +95,23 @@ class Install(unittest.TestCase):
     def test_the_description_names_the_desktop_entry(self):
         component = xml.etree.ElementTree.parse(self.one("share/metainfo/*.metainfo.xml"))
         self.assertEqual(component.findtext("launchable"), self.one("share/applications/*.desktop").name)
+
+    def test_the_description_tells_of_page_release_and_screenshots_in_german_too(self):
+        component = xml.etree.ElementTree.parse(self.one("share/metainfo/*.metainfo.xml"))
+        language = "{http://www.w3.org/XML/1998/namespace}lang"
+        self.assertRegex(component.findtext("url[@type='homepage']"), r"^https://[^@]+$")
+        (release,) = component.findall("releases/release")
+        self.assertEqual(release.get("version"), VERSION)
+        self.assertRegex(release.get("date"), r"^20\d\d-\d\d-\d\d$")
+        for image in component.findall("screenshots/screenshot/image"):
+            with self.subTest(image.text):
+                _, path = image.text.split(f"/raw/v{VERSION}/")
+                self.assertTrue((ROOT / path).is_file())
+        for texts in ("summary", "description/p", "description/ul/li", "screenshots/screenshot/caption"):
+            with self.subTest(texts):
+                german = [text for text in component.findall(texts) if text.get(language) == "de"]
+                self.assertEqual(2 * len(german), len(component.findall(texts)))
+                self.assertTrue(german)
 
     def test_icons_have_the_size_that_their_folder_says(self):
         icons = self.prefix / "share/icons/hicolor"
