@@ -2,6 +2,7 @@
 #include "app/Translation.h"
 
 #include "core/QtCompatibility.h"
+#include "profile/UserDefaults.h"
 #include "translations/Translations.h"
 
 #include <QCoreApplication>
@@ -33,6 +34,12 @@ bool install(QCoreApplication &application, const QString &catalogue, const QStr
 }
 
 } // namespace
+
+QString chosenLanguage()
+{
+    const QByteArray variable("PCT_LANGUAGE");
+    return qEnvironmentVariableIsSet(variable) ? qEnvironmentVariable(variable) : readLanguageChoice();
+}
 
 bool installTranslation(QCoreApplication &application, const QString &language)
 {

@@ -5,8 +5,12 @@
 
 class QCoreApplication;
 
-/// Shows the window's texts in the language that PCT_LANGUAGE asks for: a code such as "de" or "de_AT", or
-/// "system" for the languages that the user prefers. Empty or English leaves the texts as they are written.
+/// The language that the user wants for the window: PCT_LANGUAGE or, where that is not set, as for a program that is
+/// started from a desktop, what the user's defaults keep. Empty when neither says anything.
+QString chosenLanguage();
+
+/// Shows the window's texts in a language: a code such as "de" or "de_AT", or "system" for the languages that the user
+/// prefers. Empty or English leaves the texts as they are written, and so does a text that the translation lacks.
 /// Only shown texts change. Nothing that enters a document, a profile, a package or a file name is
 /// translated.
 ///

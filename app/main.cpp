@@ -21,10 +21,9 @@ int main(int argc, char *argv[])
     initPctResources();
     QApplication application(argc, argv);
     QApplication::setApplicationVersion(QLatin1String(toolVersion));
-    const QString language = qEnvironmentVariable("PCT_LANGUAGE");
+    const QString language = chosenLanguage();
     if (!installTranslation(application, language))
-        qCWarning(logApp).noquote()
-            << QStringLiteral("PCT_LANGUAGE: no translation into \"%1\"").arg(language);
+        qCWarning(logApp).noquote() << QStringLiteral("no translation into \"%1\"").arg(language);
     QtCompatibility::useHighDpiPixmaps();
     useApplicationLook();
     HostPaths::putStandInsFirst();

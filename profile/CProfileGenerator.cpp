@@ -4,7 +4,7 @@
 #include "core/SafeFile.h"
 #include "profile/ConfigGenerator.h"
 #include "profile/FreshUuid.h"
-#include "profile/LastOpenDirectory.h"
+#include "profile/UserDefaults.h"
 #include "profile/LocalHostName.h"
 #include "profile/Logging.h"
 #include "profile/ProfileProduct.h"

@@ -69,7 +69,8 @@ private slots:
     void theChoiceDecidesTheModes();
     void pressingOkAtOnceConfiguresAnEditorPackage();
     void aCancelledProgramEndsWithStatus1();
-    void aLanguageWithoutTranslationIsReported();
+    void theLanguageIsChosenByTheVariableOrKeptForTheUser_data();
+    void theLanguageIsChosenByTheVariableOrKeptForTheUser();
 
 private:
     PrivatePlace m_place;
@@ -234,17 +235,36 @@ void tst_StartUp::aCancelledProgramEndsWithStatus1()
     QVERIFY(program.readAll().contains("dlg_select_app_type destructor"));
 }
 
-void tst_StartUp::aLanguageWithoutTranslationIsReported()
+void tst_StartUp::theLanguageIsChosenByTheVariableOrKeptForTheUser_data()
 {
+    QTest::addColumn<QString>("variable");
+    QTest::addColumn<QString>("kept");
+    QTest::addColumn<QByteArray>("reported");
+    QTest::newRow("by the variable") << QStringLiteral("xx") << QString() << QByteArray("no translation into \"xx\"");
+    QTest::newRow("kept") << QString() << QStringLiteral("yy") << QByteArray("no translation into \"yy\"");
+    QTest::newRow("the variable wins") << QStringLiteral("xx") << QStringLiteral("yy") << QByteArray("no translation into \"xx\"");
+}
+
+/// A language without a translation is reported, which shows what was chosen.
+void tst_StartUp::theLanguageIsChosenByTheVariableOrKeptForTheUser()
+{
+    QFETCH(QString, variable);
+    QFETCH(QString, kept);
+    QFETCH(QByteArray, reported);
+    const PrivatePlace place;
+    if (!kept.isEmpty())
+        TestFiles::write(place.path("pelix-customization-tool.plist"),
+                         "{ Language = " + kept.toLatin1() + "; }");
     QProcess program;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("PCT_LANGUAGE"), QStringLiteral("xx"));
+    if (!variable.isEmpty())
+        environment.insert(QStringLiteral("PCT_LANGUAGE"), variable);
     program.setProcessEnvironment(environment);
     program.setProcessChannelMode(QProcess::MergedChannels);
     program.start(QStringLiteral(PCT_WINDOW_PROGRAM), QStringList());
     QVERIFY(program.waitForStarted());
     QByteArray said;
-    QTRY_VERIFY_WITH_TIMEOUT((said += program.readAll()).contains("no translation into \"xx\""), 30'000);
+    QTRY_VERIFY_WITH_TIMEOUT((said += program.readAll()).contains(reported), 30'000);
     program.kill();
     QVERIFY(program.waitForFinished());
 }

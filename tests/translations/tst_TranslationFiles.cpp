@@ -3,7 +3,9 @@
 
 #include <QDir>
 #include <QDomDocument>
+#include <QProcess>
 #include <QTemporaryDir>
+#include <QTranslator>
 #include <QtTest>
 
 namespace {
@@ -21,6 +23,16 @@ QStringList fixedParts(const QString &text)
     return parts;
 }
 
+/// The German file, without the translation of one text and with that of another marked as unfinished.
+QByteArray incompleteGerman()
+{
+    QByteArray file = TestFiles::read(sourceFolder + QStringLiteral("/translations/pct_de.ts"));
+    file.replace("<translation>Plug-ins</translation>", "<translation type=\"unfinished\"></translation>");
+    file.replace("<translation>Installationsoptionen</translation>",
+                 "<translation type=\"unfinished\">Installation</translation>");
+    return file;
+}
+
 } // namespace
 
 /// The files that translators work on.
@@ -29,19 +41,39 @@ class tst_TranslationFiles : public QObject
     Q_OBJECT
 
 private slots:
-    void everyTextIsTranslated_data() { addFiles(); }
-    void everyTextIsTranslated();
-    void translationsKeepWhatIsNoLanguage_data() { addFiles(); }
+    void translationsKeepWhatIsNoLanguage_data();
     void translationsKeepWhatIsNoLanguage();
-    void noTextOfTheSourcesIsMissing_data() { addFiles(); }
-    void noTextOfTheSourcesIsMissing();
+    void whatIsNotTranslatedStaysEnglish();
+    void theStateTellsWhatStaysEnglish();
+    void anIncompleteTranslationIsNoErrorUnlessAskedFor();
 
 private:
-    static void addFiles();
-    static QDomNodeList messagesIn(const QString &file, QDomDocument &document);
+    QString writeIncompleteGerman() const;
+    QProcess::ExitStatus runState(const QStringList &arguments);
+
+    QTemporaryDir m_folder;
+    int m_exitCode = -1;
+    QString m_output;
 };
 
-void tst_TranslationFiles::addFiles()
+QString tst_TranslationFiles::writeIncompleteGerman() const
+{
+    const QString path = m_folder.filePath(QStringLiteral("pct_de.ts"));
+    TestFiles::write(path, incompleteGerman());
+    return path;
+}
+
+QProcess::ExitStatus tst_TranslationFiles::runState(const QStringList &arguments)
+{
+    QProcess process;
+    process.start(sourceFolder + QStringLiteral("/scripts/translation-state.py"), arguments);
+    process.waitForFinished(-1);
+    m_exitCode = process.exitCode();
+    m_output = QString::fromUtf8(process.readAllStandardOutput());
+    return process.exitStatus();
+}
+
+void tst_TranslationFiles::translationsKeepWhatIsNoLanguage_data()
 {
     QTest::addColumn<QString>("file");
     const QDir folder(sourceFolder + QStringLiteral("/translations"));
@@ -51,51 +83,60 @@ void tst_TranslationFiles::addFiles()
         QTest::newRow(qUtf8Printable(file.fileName())) << file.filePath();
 }
 
-QDomNodeList tst_TranslationFiles::messagesIn(const QString &file, QDomDocument &document)
-{
-    if (!document.setContent(TestFiles::read(file)))
-        QTest::qFail("the file is no XML", __FILE__, __LINE__);
-    return document.elementsByTagName(QStringLiteral("message"));
-}
-
-void tst_TranslationFiles::everyTextIsTranslated()
-{
-    QFETCH(QString, file);
-    QDomDocument document;
-    const QDomNodeList messages = messagesIn(file, document);
-    QVERIFY(messages.count() > 100);
-    for (int i = 0; i < messages.count(); ++i) {
-        const QString source = messages.at(i).firstChildElement(QStringLiteral("source")).text();
-        const QDomElement translation = messages.at(i).firstChildElement(QStringLiteral("translation"));
-        QVERIFY2(!translation.text().isEmpty(), qUtf8Printable(source));
-        // "unfinished", "vanished" or "obsolete"
-        QVERIFY2(!translation.hasAttribute(QStringLiteral("type")), qUtf8Printable(source));
-    }
-}
-
 void tst_TranslationFiles::translationsKeepWhatIsNoLanguage()
 {
     QFETCH(QString, file);
     QDomDocument document;
-    const QDomNodeList messages = messagesIn(file, document);
+    QVERIFY(document.setContent(TestFiles::read(file)));
+    const QDomNodeList messages = document.elementsByTagName(QStringLiteral("message"));
+    QVERIFY(messages.count() > 100);
     for (int i = 0; i < messages.count(); ++i) {
         const QString source = messages.at(i).firstChildElement(QStringLiteral("source")).text();
         const QString translation = messages.at(i).firstChildElement(QStringLiteral("translation")).text();
-        QCOMPARE(fixedParts(translation), fixedParts(source));
+        if (!translation.isEmpty())
+            QCOMPARE(fixedParts(translation), fixedParts(source));
     }
 }
 
-/// Nor does the file hold a text that the sources no longer have.
-void tst_TranslationFiles::noTextOfTheSourcesIsMissing()
+void tst_TranslationFiles::whatIsNotTranslatedStaysEnglish()
 {
-    QFETCH(QString, file);
-    const QTemporaryDir folder;
-    const QString copy = folder.filePath(QFileInfo(file).fileName());
-    QVERIFY(QFile::copy(file, copy));
-    TestFiles::outputOf(sourceFolder + QStringLiteral("/scripts/update-translations.sh"),
-                        {QStringLiteral(PCT_LUPDATE), copy});
-    QVERIFY2(TestFiles::read(copy) == TestFiles::read(file),
-             "run cmake --build --target translations-update and translate what is new");
+    const QString catalogue = m_folder.filePath(QStringLiteral("pct_de.qm"));
+    TestFiles::outputOf(QStringLiteral(PCT_LRELEASE), {QStringLiteral("-silent"), writeIncompleteGerman(),
+                                                       QStringLiteral("-qm"), catalogue});
+    QTranslator translator;
+    QVERIFY(translator.load(catalogue));
+    QVERIFY(QCoreApplication::installTranslator(&translator));
+    const auto shown = [](const char *context, const char *text) {
+        return QCoreApplication::translate(context, text);
+    };
+    QCOMPARE(shown("CHandler_Plugins", "Plugins"), QStringLiteral("Plugins"));
+    QCOMPARE(shown("CHandler_Plugins", "Allow you to configure settings regarding plugins."),
+             QStringLiteral("Einstellungen zu Plug-ins festlegen."));
+}
+
+void tst_TranslationFiles::theStateTellsWhatStaysEnglish()
+{
+    QCOMPARE(runState({QStringLiteral(PCT_LUPDATE), writeIncompleteGerman()}), QProcess::NormalExit);
+    QCOMPARE(m_exitCode, 0);
+    QStringList lines = m_output.split(QLatin1Char('\n'));
+    const QRegularExpression counts(
+        QStringLiteral("^de: (\\d+) of (\\d+) texts are translated, these stay English:$"));
+    const QRegularExpressionMatch match = counts.match(lines.takeFirst());
+    QVERIFY2(match.hasMatch(), qUtf8Printable(m_output));
+    QVERIFY(match.captured(1).toInt() > 100);
+    QCOMPARE(match.captured(2).toInt() - match.captured(1).toInt(), lines.size() - 1);
+    QVERIFY2(lines.contains(QStringLiteral("    Plugins")), qUtf8Printable(m_output));
+    QVERIFY2(lines.contains(QStringLiteral("    Installation Options")), qUtf8Printable(m_output));
+    QCOMPARE(TestFiles::read(m_folder.filePath(QStringLiteral("pct_de.ts"))), incompleteGerman());
+}
+
+void tst_TranslationFiles::anIncompleteTranslationIsNoErrorUnlessAskedFor()
+{
+    const QString file = writeIncompleteGerman();
+    runState({QStringLiteral(PCT_LUPDATE), file});
+    QCOMPARE(m_exitCode, 0);
+    runState({QStringLiteral("--complete"), QStringLiteral(PCT_LUPDATE), file});
+    QCOMPARE(m_exitCode, 1);
 }
 
 QTEST_GUILESS_MAIN(tst_TranslationFiles)

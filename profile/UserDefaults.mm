@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "profile/FoundationText.h"
 
-#include "profile/LastOpenDirectory.h"
+#include "profile/UserDefaults.h"
 
 namespace {
 
 NSString *const lastOpenDirectory = @"LastOpenDirectory";
+NSString *const language = @"Language";
 
 } // namespace
 
@@ -26,4 +27,11 @@ void storeLastOpenDirectory(const QString &folder)
     NSUserDefaults *defaults = [NSUserDefaults standardUserDefaults];
     [defaults setObject:toNSString(folder) forKey:lastOpenDirectory];
     [defaults synchronize];
+}
+
+QString readLanguageChoice()
+{
+    const AutoreleaseScope scope;
+    NSString *choice = [[NSUserDefaults standardUserDefaults] stringForKey:language];
+    return choice == nil ? QString() : toQString(choice);
 }
