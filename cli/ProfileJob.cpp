@@ -125,18 +125,43 @@ Verdict ProfileJob::readSource(EditorXmlData &settings) const
                             QString(m_request.product->title), QString(file.product->word))};
 }
 
-Verdict ProfileJob::readInstalled(EditorXmlData &settings) const
+Verdict ProfileJob::readInstalled(EditorXmlData &settings)
 {
     QString failure;
     if (CProfileGenerator::ImportProfile(&settings, m_request.product->editor, &failure))
         return std::nullopt;
+    QString reason;
+    const ManagedProfile::Outcome outcome = ManagedProfile::read(settings, m_request.product->editor, reason);
+    if (outcome != ManagedProfile::Outcome::Nothing)
+        return readManaged(outcome, reason);
     if (!failure.isEmpty())
         return Problem{QStringLiteral("profiles"),
                        QStringLiteral("the installed profiles cannot be listed (%1); use --config or --from")
                            .arg(failure)};
     return Problem{QStringLiteral("profiles"),
-                   QStringLiteral("no profile of the %1 was found on this machine; use --config or --from")
+                   QStringLiteral("no profile of the %1 was found on this machine (those of the device are "
+                                  "listed for root only); use --config or --from")
                        .arg(QString(m_request.product->title))};
+}
+
+/// A profile of another identity would not replace the installed one, so it has to be known.
+Verdict ProfileJob::readManaged(ManagedProfile::Outcome outcome, const QString &reason)
+{
+    const bool identityIsGiven = !m_request.identifier.isEmpty() && !m_request.uuid.isEmpty();
+    const bool isComplete = outcome == ManagedProfile::Outcome::Filled ||
+                            (outcome == ManagedProfile::Outcome::WithoutIdentity && identityIsGiven);
+    if (!isComplete)
+        return Problem{QStringLiteral("profiles"),
+                       QStringLiteral("what a management has installed for the %1 cannot be told (%2); run "
+                                      "this as root, or use --config or --from")
+                           .arg(QString(m_request.product->title), reason)};
+    m_warnings.append(
+        {QStringLiteral("profiles"),
+         {QStringLiteral("managed-preferences"),
+          QStringLiteral("lists no profile of the %1 for this user; the settings are those that "
+                         "a management has in force here")
+              .arg(QString(m_request.product->title))}});
+    return std::nullopt;
 }
 
 /// What is given wins over the source, and the source over a fresh identity.

@@ -4,6 +4,7 @@
 #include "cli/FileWarning.h"
 #include "cli/Problem.h"
 #include "config/EditorXmlData.h"
+#include "profile/ManagedProfile.h"
 
 #include <QList>
 #include <QString>
@@ -47,7 +48,8 @@ private:
 
     Verdict readConfig(EditorXmlData &settings);
     Verdict readSource(EditorXmlData &settings) const;
-    Verdict readInstalled(EditorXmlData &settings) const;
+    Verdict readInstalled(EditorXmlData &settings);
+    Verdict readManaged(ManagedProfile::Outcome outcome, const QString &reason);
     void settleIdentity();
     Verdict writeTo(const QString &path);
     Verdict sign(const QString &path) const;

@@ -33,3 +33,8 @@ void HostPaths::putStandInsFirst()
         return;
     qputenv("PATH", path.isEmpty() ? folder : folder + ':' + path);
 }
+
+QString HostPaths::managedPreferences()
+{
+    return qEnvironmentVariable("PCT_MANAGED_PREFERENCES", QStringLiteral("/Library/Managed Preferences"));
+}

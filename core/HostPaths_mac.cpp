@@ -7,3 +7,8 @@ QString HostPaths::command(const QString &nameOrPath)
 }
 
 void HostPaths::putStandInsFirst() {}
+
+QString HostPaths::managedPreferences()
+{
+    return QStringLiteral("/Library/Managed Preferences");
+}

@@ -72,6 +72,8 @@ bool CProfileGenerator::ImportProfile(EditorXmlData *data, bool bEditor, QString
     const auto result = ConfigGenerator::importInstalled(*data, bEditor, failure);
     if (problem)
         *problem = failure;
+    if (result != ConfigGenerator::Import::Filled)
+        qCDebug(logProfile, "Profiles that were installed for the device are listed for root only.");
     if (result == ConfigGenerator::Import::Unreadable)
         return warn(QStringLiteral("Failed to load system profiles."));
     return result == ConfigGenerator::Import::Filled;

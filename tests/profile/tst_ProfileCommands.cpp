@@ -64,6 +64,18 @@ private slots:
         QCOMPARE(CocoaCalls::loadSystemProfiles(), -1);
     }
 
+    void theLogSaysWhoSeesTheProfilesOfTheDevice()
+    {
+        StandIns commands;
+        commands.setOutput(profiles, "There are no configuration profiles installed for user 'jane'\n");
+        EditorXmlData data;
+        const LogLines log;
+        QVERIFY(!CProfileGenerator::ImportProfile(&data, true));
+        QVERIFY2(log.has(QStringLiteral(
+                     "debug Profiles that were installed for the device are listed for root only.")),
+                 qPrintable(log.all()));
+    }
+
     void withoutTheCommandThereIsNothing()
     {
         const StandIns commands;
