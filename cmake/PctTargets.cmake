@@ -14,8 +14,11 @@ target_compile_definitions(pct_build_options INTERFACE
     QT_DEPRECATED_WARNINGS)
 target_include_directories(pct_build_options INTERFACE "${CMAKE_SOURCE_DIR}")
 if(PCT_CCACHE)
+    # So that what uses a precompiled header is found in the cache: GCC is to say what is in it, and Clang is to
+    # leave out the time at which it was made.
     target_compile_options(pct_build_options INTERFACE
-        $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
+        $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>
+        $<$<CXX_COMPILER_ID:AppleClang,Clang>:SHELL:-Xclang -fno-pch-timestamp>)
 endif()
 
 # Precompiled headers are made once for each kind of target; one for each target would cost gigabytes.
