@@ -128,7 +128,7 @@ Verdict ProfileJob::readSource(EditorXmlData &settings) const
 Verdict ProfileJob::readInstalled(EditorXmlData &settings)
 {
     QString failure;
-    if (CProfileGenerator::ImportProfile(&settings, m_request.product->editor, &failure))
+    if (readInstalledProfile(settings, m_request.product->editor, &failure))
         return std::nullopt;
     QString reason;
     const ManagedProfile::Outcome outcome = ManagedProfile::read(settings, m_request.product->editor, reason);

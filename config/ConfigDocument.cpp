@@ -3,6 +3,7 @@
 
 #include "config/AttributeOrder.h"
 #include "config/CCommon.h"
+#include "config/RecordFields.h"
 #include "config/XmlStream.h"
 #include "config/XmlTree.h"
 #include "core/SafeFile.h"
@@ -33,6 +34,17 @@ bool readBounded(const QString &path, QByteArray &bytes, QString *error)
     return true;
 }
 
+/// A document that this program would refuse, or understand otherwise, is not worth an old file.
+bool readsBack(const QByteArray &bytes, const QDomDocument &written, QString *error)
+{
+    QDomDocument read;
+    QString problem;
+    if (!XmlTree::read(bytes, read, &problem))
+        return fail(error, QStringLiteral("what is to be written could not be read again: ") + problem);
+    return sameElement(read.documentElement(), written.documentElement()) ||
+           fail(error, QStringLiteral("what is to be written could not be read again as it is"));
+}
+
 } // namespace
 
 bool ConfigDocument::load(const QString &path, QDomDocument &document, QString *error)
@@ -55,6 +67,6 @@ QDomDocument ConfigDocument::fromRecord(bool editor, const QString &version)
 bool ConfigDocument::save(const QDomDocument &document, const QString &path, QString *error)
 {
     const QString declaration = QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n");
-    const QString markup = declaration + withSortedAttributes(document.toString(4));
-    return SafeFile::replaceContents(path, markup.toUtf8(), error);
+    const QByteArray bytes = (declaration + withSortedAttributes(document.toString(4))).toUtf8();
+    return readsBack(bytes, document, error) && SafeFile::replaceContents(path, bytes, error);
 }

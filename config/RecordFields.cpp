@@ -2,12 +2,12 @@
 #include "config/RecordFields.h"
 
 #include "config/AttributeOrder.h"
+#include "config/XmlText.h"
 
+#include <QStringList>
 #include <QTextStream>
 
 namespace {
-
-bool sameElement(const QDomElement &first, const QDomElement &second);
 
 bool sameAttributes(const QDomElement &first, const QDomElement &second)
 {
@@ -20,6 +20,18 @@ bool sameAttributes(const QDomElement &first, const QDomElement &second)
             return false;
     }
     return true;
+}
+
+/// The texts that stand in the element itself. Writing and reading may add and take white space.
+QStringList textsIn(const QDomElement &element)
+{
+    QStringList texts;
+    for (QDomNode node = element.firstChild(); !node.isNull(); node = node.nextSibling()) {
+        const QString text = node.isText() ? node.nodeValue().trimmed() : QString();
+        if (!text.isEmpty())
+            texts += text;
+    }
+    return texts;
 }
 
 bool sameChildren(const QDomElement &first, const QDomElement &second)
@@ -35,14 +47,6 @@ bool sameChildren(const QDomElement &first, const QDomElement &second)
     return mine.isNull() && other.isNull();
 }
 
-bool sameElement(const QDomElement &first, const QDomElement &second)
-{
-    if (first.isNull() || second.isNull())
-        return first.isNull() && second.isNull();
-    return first.tagName() == second.tagName() && sameAttributes(first, second) &&
-           sameChildren(first, second);
-}
-
 template <typename Value> bool same(const Value &first, const Value &second)
 {
     return first == second;
@@ -51,6 +55,35 @@ template <typename Value> bool same(const Value &first, const Value &second)
 bool same(const QDomElement &first, const QDomElement &second)
 {
     return sameElement(first, second);
+}
+
+bool isWritable(bool)
+{
+    return true;
+}
+
+bool isWritable(int)
+{
+    return true;
+}
+
+bool isWritable(const QString &text)
+{
+    return isXmlText(text);
+}
+
+bool isWritable(const QDomElement &element)
+{
+    const QDomNamedNodeMap attributes = element.attributes();
+    for (int i = 0; i < attributes.count(); ++i) {
+        if (!isXmlText(attributes.item(i).nodeValue()))
+            return false;
+    }
+    for (QDomNode node = element.firstChild(); !node.isNull(); node = node.nextSibling()) {
+        if (!isXmlText(node.nodeValue()) || !isWritable(node.toElement()))
+            return false;
+    }
+    return true;
 }
 
 } // namespace
@@ -84,6 +117,25 @@ const std::array<RecordField, 18> &recordFields()
 bool sameValue(const RecordField &field, const EditorXmlData &first, const EditorXmlData &second)
 {
     return std::visit([&](auto member) { return same(first.*member, second.*member); }, field.member);
+}
+
+bool sameElement(const QDomElement &first, const QDomElement &second)
+{
+    if (first.isNull() || second.isNull())
+        return first.isNull() && second.isNull();
+    return first.tagName() == second.tagName() && sameAttributes(first, second) &&
+           textsIn(first) == textsIn(second) && sameChildren(first, second);
+}
+
+QString unwritableSetting(const EditorXmlData &data)
+{
+    for (const RecordField &field : recordFields()) {
+        if (!std::visit([&](auto member) { return isWritable(data.*member); }, field.member))
+            return field.name;
+    }
+    if (!isXmlText(data.payloadInfo.PayloadIdentifier))
+        return QStringLiteral("PayloadIdentifier");
+    return isXmlText(data.payloadInfo.PayloadUUID) ? QString() : QStringLiteral("PayloadUUID");
 }
 
 QString elementText(const QDomElement &element)

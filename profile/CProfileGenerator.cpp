@@ -64,14 +64,13 @@ bool CProfileGenerator::ImportProfile(const QString &path, EditorXmlData *data, 
     return result == ConfigGenerator::Import::Filled;
 }
 
-bool CProfileGenerator::ImportProfile(EditorXmlData *data, bool bEditor, QString *problem)
+bool CProfileGenerator::ImportProfile(EditorXmlData *data, bool bEditor)
 {
     if (!data)
         return warn(QStringLiteral("Invalid EditorXmlData."));
     QString failure;
-    const auto result = ConfigGenerator::importInstalled(*data, bEditor, failure);
-    if (problem)
-        *problem = failure;
+    const auto result =
+        ConfigGenerator::importInstalled(*data, bEditor, ConfigGenerator::EmptyPolicy::Off, failure);
     if (result != ConfigGenerator::Import::Filled)
         qCDebug(logProfile, "Profiles that were installed for the device are listed for root only.");
     if (result == ConfigGenerator::Import::Unreadable)

@@ -20,9 +20,8 @@ public:
     /// no profile of the product.
     static bool ImportProfile(const QString &path, EditorXmlData *data, bool bEditor);
 
-    /// Fills the record from the product's profile that is installed on this machine. `problem` (may be
-    /// null) says in one line why the installed profiles could not be listed, and becomes empty otherwise.
-    static bool ImportProfile(EditorXmlData *data, bool bEditor, QString *problem = nullptr);
+    /// Fills the record from the product's profile that is installed on this machine.
+    static bool ImportProfile(EditorXmlData *data, bool bEditor);
 
     /// Names of the code-signing identities in the user's keychains, in the system's order. `problem` (may be
     /// null) says in one line why they could not be listed, and becomes empty otherwise.

@@ -71,16 +71,23 @@ bool ConfigGenerator::importAny(const QByteArray &bytes, EditorXmlData &data, bo
         error = QStringLiteral("is no property list (%1)").arg(descriptionOf(problem));
     else
         error = productProblem(profile, editor);
-    return error.isEmpty() && [PelixPDFConfigGenerator ImportProfile:&data profile:profile bIsEditor:editor];
+    return error.isEmpty() && [PelixPDFConfigGenerator ImportProfile:&data
+                                                             profile:profile
+                                                           bIsEditor:editor
+                                                         emptyPolicy:EmptyPolicy::NotSet];
 }
 
-Import ConfigGenerator::importInstalled(EditorXmlData &data, bool editor, QString &problem)
+Import ConfigGenerator::importInstalled(EditorXmlData &data, bool editor, EmptyPolicy emptyPolicy,
+                                        QString &problem)
 {
     const AutoreleaseScope scope;
     NSArray *profiles = [PelixPDFConfigGenerator loadSystemProfilesWithProblem:&problem];
     if (profiles == nil)
         return Import::Unreadable;
-    return filledWhen([PelixPDFConfigGenerator ImportProfiles:&data profiles:profiles bIsEditor:editor]);
+    return filledWhen([PelixPDFConfigGenerator ImportProfiles:&data
+                                                     profiles:profiles
+                                                    bIsEditor:editor
+                                                  emptyPolicy:emptyPolicy]);
 }
 
 Import ConfigGenerator::installedIdentity(bool editor, QString &identifier, QString &uuid)

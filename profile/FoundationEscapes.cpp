@@ -16,7 +16,8 @@ QChar swapped(QChar c)
 
 bool needsEscape(QChar c)
 {
-    return c.isSurrogate() || c == QLatin1Char('\\') || c == QLatin1Char('\r') || c == mark;
+    return c.isSurrogate() || c == QLatin1Char('\\') || c == QLatin1Char('\r') || c == QChar::ByteOrderMark ||
+           c == mark;
 }
 
 } // namespace

@@ -3,6 +3,8 @@
 
 #import <Foundation/Foundation.h>
 
+#include "config/XmlText.h"
+
 #include <QString>
 
 // For Objective-C++ files only: text between Qt and Foundation, and the scope of autoreleased objects.
@@ -10,12 +12,12 @@
 /// An autoreleased copy of the text, with a replacement for half a surrogate pair. Never nil.
 inline NSString *toNSString(const QString &text)
 {
-    // Given UTF-16 with half a pair, one Foundation makes nil and another a string that cannot be written.
-    const QByteArray bytes = text.toUtf8();
-    NSString *copy = [[NSString alloc] initWithBytes:bytes.constData()
-                                              length:static_cast<NSUInteger>(bytes.size())
-                                            encoding:NSUTF8StringEncoding];
-    return copy == nil ? @"" : [copy autorelease];
+    // Given half a pair, one Foundation makes nil and another a string that cannot be written; and one drops a
+    // byte order mark in front, which is why something else stands there at first.
+    const QString whole = QLatin1Char('.') + withWholePairs(text);
+    NSString *copy = [[NSString alloc] initWithCharacters:reinterpret_cast<const unichar *>(whole.utf16())
+                                                   length:static_cast<NSUInteger>(whole.size())];
+    return [[copy autorelease] substringFromIndex:1];
 }
 
 /// A copy of the text; nil gives a null string.

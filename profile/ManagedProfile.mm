@@ -105,6 +105,6 @@ Outcome ManagedProfile::read(EditorXmlData &data, bool editor, QString &problem)
         problem = QStringLiteral("%1 cannot be read (%2)").arg(file.path, printableText(why));
         return Outcome::CannotTell;
     }
-    fillFromSettings(data, settings);
+    fillFromSettings(data, settings, ConfigGenerator::EmptyPolicy::NotSet);
     return identified(data, payloads, textIn(settings, @"PayloadUUID"), problem);
 }

@@ -3,6 +3,8 @@
 
 #import <Foundation/Foundation.h>
 
+#include "profile/ConfigGenerator.h"
+
 class QString;
 struct EditorXmlData;
 
@@ -11,7 +13,8 @@ struct EditorXmlData;
 /// User-interface thread only.
 @interface PelixPDFConfigGenerator : NSObject
 
-/// The profile as XML text; nil when it cannot be written or could not be read again, "" for a null record.
+/// The profile as XML text, "" for a null record; nil when a setting holds what no profile can, or when the text
+/// could not be read again.
 + (NSString *)generateProfile:(const EditorXmlData *)data bIsEditor:(BOOL)bIsEditor;
 
 /// The profiles in a property list that groups them by user or computer. nil with the error set, of code
@@ -29,11 +32,23 @@ struct EditorXmlData;
 /// there is none.
 + (BOOL)ImportProfiles:(EditorXmlData *)data profiles:(NSArray *)profiles bIsEditor:(BOOL)bIsEditor;
 
+/// The same, with a choice of what an empty policy on save means.
++ (BOOL)ImportProfiles:(EditorXmlData *)data
+              profiles:(NSArray *)profiles
+             bIsEditor:(BOOL)bIsEditor
+           emptyPolicy:(ConfigGenerator::EmptyPolicy)emptyPolicy;
+
 /// Fills the record from a profile file's dictionary. NO, with the record as it was, when its first payload
 /// is not the product's.
 + (BOOL)ImportProfile:(EditorXmlData *)data profile:(NSDictionary *)profile bIsEditor:(BOOL)bIsEditor;
 
-/// Fills the record from a settings payload.
+/// The same, with a choice of what an empty policy on save means.
++ (BOOL)ImportProfile:(EditorXmlData *)data
+              profile:(NSDictionary *)profile
+            bIsEditor:(BOOL)bIsEditor
+          emptyPolicy:(ConfigGenerator::EmptyPolicy)emptyPolicy;
+
+/// Fills the record from a settings payload; an empty policy on save reads as off.
 + (void)FillContent:(EditorXmlData *)data content:(NSDictionary *)content;
 
 @end

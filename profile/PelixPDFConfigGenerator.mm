@@ -4,6 +4,7 @@
 #include "profile/PelixPDFConfigGenerator.h"
 
 #include "config/EditorXmlData.h"
+#include "config/RecordFields.h"
 #include "core/Command.h"
 #include "profile/CocoaLog.h"
 #include "profile/InstalledProfile.h"
@@ -15,6 +16,8 @@
 #include "profile/PropertyListReader.h"
 #include "profile/PropertyListValues.h"
 #include "profile/PropertyListWriter.h"
+
+using ConfigGenerator::EmptyPolicy;
 
 namespace {
 
@@ -68,6 +71,20 @@ bool readsBack(NSString *xml, NSDictionary *written, NSError **error)
     return [read isEqual:written];
 }
 
+/// The profile's text, or nil and the error.
+NSString *checkedProfile(const EditorXmlData &data, BOOL isEditor, NSError **error)
+{
+    const QString unwritable = unwritableSetting(data);
+    if (!unwritable.isEmpty()) {
+        *error = profileError(
+            [toNSString(unwritable) stringByAppendingString:@" holds characters that no profile can hold"]);
+        return nil;
+    }
+    NSDictionary *profile = profileDictionary(data, isEditor);
+    NSString *xml = writePropertyList(profile, error);
+    return xml != nil && readsBack(xml, profile, error) ? xml : nil;
+}
+
 CommandResult listing()
 {
     return Command::run(QStringLiteral("/usr/bin/profiles"),
@@ -97,12 +114,9 @@ NSString *standardOutputOf(const CommandResult &result)
     if (data == nullptr)
         return @"";
     NSError *error = nil;
-    NSDictionary *profile = profileDictionary(*data, bIsEditor);
-    NSString *xml = writePropertyList(profile, &error);
-    if (xml == nil || !readsBack(xml, profile, &error)) {
+    NSString *xml = checkedProfile(*data, bIsEditor, &error);
+    if (xml == nil)
         cocoaLog(@"Error generating mobileconfig: %@", [error localizedDescription]);
-        return nil;
-    }
     return xml;
 }
 
@@ -149,6 +163,14 @@ NSString *standardOutputOf(const CommandResult &result)
 
 + (BOOL)ImportProfiles:(EditorXmlData *)data profiles:(NSArray *)profiles bIsEditor:(BOOL)bIsEditor
 {
+    return [self ImportProfiles:data profiles:profiles bIsEditor:bIsEditor emptyPolicy:EmptyPolicy::Off];
+}
+
++ (BOOL)ImportProfiles:(EditorXmlData *)data
+              profiles:(NSArray *)profiles
+             bIsEditor:(BOOL)bIsEditor
+           emptyPolicy:(ConfigGenerator::EmptyPolicy)emptyPolicy
+{
     if (data == nullptr || [profiles count] == 0) {
         cocoaLog(@"Invalid input data or profiles.");
         return NO;
@@ -164,12 +186,20 @@ NSString *standardOutputOf(const CommandResult &result)
     for (NSUInteger i = 0; i < [items count]; ++i) {
         NSDictionary *content = dictionaryIn([items objectAtIndex:i], @"PayloadContent");
         if (content != nil)
-            [self FillContent:data content:content];
+            fillFromSettings(*data, content, emptyPolicy);
     }
     return YES;
 }
 
 + (BOOL)ImportProfile:(EditorXmlData *)data profile:(NSDictionary *)profile bIsEditor:(BOOL)bIsEditor
+{
+    return [self ImportProfile:data profile:profile bIsEditor:bIsEditor emptyPolicy:EmptyPolicy::Off];
+}
+
++ (BOOL)ImportProfile:(EditorXmlData *)data
+              profile:(NSDictionary *)profile
+            bIsEditor:(BOOL)bIsEditor
+          emptyPolicy:(ConfigGenerator::EmptyPolicy)emptyPolicy
 {
     if (data == nullptr || profile == nil) {
         cocoaLog(@"Invalid input data or profiles.");
@@ -183,14 +213,14 @@ NSString *standardOutputOf(const CommandResult &result)
         return NO;
     }
     readIdentity(data->payloadInfo, profile, @"Payload");
-    [self FillContent:data content:settings];
+    fillFromSettings(*data, settings, emptyPolicy);
     return YES;
 }
 
 + (void)FillContent:(EditorXmlData *)data content:(NSDictionary *)content
 {
     if (data != nullptr)
-        fillFromSettings(*data, content);
+        fillFromSettings(*data, content, EmptyPolicy::Off);
 }
 
 @end

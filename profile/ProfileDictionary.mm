@@ -7,14 +7,8 @@
 #include "profile/FreshUuid.h"
 #include "profile/ProfileProduct.h"
 #include "profile/PropertyListBridge.h"
-#include "profile/XmlText.h"
 
 namespace {
-
-NSString *stored(const QString &text)
-{
-    return toNSString(xmlText(text));
-}
 
 NSString *digit(bool on)
 {
@@ -32,7 +26,7 @@ NSDictionary *preference(NSString *text, NSString *key, id value)
                   [NSDictionary dictionaryWithObjectsAndKeys:text, @"Text", value, key, nil]);
 }
 
-/// An unset policy is the empty text and reads back as set and off.
+/// An unset policy is the empty text; see EmptyPolicy for what it reads as.
 id policyOnSave(const EditorXmlData &data)
 {
     if (!data.bMIPCheckPolicySet)
@@ -47,7 +41,7 @@ NSDictionary *attachmentPermissions(const EditorXmlData &data)
                                                    @"DefaultLaunchAttachmentPerms", @"Text",
                                                    digit(data.bDisableOpenFileAll), @"Mode", mode,
                                                    @"DisableOpenSaveFileAttach",
-                                                   stored(data.strBuiltInPermList), @"BuiltInPermList",
+                                                   toNSString(data.strBuiltInPermList), @"BuiltInPermList",
                                                    nil]);
 }
 
@@ -61,15 +55,15 @@ NSArray *preferences(const EditorXmlData &data)
                         attachmentPermissions(data),
                         preference(@"HideMyApps", @"Mode", digit(data.bHideMyApps)),
                         preference(@"iManage10loginMethod", @"UseOAuth2", digit(data.bUseOAuth2)),
-                        preference(@"LoginDomain", @"String", stored(data.strLoginDomain)),
-                        preference(@"LoginDomainList", @"String", stored(data.strLoginDomainList)),
+                        preference(@"LoginDomain", @"String", toNSString(data.strLoginDomain)),
+                        preference(@"LoginDomainList", @"String", toNSString(data.strLoginDomainList)),
                         preference(@"SupportExtSSO", @"Mode", digit(data.bSupportExtSSO)), nil];
 }
 
 NSArray *plugins(const EditorXmlData &data)
 {
     NSDictionary *plugin = [NSDictionary dictionaryWithObjectsAndKeys:@"Plugin", @"Text",
-                                                                      stored(data.strUnloadPluginArray),
+                                                                      toNSString(data.strUnloadPluginArray),
                                                                       @"UnloadPluginArray", nil];
     return [NSArray arrayWithObject:single(@"Plugin", plugin)];
 }
@@ -96,8 +90,8 @@ NSDictionary *profileDictionary(const EditorXmlData &data, bool editor)
     NSMutableDictionary *profile = [NSMutableDictionary dictionary];
     [profile setObject:@"Configuration" forKey:@"PayloadType"];
     [profile setObject:[NSNumber numberWithInt:1] forKey:@"PayloadVersion"];
-    [profile setObject:stored(data.payloadInfo.PayloadIdentifier) forKey:@"PayloadIdentifier"];
-    [profile setObject:stored(data.payloadInfo.PayloadUUID) forKey:@"PayloadUUID"];
+    [profile setObject:toNSString(data.payloadInfo.PayloadIdentifier) forKey:@"PayloadIdentifier"];
+    [profile setObject:toNSString(data.payloadInfo.PayloadUUID) forKey:@"PayloadUUID"];
     [profile setObject:toNSString(ProfileProduct::displayName(editor)) forKey:@"PayloadDisplayName"];
     [profile setObject:[NSArray arrayWithObject:settingsPayload(data, editor)] forKey:@"PayloadContent"];
     [profile setObject:toNSString(ProfileProduct::organization()) forKey:@"PayloadOrganization"];

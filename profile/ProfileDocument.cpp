@@ -105,6 +105,12 @@ bool readProfile(const QString &path, EditorXmlData &data, bool *isEditor, QStri
     return success;
 }
 
+bool readInstalledProfile(EditorXmlData &data, bool editor, QString *problem)
+{
+    return ConfigGenerator::importInstalled(data, editor, ConfigGenerator::EmptyPolicy::NotSet, *problem) ==
+           ConfigGenerator::Import::Filled;
+}
+
 QString profileText(const EditorXmlData &data, bool editor)
 {
     return ConfigGenerator::generate(&data, editor);

@@ -5,6 +5,9 @@
 
 struct EditorXmlData;
 
+// Profiles as they were written. Unlike the window's import, which reads a MIP policy that is not set as off,
+// these keep it not set.
+
 /// Reads a configuration profile of either product: an XML, binary or old-style property list, as such or
 /// inside a signed message, whoever signed it. What the profile does not mention keeps its value in the
 /// record. On failure the record is as it was and `error` (may be null) gets one line without the file's
@@ -17,6 +20,11 @@ struct EditorXmlData;
 bool readProfile(const QString &path, EditorXmlData &data, bool *isEditor, QString *error,
                  QString *signer = nullptr);
 
-/// The record as a profile of the product, in the form in which the file holds it; null when it would
-/// be too large or nested too deep to be read again.
+/// Fills the record from the product's profile that is installed on this machine. False, with the record as it
+/// was, when there is none; `problem` says in one line why the installed profiles could not be listed, and
+/// becomes empty otherwise. Runs /usr/bin/profiles and blocks until it ends.
+bool readInstalledProfile(EditorXmlData &data, bool editor, QString *problem);
+
+/// The record as a profile of the product, in the form in which the file holds it; null when it could
+/// not be read again.
 QString profileText(const EditorXmlData &data, bool editor);

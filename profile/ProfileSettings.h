@@ -3,8 +3,8 @@
 
 #import <Foundation/Foundation.h>
 
-struct EditorXmlData;
+#include "profile/ConfigGenerator.h"
 
 /// Overlays the record with a settings payload. What the payload does not mention stays; the two ribbon
 /// elements are replaced in any case. Values of any type are taken, see PropertyListValues.
-void fillFromSettings(EditorXmlData &data, NSDictionary *settings);
+void fillFromSettings(EditorXmlData &data, NSDictionary *settings, ConfigGenerator::EmptyPolicy emptyPolicy);

@@ -5,6 +5,8 @@
 #include "profile/PropertyListBridge.h"
 #include "profile/PropertyListValues.h"
 
+using ConfigGenerator::EmptyPolicy;
+
 namespace {
 
 void readPolicyOnSave(EditorXmlData &data, NSDictionary *item)
@@ -57,13 +59,28 @@ const PreferenceReader preferenceReaders[] = {
     {@"SupportExtSSO", readMode<&EditorXmlData::bSupportExtSSO>},
 };
 
-void readPreference(EditorXmlData &data, NSDictionary *item)
+/// What generation writes for a policy that is not set.
+bool isEmptyPolicy(NSDictionary *item)
+{
+    return [@"bMIPCheckPolicyOnDocSave" isEqual:memberOf(item, @"Text")] &&
+           [@"" isEqual:memberOf(item, @"Mode")];
+}
+
+void unsetPolicyOnSave(EditorXmlData &data)
+{
+    data.bMIPCheckPolicySet = false;
+    data.nMIPCheckPolicyOnDocSave = -1;
+}
+
+void readPreference(EditorXmlData &data, NSDictionary *item, EmptyPolicy emptyPolicy)
 {
     id text = memberOf(item, @"Text");
     for (const PreferenceReader &reader : preferenceReaders) {
         if ([reader.text isEqual:text])
             reader.read(data, item);
     }
+    if (emptyPolicy == EmptyPolicy::NotSet && isEmptyPolicy(item))
+        unsetPolicyOnSave(data);
 }
 
 void readPlugin(EditorXmlData &data, NSDictionary *item)
@@ -74,11 +91,11 @@ void readPlugin(EditorXmlData &data, NSDictionary *item)
 
 } // namespace
 
-void fillFromSettings(EditorXmlData &data, NSDictionary *settings)
+void fillFromSettings(EditorXmlData &data, NSDictionary *settings, EmptyPolicy emptyPolicy)
 {
     NSArray *preferences = arrayIn(settings, @"Preferences");
     for (NSUInteger i = 0; i < [preferences count]; ++i)
-        readPreference(data, dictionaryIn([preferences objectAtIndex:i], @"Preference"));
+        readPreference(data, dictionaryIn([preferences objectAtIndex:i], @"Preference"), emptyPolicy);
     NSArray *plugins = arrayIn(settings, @"Plugins");
     for (NSUInteger i = 0; i < [plugins count]; ++i)
         readPlugin(data, dictionaryIn([plugins objectAtIndex:i], @"Plugin"));

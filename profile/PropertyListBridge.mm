@@ -7,7 +7,6 @@
 #include "config/KeptElement.h"
 #include "profile/CocoaLog.h"
 #include "profile/PropertyListValues.h"
-#include "profile/XmlText.h"
 
 #include <algorithm>
 
@@ -18,7 +17,7 @@ void addAttributes(const QDomElement &element, NSMutableDictionary *result)
     const QDomNamedNodeMap attributes = element.attributes();
     for (int i = 0; i < attributes.count(); ++i) {
         const QDomAttr attribute = attributes.item(i).toAttr();
-        [result setObject:toNSString(xmlText(attribute.value())) forKey:toNSString(attribute.name())];
+        [result setObject:toNSString(attribute.value()) forKey:toNSString(attribute.name())];
     }
 }
 
@@ -38,12 +37,13 @@ void addChild(const QDomElement &child, NSMutableDictionary *result)
 /// A profile may name its keys as it likes; a document with such a name could not be read again.
 bool isXmlName(const QString &name)
 {
-    const auto isPart = [](QChar c) {
-        return c.isLetterOrNumber() || c == QLatin1Char('_') || c == QLatin1Char('-') ||
-               c == QLatin1Char('.');
+    const auto isStart = [](QChar c) {
+        return c.isLetter() || c == QLatin1Char('_') || c == QLatin1Char(':');
     };
-    return !name.isEmpty() && (name.at(0).isLetter() || name.at(0) == QLatin1Char('_')) &&
-           std::all_of(name.begin(), name.end(), isPart);
+    const auto isPart = [isStart](QChar c) {
+        return isStart(c) || c.isNumber() || c == QLatin1Char('-') || c == QLatin1Char('.');
+    };
+    return !name.isEmpty() && isStart(name.at(0)) && std::all_of(name.begin(), name.end(), isPart);
 }
 
 void addEntry(QDomDocument &document, QDomElement &element, NSString *key, id value)
@@ -73,7 +73,7 @@ NSMutableDictionary *QDomElementToNSDictionary(const QDomElement &element)
         if (node.isElement())
             addChild(node.toElement(), result);
         else if (node.isText() && !node.nodeValue().trimmed().isEmpty())
-            [result setObject:toNSString(xmlText(node.nodeValue())) forKey:@"text"];
+            [result setObject:toNSString(node.nodeValue()) forKey:@"text"];
     }
     return result;
 }

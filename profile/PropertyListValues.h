@@ -15,7 +15,7 @@ NSArray *arrayIn(id container, NSString *key);
 /// Foundation's integer value of a string or number, kept within an int.
 int integerIn(id container, NSString *key);
 
-/// A string, or a number as text, without the characters that no XML can hold.
+/// A string, or a number as text, as it stands.
 QString textIn(id container, NSString *key);
 
 /// The same for a value by itself.

@@ -2,7 +2,6 @@
 #include "profile/PropertyListValues.h"
 
 #include "profile/FoundationText.h"
-#include "profile/XmlText.h"
 
 #include <algorithm>
 #include <limits>
@@ -55,5 +54,5 @@ QString textOf(id value)
 {
     NSString *string = [value isKindOfClass:[NSNumber class]] ? [value stringValue]
                                                               : ofClass([NSString class], value);
-    return xmlText(toQString(string));
+    return toQString(string);
 }

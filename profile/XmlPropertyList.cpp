@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "profile/XmlPropertyList.h"
 
+#include "config/XmlText.h"
 #include "profile/PropertyListInput.h"
-#include "profile/XmlText.h"
 
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>

@@ -272,17 +272,6 @@ private slots:
             QVERIFY2(sameValue(field, read, theEditorXmlData), field.name.data());
     }
 
-    void savingRefusesALink()
-    {
-        TestFiles::write(m_folder.filePath(QStringLiteral("target")), "old");
-        const QString link = m_folder.filePath(QStringLiteral("link"));
-        QVERIFY(QFile::link(m_folder.filePath(QStringLiteral("target")), link));
-        QString error;
-        QVERIFY(!ConfigDocument::save(ConfigDocument::fromRecord(true, QString()), link, &error));
-        QCOMPARE(error, QStringLiteral("is a link"));
-        QCOMPARE(TestFiles::read(m_folder.filePath(QStringLiteral("target"))), QByteArray("old"));
-    }
-
 private:
     QString saved(bool editor) const
     {

@@ -10,6 +10,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <functional>
+
 using namespace ProfileSamples;
 
 namespace {
@@ -87,6 +89,7 @@ private slots:
 
     void theTenItemsOfADefaultRecord_data()
     {
+        QTest::addColumn<int>("index");
         QTest::addColumn<QString>("preference");
         const char *const items[] = {
             R"({"Mode":"1","Text":"StartPage"})",
@@ -100,16 +103,17 @@ private slots:
             R"({"String":"","Text":"LoginDomainList"})",
             R"({"Mode":"0","Text":"SupportExtSSO"})",
         };
+        int index = 0;
         for (const char *item : items)
-            QTest::newRow(item) << QString::fromLatin1(item);
-        m_row = 0;
+            QTest::newRow(item) << index++ << QString::fromLatin1(item);
     }
 
     void theTenItemsOfADefaultRecord()
     {
+        QFETCH(int, index);
         const QJsonObject profile = generated(EditorXmlData());
         QCOMPARE(payloadOf(profile)[QLatin1String("Preferences")].toArray().size(), 10);
-        QTEST(preferenceOf(profile, m_row++), "preference");
+        QTEST(preferenceOf(profile, index), "preference");
     }
 
     void everyItemFollowsItsSetting()
@@ -175,21 +179,51 @@ private slots:
         QCOMPARE(withoutInnerUuid(first).count(QStringLiteral("UUID</string>")), 1);
     }
 
-    void whatNoProfileCanHoldIsLeftOut()
+    void whatNoProfileCanHoldIsNotGenerated_data()
     {
-        const QString text = QStringLiteral("a\u0001b") + QChar(0xd800) + QStringLiteral("c\tä");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("control character") << QStringLiteral("a\u0001b");
+        QTest::newRow("NUL") << QString(QChar(0));
+        QTest::newRow("U+FFFE") << QString(QChar(0xfffe));
+        QTest::newRow("first half of a pair") << QString(QChar(0xd83d));
+        QTest::newRow("second half of a pair") << QString(QChar(0xde00));
+        QTest::newRow("both halves, the wrong way round") << QString(QChar(0xde00)) + QChar(0xd83d);
+    }
+
+    void whatNoProfileCanHoldIsNotGenerated()
+    {
+        QFETCH(QString, text);
+        const auto ribbon = [](EditorXmlData &data) {
+            data.elemRibbonCategory = RecordSamples::element("<RibbonUI><a><b/></a></RibbonUI>");
+            return data.elemRibbonCategory.firstChildElement().firstChildElement();
+        };
+        const QList<std::function<void(EditorXmlData &)>> places = {
+            [&](EditorXmlData &data) { data.strLoginDomainList = text; },
+            [&](EditorXmlData &data) { data.strUnloadPluginArray = text; },
+            [&](EditorXmlData &data) { data.payloadInfo.PayloadIdentifier = text; },
+            [&](EditorXmlData &data) { data.payloadInfo.PayloadUUID = text; },
+            [&](EditorXmlData &data) { ribbon(data).setAttribute(QStringLiteral("x"), text); },
+            [&](EditorXmlData &data) {
+                QDomElement inner = ribbon(data);
+                inner.appendChild(inner.ownerDocument().createTextNode(text));
+            }};
+        for (const auto &place : places) {
+            EditorXmlData data;
+            place(data);
+            QVERIFY(CocoaCalls::generateProfile(&data, true).isNull());
+        }
+    }
+
+    void whatAProfileBringsStands()
+    {
+        const QString text = QStringLiteral("a\u0001b\tä");
+        const QByteArray list = "{PayloadContent=({PayloadIdentifier=\"" + editorBundle +
+                                "\";Preferences=({Preference={Text=LoginDomainList;String=\"a\001b\tä\";};});"
+                                "RibbonSetRibbonCategory={RibbonUI={x=\"a\001b\tä\";};};});}";
         EditorXmlData data;
-        data.strLoginDomainList = text;
-        data.payloadInfo.PayloadIdentifier = text;
-        data.elemRibbonCategory = RecordSamples::element("<RibbonUI/>");
-        data.elemRibbonCategory.setAttribute(QStringLiteral("x"), text);
-        const QByteArray profile = CocoaCalls::generateProfile(&data, true).toUtf8();
-        EditorXmlData back;
-        QVERIFY(CocoaCalls::importProfile(&back, profile, true));
-        const QString kept = QStringLiteral("ab\uFFFDc\tä");
-        QCOMPARE(back.strLoginDomainList, kept);
-        QCOMPARE(back.payloadInfo.PayloadIdentifier, kept);
-        QCOMPARE(back.elemRibbonCategory.attribute(QStringLiteral("x")), kept);
+        QVERIFY(CocoaCalls::importProfile(&data, list, true));
+        QCOMPARE(data.strLoginDomainList, text);
+        QCOMPARE(data.elemRibbonCategory.attribute(QStringLiteral("x")), text);
     }
 
     void whatCouldNotBeReadAgainIsNotGenerated()
@@ -333,9 +367,6 @@ private slots:
         QVERIFY(!CocoaCalls::importProfiles(&data, groups, true));
         QVERIFY(data == EditorXmlData());
     }
-
-private:
-    int m_row = 0;
 };
 
 QTEST_GUILESS_MAIN(tst_ConfigGenerator)

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "profile/CProfileGenerator.h"
+#include "profile/ProfileDocument.h"
 #include "tests/profile/CocoaCalls.h"
 #include "tests/profile/LogLines.h"
 #include "tests/profile/ProfileSamples.h"
@@ -99,8 +100,9 @@ private slots:
         EditorXmlData data;
         QString problem;
         const LogLines log;
-        QVERIFY(!CProfileGenerator::ImportProfile(&data, true, &problem));
+        QVERIFY(!readInstalledProfile(data, true, &problem));
         QCOMPARE(problem, QStringLiteral("/usr/bin/profiles printed more than 32 MiB"));
+        QVERIFY(!CProfileGenerator::ImportProfile(&data, true));
         QVERIFY2(log.has(QStringLiteral("warning Failed to load system profiles.")), qPrintable(log.all()));
         QVERIFY(data == EditorXmlData());
     }
@@ -124,7 +126,7 @@ private slots:
         commands.set(profiles, script);
         EditorXmlData data;
         QString problem;
-        QVERIFY(!CProfileGenerator::ImportProfile(&data, true, &problem));
+        QVERIFY(!readInstalledProfile(data, true, &problem));
         QTEST(problem, "problem");
     }
 
@@ -133,6 +135,25 @@ private slots:
         const LogLines log;
         QVERIFY(!CProfileGenerator::ImportProfile(nullptr, true));
         QVERIFY2(log.has(QStringLiteral("warning Invalid EditorXmlData.")), qPrintable(log.all()));
+    }
+
+    void aPolicyThatIsNotSetReadsAsOffInTheWindowAlone()
+    {
+        StandIns commands;
+        const QByteArray unset = preference("bMIPCheckPolicyOnDocSave", {"Mode", string("")});
+        commands.setOutput(
+            profiles, listing(installedProfile(editorBundle, "e.1", "UE",
+                                               dictionary({"Preferences", array(unset)}))));
+        EditorXmlData data;
+        data.bMIPCheckPolicySet = true;
+        data.nMIPCheckPolicyOnDocSave = 1;
+        QString problem;
+        QVERIFY(readInstalledProfile(data, true, &problem));
+        QCOMPARE(data.bMIPCheckPolicySet, false);
+        QCOMPARE(data.nMIPCheckPolicyOnDocSave, -1);
+        QVERIFY(CProfileGenerator::ImportProfile(&data, true));
+        QCOMPARE(data.bMIPCheckPolicySet, true);
+        QCOMPARE(data.nMIPCheckPolicyOnDocSave, 0);
     }
 
     void theInstalledProfileFillsTheRecord()

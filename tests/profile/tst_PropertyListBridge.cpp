@@ -124,8 +124,16 @@ private slots:
     {
         const QDomElement element =
             rebuilt(dictionary({"a b", string("x"), "1", string("x"), "", string("x"), "&lt;x", string("x"),
-                                "x:y", dictionary({}), "fine", string("x")}));
+                                "-y", dictionary({}), "fine", string("x")}));
         QCOMPARE(elementText(element), QStringLiteral("<RibbonUI fine=\"x\"/>"));
+    }
+
+    void namesWithAColonComeBack()
+    {
+        const QDomElement element = rebuilt(dictionary(
+            {"xmlns:x", string("urn:x"), "x:id", string("1"), "x:Item", dictionary({"x:y", string("2")})}));
+        QCOMPARE(elementText(element),
+                 QStringLiteral("<RibbonUI x:id=\"1\" xmlns:x=\"urn:x\"><x:Item x:y=\"2\"/></RibbonUI>"));
     }
 
     void nilGivesAnEmptyElementThatIsNotNull()

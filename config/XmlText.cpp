@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "config/XmlText.h"
+
+namespace {
+
+/// Whether half a surrogate pair stands there without the other.
+bool isHalf(const QString &text, int place)
+{
+    const QChar c = text.at(place);
+    if (c.isHighSurrogate())
+        return place + 1 == text.size() || !text.at(place + 1).isLowSurrogate();
+    return c.isLowSurrogate() && (place == 0 || !text.at(place - 1).isHighSurrogate());
+}
+
+} // namespace
+
+bool isXmlText(const QString &text)
+{
+    for (int place = 0; place < text.size(); ++place) {
+        if (!isXmlCharacter(text.at(place)) || isHalf(text, place))
+            return false;
+    }
+    return true;
+}
+
+QString xmlText(const QString &text)
+{
+    if (isXmlText(text))
+        return text;
+    QString kept;
+    kept.reserve(text.size());
+    for (int place = 0; place < text.size(); ++place) {
+        if (isXmlCharacter(text.at(place)) && !isHalf(text, place))
+            kept += text.at(place);
+    }
+    return kept;
+}
+
+QString withWholePairs(const QString &text)
+{
+    QString whole = text;
+    for (int place = 0; place < text.size(); ++place) {
+        if (isHalf(text, place))
+            whole[place] = QChar::ReplacementCharacter;
+    }
+    return whole;
+}

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QString>
+
+/// Whether a document or profile that holds the character can be read again. Half a surrogate pair counts as
+/// a character that can; see isXmlText.
+inline bool isXmlCharacter(QChar c)
+{
+    if (c.unicode() < 0x20)
+        return c == QLatin1Char('\t') || c == QLatin1Char('\n') || c == QLatin1Char('\r');
+    return c.unicode() != 0x7f && c.unicode() != 0xfffe && c.unicode() != 0xffff;
+}
+
+/// Whether a document or profile can hold the text: all of it are such characters, and surrogates are in pairs.
+bool isXmlText(const QString &text);
+
+/// The text without what keeps it from being XML text.
+QString xmlText(const QString &text);
+
+/// The text with U+FFFD for each half of a surrogate pair.
+QString withWholePairs(const QString &text);
