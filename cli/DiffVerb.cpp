@@ -18,13 +18,32 @@ struct Difference
     QJsonValue second;
 };
 
+bool isEmpty(const QDomElement &element)
+{
+    return !element.hasAttributes() && !element.hasChildNodes();
+}
+
+/// The settings with one form for what several forms say: a ribbon and attachments as they are shipped.
+EditorXmlData inOneForm(EditorXmlData settings)
+{
+    for (QDomElement *ribbon : {&settings.elemRibbonCategory, &settings.elemQuickAccessBar}) {
+        if (isEmpty(*ribbon))
+            *ribbon = {};
+    }
+    if (settings.strDisableOpenSaveFileAttach == QLatin1String("Default"))
+        settings.strDisableOpenSaveFileAttach.clear();
+    return settings;
+}
+
 QList<Difference> differencesOf(const SettingsFile &first, const SettingsFile &second)
 {
     QList<Difference> differences;
     if (first.product != second.product)
         differences.append({QStringLiteral("product"), first.product->word, second.product->word});
+    const EditorXmlData one = inOneForm(first.settings);
+    const EditorXmlData other = inOneForm(second.settings);
     for (const RecordField &field : recordFields()) {
-        if (!sameValue(field, first.settings, second.settings))
+        if (!sameValue(field, one, other))
             differences.append(
                 {field.name, settingValue(field, first.settings), settingValue(field, second.settings)});
     }

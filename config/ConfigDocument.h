@@ -21,8 +21,8 @@ void apply(const QDomDocument &document, EditorXmlData &data);
 QDomDocument fromRecord(bool editor, const QString &version);
 
 /// Writes the document as UTF-8 with an XML declaration, an indent of 4 spaces and sorted attributes,
-/// so that equal documents are equal files. What load() would refuse or read otherwise is not written. The old
-/// file stays when that fails; a link or a special file at the path is refused.
+/// so that equal documents are equal files. What load() would refuse or read otherwise is not written. The
+/// old file stays when that fails; a link or a special file at the path is refused.
 bool save(const QDomDocument &document, const QString &path, QString *error = nullptr);
 
 } // namespace ConfigDocument

@@ -3,6 +3,7 @@
 
 #include "config/CCommon.h"
 #include "config/DefaultPlugins.h"
+#include "config/KeptElement.h"
 
 #include <QStringList>
 
@@ -39,6 +40,12 @@ int attachmentModeOf(const EditorXmlData &settings)
     return isMode ? number + 1 : settings.nFileAttachmentsMode;
 }
 
+/// The window's pages make an element even of a ribbon that is as shipped.
+QDomElement ribbonElement(const QDomElement &element, const QString &tagName)
+{
+    return element.isNull() ? keptElement(QDomDocument().createElement(tagName)) : element;
+}
+
 void dropEditorOnly(EditorXmlData &settings)
 {
     settings.bRemoveAdvertise = false;
@@ -52,6 +59,9 @@ void dropEditorOnly(EditorXmlData &settings)
 EditorXmlData settingsForProduct(EditorXmlData settings, bool editor)
 {
     settings.nFileAttachmentsMode = attachmentModeOf(settings);
+    settings.elemRibbonCategory = ribbonElement(settings.elemRibbonCategory, QStringLiteral("RibbonUI"));
+    settings.elemQuickAccessBar =
+        ribbonElement(settings.elemQuickAccessBar, QStringLiteral("QuickAccessBar"));
     settings.strUnloadPluginArray = inDisplayOrder(settings.strUnloadPluginArray, editor);
     if (!editor)
         dropEditorOnly(settings);

@@ -33,5 +33,6 @@ bool sameElement(const QDomElement &first, const QDomElement &second);
 /// document or profile can hold (see isXmlText); empty when all can be written.
 QString unwritableSetting(const EditorXmlData &data);
 
-/// An element as XML text with sorted attributes and without indentation, or a null string for a null element.
+/// An element as XML text with sorted attributes and without indentation, or a null string for a null
+/// element.
 QString elementText(const QDomElement &element);

@@ -12,7 +12,8 @@ inline bool isXmlCharacter(QChar c)
     return c.unicode() != 0x7f && c.unicode() != 0xfffe && c.unicode() != 0xffff;
 }
 
-/// Whether a document or profile can hold the text: all of it are such characters, and surrogates are in pairs.
+/// Whether a document or profile can hold the text: all of it are such characters, and surrogates are in
+/// pairs.
 bool isXmlText(const QString &text);
 
 /// The text without what keeps it from being XML text.

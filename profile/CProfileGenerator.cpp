@@ -4,11 +4,11 @@
 #include "core/SafeFile.h"
 #include "profile/ConfigGenerator.h"
 #include "profile/FreshUuid.h"
-#include "profile/UserDefaults.h"
 #include "profile/LocalHostName.h"
 #include "profile/Logging.h"
 #include "profile/ProfileProduct.h"
 #include "profile/PropertyListInput.h"
+#include "profile/UserDefaults.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -11,19 +11,14 @@
 #include "profile/PropertyListReader.h"
 #include "profile/PropertyListValues.h"
 
-namespace {
+namespace
+{
 
 using ConfigGenerator::Import;
 
-Import filledWhen(BOOL found)
-{
-    return found ? Import::Filled : Import::NoMatch;
-}
+Import filledWhen(BOOL found) { return found ? Import::Filled : Import::NoMatch; }
 
-QString descriptionOf(NSError *error)
-{
-    return printableText(toQString([error localizedDescription]));
-}
+QString descriptionOf(NSError *error) { return printableText(toQString([error localizedDescription])); }
 
 /// Empty when the profile is for one of the products.
 QString productProblem(NSDictionary *profile, bool &editor)

@@ -12,8 +12,8 @@
 /// An autoreleased copy of the text, with a replacement for half a surrogate pair. Never nil.
 inline NSString *toNSString(const QString &text)
 {
-    // Given half a pair, one Foundation makes nil and another a string that cannot be written; and one drops a
-    // byte order mark in front, which is why something else stands there at first.
+    // Given half a pair, one Foundation makes nil and another a string that cannot be written; and one drops
+    // a byte order mark in front, which is why something else stands there at first.
     const QString whole = QLatin1Char('.') + withWholePairs(text);
     NSString *copy = [[NSString alloc] initWithCharacters:reinterpret_cast<const unichar *>(whole.utf16())
                                                    length:static_cast<NSUInteger>(whole.size())];

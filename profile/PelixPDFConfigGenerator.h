@@ -13,8 +13,8 @@ struct EditorXmlData;
 /// User-interface thread only.
 @interface PelixPDFConfigGenerator : NSObject
 
-/// The profile as XML text, "" for a null record; nil when a setting holds what no profile can, or when the text
-/// could not be read again.
+/// The profile as XML text, "" for a null record; nil when a setting holds what no profile can, or when the
+/// text could not be read again.
 + (NSString *)generateProfile:(const EditorXmlData *)data bIsEditor:(BOOL)bIsEditor;
 
 /// The profiles in a property list that groups them by user or computer. nil with the error set, of code

@@ -19,7 +19,8 @@
 
 using ConfigGenerator::EmptyPolicy;
 
-namespace {
+namespace
+{
 
 /// The system groups profiles by user and by computer.
 NSArray *ungrouped(NSDictionary *groups)

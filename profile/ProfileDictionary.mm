@@ -8,22 +8,16 @@
 #include "profile/ProfileProduct.h"
 #include "profile/PropertyListBridge.h"
 
-namespace {
-
-NSString *digit(bool on)
+namespace
 {
-    return on ? @"1" : @"0";
-}
 
-NSDictionary *single(NSString *key, id value)
-{
-    return [NSDictionary dictionaryWithObject:value forKey:key];
-}
+NSString *digit(bool on) { return on ? @"1" : @"0"; }
+
+NSDictionary *single(NSString *key, id value) { return [NSDictionary dictionaryWithObject:value forKey:key]; }
 
 NSDictionary *preference(NSString *text, NSString *key, id value)
 {
-    return single(@"Preference",
-                  [NSDictionary dictionaryWithObjectsAndKeys:text, @"Text", value, key, nil]);
+    return single(@"Preference", [NSDictionary dictionaryWithObjectsAndKeys:text, @"Text", value, key, nil]);
 }
 
 /// An unset policy is the empty text; see EmptyPolicy for what it reads as.
@@ -37,34 +31,34 @@ id policyOnSave(const EditorXmlData &data)
 NSDictionary *attachmentPermissions(const EditorXmlData &data)
 {
     NSString *mode = toNSString(QString::number(data.nFileAttachmentsMode));
-    return single(@"Preference", [NSDictionary dictionaryWithObjectsAndKeys:
-                                                   @"DefaultLaunchAttachmentPerms", @"Text",
-                                                   digit(data.bDisableOpenFileAll), @"Mode", mode,
-                                                   @"DisableOpenSaveFileAttach",
-                                                   toNSString(data.strBuiltInPermList), @"BuiltInPermList",
-                                                   nil]);
+    return single(@"Preference",
+                  [NSDictionary dictionaryWithObjectsAndKeys:@"DefaultLaunchAttachmentPerms", @"Text",
+                                                             digit(data.bDisableOpenFileAll), @"Mode", mode,
+                                                             @"DisableOpenSaveFileAttach",
+                                                             toNSString(data.strBuiltInPermList),
+                                                             @"BuiltInPermList", nil]);
 }
 
 NSArray *preferences(const EditorXmlData &data)
 {
-    return [NSArray arrayWithObjects:
-                        preference(@"StartPage", @"Mode", digit(data.bShowStartPage)),
-                        preference(@"Advertise", @"Disable", digit(data.bRemoveAdvertise)),
-                        preference(@"bMIPCheckPolicyOnDocSave", @"Mode", policyOnSave(data)),
-                        preference(@"AuthLibrary", @"Mode", digit(data.nAuthLibrary == 1)),
-                        attachmentPermissions(data),
-                        preference(@"HideMyApps", @"Mode", digit(data.bHideMyApps)),
-                        preference(@"iManage10loginMethod", @"UseOAuth2", digit(data.bUseOAuth2)),
-                        preference(@"LoginDomain", @"String", toNSString(data.strLoginDomain)),
-                        preference(@"LoginDomainList", @"String", toNSString(data.strLoginDomainList)),
-                        preference(@"SupportExtSSO", @"Mode", digit(data.bSupportExtSSO)), nil];
+    return [NSArray
+        arrayWithObjects:preference(@"StartPage", @"Mode", digit(data.bShowStartPage)),
+                         preference(@"Advertise", @"Disable", digit(data.bRemoveAdvertise)),
+                         preference(@"bMIPCheckPolicyOnDocSave", @"Mode", policyOnSave(data)),
+                         preference(@"AuthLibrary", @"Mode", digit(data.nAuthLibrary == 1)),
+                         attachmentPermissions(data),
+                         preference(@"HideMyApps", @"Mode", digit(data.bHideMyApps)),
+                         preference(@"iManage10loginMethod", @"UseOAuth2", digit(data.bUseOAuth2)),
+                         preference(@"LoginDomain", @"String", toNSString(data.strLoginDomain)),
+                         preference(@"LoginDomainList", @"String", toNSString(data.strLoginDomainList)),
+                         preference(@"SupportExtSSO", @"Mode", digit(data.bSupportExtSSO)), nil];
 }
 
 NSArray *plugins(const EditorXmlData &data)
 {
-    NSDictionary *plugin = [NSDictionary dictionaryWithObjectsAndKeys:@"Plugin", @"Text",
-                                                                      toNSString(data.strUnloadPluginArray),
-                                                                      @"UnloadPluginArray", nil];
+    NSDictionary *plugin =
+        [NSDictionary dictionaryWithObjectsAndKeys:@"Plugin", @"Text", toNSString(data.strUnloadPluginArray),
+                                                   @"UnloadPluginArray", nil];
     return [NSArray arrayWithObject:single(@"Plugin", plugin)];
 }
 

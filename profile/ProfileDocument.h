@@ -20,8 +20,8 @@ struct EditorXmlData;
 bool readProfile(const QString &path, EditorXmlData &data, bool *isEditor, QString *error,
                  QString *signer = nullptr);
 
-/// Fills the record from the product's profile that is installed on this machine. False, with the record as it
-/// was, when there is none; `problem` says in one line why the installed profiles could not be listed, and
+/// Fills the record from the product's profile that is installed on this machine. False, with the record as
+/// it was, when there is none; `problem` says in one line why the installed profiles could not be listed, and
 /// becomes empty otherwise. Runs /usr/bin/profiles and blocks until it ends.
 bool readInstalledProfile(EditorXmlData &data, bool editor, QString *problem);
 

@@ -7,7 +7,8 @@
 
 using ConfigGenerator::EmptyPolicy;
 
-namespace {
+namespace
+{
 
 void readPolicyOnSave(EditorXmlData &data, NSDictionary *item)
 {
@@ -41,15 +42,11 @@ struct PreferenceReader {
 
 const PreferenceReader preferenceReaders[] = {
     {@"StartPage", readMode<&EditorXmlData::bShowStartPage>},
-    {@"Advertise",
-     [](EditorXmlData &data, NSDictionary *item) {
-         data.bRemoveAdvertise = integerIn(item, @"Disable") != 0;
-     }},
+    {@"Advertise", [](EditorXmlData &data,
+                      NSDictionary *item) { data.bRemoveAdvertise = integerIn(item, @"Disable") != 0; }},
     {@"bMIPCheckPolicyOnDocSave", readPolicyOnSave},
-    {@"AuthLibrary",
-     [](EditorXmlData &data, NSDictionary *item) {
-         data.nAuthLibrary = integerIn(item, @"Mode") == 1 ? 1 : 0;
-     }},
+    {@"AuthLibrary", [](EditorXmlData &data,
+                        NSDictionary *item) { data.nAuthLibrary = integerIn(item, @"Mode") == 1 ? 1 : 0; }},
     {@"DefaultLaunchAttachmentPerms", readAttachmentPermissions},
     {@"HideMyApps", readMode<&EditorXmlData::bHideMyApps>},
     {@"iManage10loginMethod",

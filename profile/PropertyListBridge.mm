@@ -10,7 +10,8 @@
 
 #include <algorithm>
 
-namespace {
+namespace
+{
 
 void addAttributes(const QDomElement &element, NSMutableDictionary *result)
 {

@@ -6,12 +6,10 @@
 #include <algorithm>
 #include <limits>
 
-namespace {
-
-id ofClass(Class wanted, id value)
+namespace
 {
-    return [value isKindOfClass:wanted] ? value : nil;
-}
+
+id ofClass(Class wanted, id value) { return [value isKindOfClass:wanted] ? value : nil; }
 
 bool hasIntegerValue(id value)
 {
@@ -30,10 +28,7 @@ NSDictionary *dictionaryIn(id container, NSString *key)
     return ofClass([NSDictionary class], memberOf(container, key));
 }
 
-NSArray *arrayIn(id container, NSString *key)
-{
-    return ofClass([NSArray class], memberOf(container, key));
-}
+NSArray *arrayIn(id container, NSString *key) { return ofClass([NSArray class], memberOf(container, key)); }
 
 int integerIn(id container, NSString *key)
 {
@@ -41,18 +36,15 @@ int integerIn(id container, NSString *key)
     if (!hasIntegerValue(value))
         return 0;
     const NSInteger integer = [value integerValue];
-    return static_cast<int>(std::clamp<NSInteger>(integer, std::numeric_limits<int>::min(),
-                                                  std::numeric_limits<int>::max()));
+    return static_cast<int>(
+        std::clamp<NSInteger>(integer, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
 }
 
-QString textIn(id container, NSString *key)
-{
-    return textOf(memberOf(container, key));
-}
+QString textIn(id container, NSString *key) { return textOf(memberOf(container, key)); }
 
 QString textOf(id value)
 {
-    NSString *string = [value isKindOfClass:[NSNumber class]] ? [value stringValue]
-                                                              : ofClass([NSString class], value);
+    NSString *string =
+        [value isKindOfClass:[NSNumber class]] ? [value stringValue] : ofClass([NSString class], value);
     return toQString(string);
 }

@@ -48,6 +48,11 @@ private slots:
     void kindsOfFilesCanBeMixed();
     void signedAndUnsignedProfilesAreTheSame();
     void aProfileOfADocumentLacksWhatProfilesDoNotCarry();
+    void whatIsNotSetIsTheSameInEveryForm_data();
+    void whatIsNotSetIsTheSameInEveryForm();
+    void whatIsSetDiffersFromWhatIsNot_data();
+    void whatIsSetDiffersFromWhatIsNot();
+    void aPolicyThatIsNotSetStaysSo();
     void troubleIsExitCode2_data();
     void troubleIsExitCode2();
     void outputThatIsLostIsTrouble();
@@ -169,10 +174,86 @@ void tst_PctDiff::aProfileOfADocumentLacksWhatProfilesDoNotCarry()
         "</Installation_Options></Profstore>");
     QCOMPARE(runner.makeProfile(true, {text("--config"), document}).exitCode, 0);
     const QStringList expected{text("strDisableOpenSaveFileAttach"), text("nFileAttachmentsMode"),
-                               text("bMIPCheckPolicySet"),           text("nMIPCheckPolicyOnDocSave"),
-                               text("elemRibbonCategory"),           text("elemQuickAccessBar"),
                                text("bSetAsDefaultViewer")};
     QCOMPARE(differingNames(runner, document, runner.output()), expected);
+}
+
+void tst_PctDiff::whatIsNotSetIsTheSameInEveryForm_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    QTest::newRow("empty ribbon") << settings("", "<RibbonUI/>");
+    QTest::newRow("empty ribbon with white space") << settings("", "<RibbonUI> </RibbonUI>");
+    QTest::newRow("empty quick-access bar")
+        << QByteArray("<RibbonSetTabElements><QuickAccessBar></QuickAccessBar></RibbonSetTabElements>");
+    for (const char *permission : {"", "Default"})
+        QTest::addRow("attachments %s", permission)
+            << settings(QByteArray("<Preference Text='DefaultLaunchAttachmentPerms' "
+                                   "DisableOpenSaveFileAttach='") +
+                        permission + "'/>");
+    QTest::newRow("MIP policy") << settings("<Preference Text='bMIPCheckPolicyOnDocSave' Mode=''/>");
+}
+
+/// Against a document without a word of it, and against the profile made from either.
+void tst_PctDiff::whatIsNotSetIsTheSameInEveryForm()
+{
+    QFETCH(QByteArray, body);
+    const ProfileRunner runner;
+    const QString silent = runner.document("PelixPDFEditor", "", text("silent.xml"));
+    const QString document = runner.document("PelixPDFEditor", body, text("document.xml"));
+    QCOMPARE(differingNames(runner, silent, document), QStringList());
+    for (const QString &source : {silent, document}) {
+        QCOMPARE(runner.makeProfile(true, {text("--force"), text("--config"), source}).exitCode, 0);
+        QCOMPARE(differingNames(runner, document, runner.output()), QStringList());
+        QCOMPARE(differingNames(runner, runner.output(), silent), QStringList());
+    }
+}
+
+void tst_PctDiff::whatIsSetDiffersFromWhatIsNot_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    QTest::addColumn<QString>("name");
+    QTest::newRow("ribbon with a child")
+        << settings("", "<RibbonUI><Category/></RibbonUI>") << text("elemRibbonCategory");
+    QTest::newRow("ribbon with an attribute")
+        << settings("", "<RibbonUI a=''/>") << text("elemRibbonCategory");
+    QTest::newRow("ribbon with a text")
+        << settings("", "<RibbonUI>a</RibbonUI>") << text("elemRibbonCategory");
+    QTest::newRow("attachments") << settings("<Preference Text='DefaultLaunchAttachmentPerms' "
+                                             "DisableOpenSaveFileAttach='default'/>")
+                                 << text("strDisableOpenSaveFileAttach");
+}
+
+void tst_PctDiff::whatIsSetDiffersFromWhatIsNot()
+{
+    QFETCH(QByteArray, body);
+    QFETCH(QString, name);
+    const PctRunner runner;
+    QCOMPARE(differingNames(runner, runner.document("PelixPDFEditor", "", text("silent.xml")),
+                            runner.document("PelixPDFEditor", body, text("document.xml"))),
+             QStringList{name});
+}
+
+void tst_PctDiff::aPolicyThatIsNotSetStaysSo()
+{
+    const ProfileRunner runner;
+    QCOMPARE(runner.makeProfile(true).exitCode, 0);
+    const QString first = runner.file(text("first"));
+    QVERIFY(QFile::rename(runner.output(), first));
+    runner.install(first);
+    for (const QStringList &source : {QStringList{text("--from"), first}, {text("--installed")}}) {
+        QCOMPARE(runner.makeProfile(true, QStringList{text("--force")} + source).exitCode, 0);
+        const QJsonObject item =
+            preferenceOf(runner.propertyList(runner.output()), text("bMIPCheckPolicyOnDocSave"));
+        QCOMPARE(item.value(text("Mode")), QJsonValue(QString(QLatin1String(""))));
+    }
+    const QJsonObject shown = runner.run({text("show"), text("--json"), first}).json();
+    const QJsonObject values = shown.value(text("settings")).toObject();
+    QCOMPARE(values.value(text("bMIPCheckPolicySet")), QJsonValue(false));
+    QCOMPARE(values.value(text("nMIPCheckPolicyOnDocSave")), QJsonValue(-1));
+    const QString off =
+        runner.document("PelixPDFEditor", settings("<Preference Text='bMIPCheckPolicyOnDocSave' Mode='0'/>"));
+    const QStringList policy{text("bMIPCheckPolicySet"), text("nMIPCheckPolicyOnDocSave")};
+    QCOMPARE(differingNames(runner, first, off), policy);
 }
 
 void tst_PctDiff::troubleIsExitCode2_data()

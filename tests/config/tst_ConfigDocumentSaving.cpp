@@ -114,8 +114,8 @@ private slots:
             QStringLiteral("import sys, xml.etree.ElementTree as tree\n"
                            "found = tree.parse(sys.argv[1]).find('.//*[@BuiltInPermList]')\n"
                            "sys.stdout.write(found.get('BuiltInPermList').encode('utf-8').hex())\n");
-        const QByteArray read = TestFiles::outputOf(QStringLiteral("/usr/bin/python3"),
-                                                    {QStringLiteral("-c"), script, m_path});
+        const QByteArray read =
+            TestFiles::outputOf(QStringLiteral("/usr/bin/python3"), {QStringLiteral("-c"), script, m_path});
         QCOMPARE(read, text.toUtf8().toHex());
     }
 

@@ -72,6 +72,24 @@ private slots:
                  first + QLatin1Char(';') + third + QStringLiteral(";Own.dylib;"));
     }
 
+    void aRibbonThatIsAsShippedBecomesEmptyElements()
+    {
+        const EditorXmlData result = settingsForProduct(EditorXmlData(), false);
+        QCOMPARE(elementText(result.elemRibbonCategory), QStringLiteral("<RibbonUI/>"));
+        QCOMPARE(elementText(result.elemQuickAccessBar), QStringLiteral("<QuickAccessBar/>"));
+    }
+
+    void aQuickAccessBarAloneIsKept()
+    {
+        EditorXmlData data;
+        data.elemQuickAccessBar =
+            RecordSamples::element("<QuickAccessBar><control action='a'/></QuickAccessBar>");
+        const EditorXmlData result = settingsForProduct(data, true);
+        QCOMPARE(elementText(result.elemRibbonCategory), QStringLiteral("<RibbonUI/>"));
+        QCOMPARE(elementText(result.elemQuickAccessBar),
+                 QStringLiteral("<QuickAccessBar><control action=\"a\"/></QuickAccessBar>"));
+    }
+
     void noPluginsStayNone()
     {
         EditorXmlData data;

@@ -27,8 +27,7 @@ private slots:
             << QStringLiteral("ab");
         QTest::newRow("first half of a pair")
             << QStringLiteral("a") + QChar(0xd83d) + QStringLiteral("b") << QStringLiteral("ab");
-        QTest::newRow("first half at the end")
-            << QStringLiteral("a") + QChar(0xd83d) << QStringLiteral("a");
+        QTest::newRow("first half at the end") << QStringLiteral("a") + QChar(0xd83d) << QStringLiteral("a");
         QTest::newRow("two first halves, one second")
             << QString(QChar(0xd83d)) + QStringLiteral("\U0001F600") << QStringLiteral("\U0001F600");
         QTest::newRow("the wrong way round") << QString(QChar(0xde00)) + QChar(0xd83d) << QString();

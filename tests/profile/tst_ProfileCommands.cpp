@@ -141,9 +141,8 @@ private slots:
     {
         StandIns commands;
         const QByteArray unset = preference("bMIPCheckPolicyOnDocSave", {"Mode", string("")});
-        commands.setOutput(
-            profiles, listing(installedProfile(editorBundle, "e.1", "UE",
-                                               dictionary({"Preferences", array(unset)}))));
+        commands.setOutput(profiles, listing(installedProfile(editorBundle, "e.1", "UE",
+                                                              dictionary({"Preferences", array(unset)}))));
         EditorXmlData data;
         data.bMIPCheckPolicySet = true;
         data.nMIPCheckPolicyOnDocSave = 1;

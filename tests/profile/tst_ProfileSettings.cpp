@@ -73,10 +73,10 @@ QByteArray settingsWith(const Values &values)
             preferences += dictionary({"Preference", "<dict><key>Text</key>" + string(item.key().toUtf8()) +
                                                          item.value() + "</dict>"});
     }
-    const QByteArray plugin = "<dict><key>Text</key>" + string("Plugin") +
-                              items.value(QStringLiteral("Plugin")) + "</dict>";
-    return propertyList(dictionary(
-        {"Preferences", array(preferences), "Plugins", array(dictionary({"Plugin", plugin}))}));
+    const QByteArray plugin =
+        "<dict><key>Text</key>" + string("Plugin") + items.value(QStringLiteral("Plugin")) + "</dict>";
+    return propertyList(
+        dictionary({"Preferences", array(preferences), "Plugins", array(dictionary({"Plugin", plugin}))}));
 }
 
 void addRow(const char *name, const char *keys, const QJsonValue &value, const Change &change)
