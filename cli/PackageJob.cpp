@@ -6,14 +6,28 @@
 #include "cli/Product.h"
 #include "cli/SettingsFile.h"
 #include "config/ProductSettings.h"
-#include "core/SafeFile.h"
+#include "core/OutputFile.h"
 #include "package/PackageBuild.h"
 
 #include <QFile>
 #include <QFileInfo>
 
+namespace {
+
+std::shared_ptr<OutputFile> heldPlace(const QString &path, bool force)
+{
+    if (path.isEmpty())
+        return nullptr;
+    const auto existing = force ? OutputFile::Existing::Replace : OutputFile::Existing::Keep;
+    return std::make_shared<OutputFile>(path, existing);
+}
+
+} // namespace
+
 PackageJob::PackageJob(const PackageRequest &request)
     : m_request(request)
+    , m_output(heldPlace(request.output, request.force))
+    , m_keptDocument(heldPlace(request.keptDocument, request.force))
 {
 }
 
@@ -78,14 +92,14 @@ Verdict PackageJob::build()
 {
     m_document = m_folder.makeSubfolder(QStringLiteral("document")) + QStringLiteral("/ProfStore.xml");
     const BuildReport report = buildPackage(plan());
-    for (const BuildWarning &warning : report.warnings) {
-        // What is left of the work folder goes with the private one around it.
-        if (warning.code != QLatin1String("work-folder-left"))
-            m_warnings.append({m_request.input, warning});
-    }
+    for (const BuildWarning &warning : report.warnings)
+        m_warnings.append({m_request.input, warning});
     m_productVersion = report.productVersion;
     if (report.succeeded())
         return std::nullopt;
+    if (m_output->isTaken())
+        return Problem{m_request.output,
+                       QStringLiteral("exists already, since this run began; use --force to replace it")};
     return Problem{
         m_request.input,
         QStringLiteral("cannot %1: %2; no package was made").arg(report.failedStep, report.problem)};
@@ -96,9 +110,11 @@ BuildPlan PackageJob::plan() const
     BuildPlan plan;
     plan.inputPackage = m_request.input;
     plan.outputPackage = m_request.output;
+    plan.output = m_output;
     plan.documentPath = m_document;
     plan.workFolder = m_folder.makeSubfolder(QStringLiteral("work")) + QLatin1Char('/') +
                       QFileInfo(m_request.input).fileName();
+    plan.removesWorkFolder = false;
     plan.editor = m_request.product->editor;
     plan.collectSettings = [] {};
     plan.wantsDefaultViewer = [] { return theEditorXmlData.bSetAsDefaultViewer; };
@@ -110,14 +126,12 @@ Verdict PackageJob::keepDocument()
 {
     if (m_request.keptDocument.isEmpty())
         return std::nullopt;
-    // The build took its time: what is at the path now counts.
-    if (Verdict problem = unwritable(m_request.keptDocument, m_request.force))
-        return problem;
     QFile document(m_document);
     QString error = QStringLiteral("the document cannot be read again");
-    if (document.open(QIODevice::ReadOnly) &&
-        SafeFile::replaceContents(m_request.keptDocument, document.readAll(), &error))
+    if (document.open(QIODevice::ReadOnly) && m_keptDocument->write(document.readAll(), &error))
         return std::nullopt;
+    if (m_keptDocument->isTaken())
+        error += QStringLiteral("; use --force to replace it");
     return Problem{m_request.keptDocument,
                    QStringLiteral("the document cannot be kept (%1); the package was made").arg(error)};
 }

@@ -8,8 +8,11 @@
 #include <QList>
 #include <QString>
 
+#include <memory>
+
 struct BuildPlan;
 struct Product;
+class OutputFile;
 
 /// What `pct build` was asked for. All paths are absolute; those that were not given are empty.
 struct PackageRequest
@@ -46,6 +49,9 @@ private:
     BuildPlan plan() const;
 
     PackageRequest m_request;
+    // Held from the start: what their paths lead to by the end is another question.
+    std::shared_ptr<OutputFile> m_output;
+    std::shared_ptr<OutputFile> m_keptDocument;
     PrivateFolder m_folder;
     QString m_document; ///< where the build writes the document
     QList<FileWarning> m_warnings;

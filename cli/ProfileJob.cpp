@@ -3,27 +3,21 @@
 
 #include "cli/HostCommands.h"
 #include "cli/PathRules.h"
+#include "cli/PrivateFolder.h"
 #include "cli/Product.h"
 #include "cli/SettingsFile.h"
 #include "config/ProductSettings.h"
 #include "config/RecordFields.h"
-#include "core/SafeFile.h"
 #include "profile/CProfileGenerator.h"
 #include "profile/ProfileDocument.h"
 #include "profile/ProfileProduct.h"
 
+#include <QFile>
 #include <QFileInfo>
-#include <QTemporaryDir>
 
 #include <algorithm>
 
 namespace {
-
-/// On the file system of the output, so that the finished profile can be moved there.
-QString folderBeside(const QString &output)
-{
-    return QFileInfo(output).path() + QStringLiteral("/.pct-profile-XXXXXX");
-}
 
 bool isText(const RecordField &field)
 {
@@ -44,6 +38,7 @@ bool sameTexts(const EditorXmlData &first, const EditorXmlData &second)
 
 ProfileJob::ProfileJob(const ProfileRequest &request)
     : m_request(request)
+    , m_output(request.output, request.force ? OutputFile::Existing::Replace : OutputFile::Existing::Keep)
 {
 }
 
@@ -182,20 +177,18 @@ void ProfileJob::settleIdentity()
 
 Verdict ProfileJob::write()
 {
-    const QTemporaryDir folder(folderBeside(m_request.output));
-    if (!folder.isValid())
-        return Problem{m_request.output, QStringLiteral("nothing can be written beside it (%1); use another "
-                                                        "folder")
-                                             .arg(folder.errorString())};
-    const QString staged = folder.filePath(QFileInfo(m_request.output).fileName());
-    if (Verdict problem = writeTo(staged))
+    const PrivateFolder folder;
+    if (Verdict problem = folder.problem())
         return problem;
-    // Signing took its time: what is at the path counts now.
-    if (Verdict problem = unwritable(m_request.output, m_request.force))
+    const QString made = folder.filePath(QFileInfo(m_request.output).fileName());
+    if (Verdict problem = writeTo(made))
         return problem;
-    QString error;
-    if (SafeFile::moveIntoPlace(staged, m_request.output, &error))
+    QFile profile(made);
+    QString error = QStringLiteral("the profile cannot be read again");
+    if (profile.open(QIODevice::ReadOnly) && m_output.write(profile.readAll(), &error))
         return std::nullopt;
+    if (m_output.isTaken())
+        return Problem{m_request.output, error + QStringLiteral("; use --force to replace it")};
     return Problem{m_request.output, QStringLiteral("cannot be written (%1); use another place").arg(error)};
 }
 
@@ -203,7 +196,8 @@ Verdict ProfileJob::writeTo(const QString &path)
 {
     if (!CProfileGenerator::CreateProfile(&m_settings, path, m_request.product->editor))
         return Problem{m_request.output,
-                       QStringLiteral("the profile cannot be written; check that its folder has room, and "
+                       QStringLiteral("the profile cannot be written; check that the temporary folder has "
+                                      "room, and "
                                       "that the ribbon of the settings is not nested too deep")};
     if (!m_request.signer.isEmpty()) {
         if (Verdict problem = sign(path))

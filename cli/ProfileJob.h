@@ -4,6 +4,7 @@
 #include "cli/FileWarning.h"
 #include "cli/Problem.h"
 #include "config/EditorXmlData.h"
+#include "core/OutputFile.h"
 #include "profile/ManagedProfile.h"
 
 #include <QList>
@@ -56,6 +57,7 @@ private:
     Verdict readBack(const QString &path);
 
     ProfileRequest m_request;
+    OutputFile m_output;
     EditorXmlData m_settings;
     QList<FileWarning> m_warnings;
 };

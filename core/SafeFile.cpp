@@ -6,11 +6,7 @@
 #include <QSaveFile>
 
 #include <cerrno>
-#include <cstdio>
-#include <cstring>
-#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace {
 
@@ -19,11 +15,6 @@ bool fail(QString *error, const QString &text)
     if (error)
         *error = text;
     return false;
-}
-
-bool failWithErrno(QString *error)
-{
-    return fail(error, QString::fromLocal8Bit(std::strerror(errno)));
 }
 
 bool mayReplace(const QString &path, QString *error)
@@ -37,18 +28,6 @@ bool mayReplace(const QString &path, QString *error)
     default:
         return fail(error, QStringLiteral("is not a regular file"));
     }
-}
-
-bool syncPath(const QString &path, QString *error)
-{
-    const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
-    if (descriptor < 0)
-        return failWithErrno(error);
-    const bool synced = ::fsync(descriptor) == 0;
-    if (!synced)
-        failWithErrno(error);
-    ::close(descriptor);
-    return synced;
 }
 
 } // namespace
@@ -92,13 +71,4 @@ bool SafeFile::replaceContents(const QString &path, const QByteArray &bytes, QSt
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
         return fail(error, file.errorString());
     return true;
-}
-
-bool SafeFile::moveIntoPlace(const QString &from, const QString &to, QString *error)
-{
-    if (!mayReplace(to, error) || !syncPath(from, error))
-        return false;
-    if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0)
-        return failWithErrno(error);
-    return syncPath(QFileInfo(to).absolutePath(), error);
 }

@@ -24,8 +24,4 @@ bool copyNew(const QString &from, const QString &to, QString *error = nullptr);
 /// permissions. Refuses when a link or anything but a regular file lies there.
 bool replaceContents(const QString &path, const QByteArray &bytes, QString *error = nullptr);
 
-/// Syncs a finished file, moves it to `to` on the same file system, replacing a regular file there,
-/// and syncs the folder. Refuses when a link or anything but a regular file lies at `to`.
-bool moveIntoPlace(const QString &from, const QString &to, QString *error = nullptr);
-
 } // namespace SafeFile

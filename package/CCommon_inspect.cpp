@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/CCommon.h"
 #include "core/Command.h"
+#include "core/TransientFolder.h"
 #include "package/Logging.h"
 #include "package/ProductVersion.h"
 #include "package/ScriptLines.h"
@@ -8,7 +9,6 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QTemporaryFile>
 #include <QTextStream>
 
 namespace {
@@ -30,16 +30,16 @@ bool readCheckScript(QString &script)
     return true;
 }
 
-bool writeCheckScript(QTemporaryFile &file, const QString &script)
+bool writeCheckScript(const QString &path, const QString &script)
 {
-    if (!file.open()) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadWrite | QIODevice::Text)) {
         qCDebug(logPackage) << "CheckPkg open tempfile fail";
         return false;
     }
     QTextStream stream(&file);
     stream << script;
     stream.flush();
-    file.close();
     return stream.status() == QTextStream::Ok;
 }
 
@@ -50,10 +50,12 @@ bool CCommon::CheckPkg(QString pkgPath, bool bEditor)
     if (!QFileInfo(pkgPath).isFile())
         return false;
     QString script;
-    QTemporaryFile file;
-    if (!readCheckScript(script) || !writeCheckScript(file, script))
+    // Nobody else may change the script between its writing and its run.
+    const TransientFolder folder(QStringLiteral("pct-"));
+    const QString path = folder.filePath(QStringLiteral("checkid"));
+    if (!readCheckScript(script) || !writeCheckScript(path, script))
         return false;
-    const QStringList arguments = {file.fileName(), pkgPath,
+    const QStringList arguments = {path, pkgPath,
                                    bEditor ? QStringLiteral("editor") : QStringLiteral("reader")};
     qCDebug(logPackage) << "CheckPkgValid cmd:" << arguments;
     return Command::run(QStringLiteral("sh"), arguments).succeeded();

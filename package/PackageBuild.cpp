@@ -2,7 +2,9 @@
 #include "package/PackageBuild.h"
 
 #include "config/CCommon.h"
+#include "core/OutputFile.h"
 #include "core/SafeFile.h"
+#include "core/TransientFolder.h"
 #include "package/BuildPaths.h"
 #include "package/Failure.h"
 #include "package/Logging.h"
@@ -13,7 +15,6 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QStandardPaths>
-#include <QTemporaryDir>
 
 #include <memory>
 #include <optional>
@@ -45,7 +46,7 @@ bool checkComponent(const QString &component, bool editor, QString *problem)
 /// A package whose contents cannot be read has failed to expand before, so that counts as unsigned.
 bool isSignedPackage(const QString &package)
 {
-    const QTemporaryDir folder;
+    const TransientFolder folder(QStringLiteral("pct-"));
     return folder.isValid() && isSigned(package, folder.path(), nullptr).value_or(false);
 }
 
@@ -73,6 +74,7 @@ private:
     BuildPlan m_plan;
     BuildReport &m_report;
     BuildFiles m_files;
+    std::shared_ptr<OutputFile> m_output;
     QString m_component;
     PackageInspection m_inspection;
     std::optional<qint64> m_sourceDate;
@@ -87,6 +89,8 @@ Build::Build(const BuildPlan &plan, BuildReport &report)
               QFileInfo(plan.outputPackage).absoluteFilePath(),
               plan.documentPath.isEmpty() ? temporaryDocumentPath()
                                           : QFileInfo(plan.documentPath).absoluteFilePath()}
+    , m_output(plan.output ? plan.output
+                           : std::make_shared<OutputFile>(m_files.output, OutputFile::Existing::Replace))
     , m_component(plan.workFolder + QLatin1Char('/') + componentPackageName(plan.editor))
 {
 }
@@ -103,7 +107,7 @@ bool Build::checkPaths(QString *problem)
 
 bool Build::clearWorkFolder(QString *problem)
 {
-    return removeWorkFolder(m_plan.workFolder, m_files, problem);
+    return !m_plan.removesWorkFolder || removeWorkFolder(m_plan.workFolder, m_files, problem);
 }
 
 bool Build::expand(QString *problem)
@@ -172,15 +176,16 @@ bool Build::limitTimes(QString *problem)
 /// The files are compared once more: what did not exist at the start may by now be one file under two names.
 bool Build::flatten(QString *problem)
 {
-    StagedOutput staged(m_files.output);
-    return staged.flatten(m_plan.workFolder, m_plan.editor, problem) && checkFilesDiffer(m_files, problem) &&
-           staged.moveIntoPlace(problem);
+    QString cause;
+    return flattenStaged(m_plan.workFolder, m_plan.editor, *m_output, problem) &&
+           checkFilesDiffer(m_files, problem) &&
+           (m_output->place(&cause) || fail(problem, m_files.output + QStringLiteral(": ") + cause));
 }
 
 bool Build::removeLeftovers(QString *)
 {
     QString problem;
-    if (!removeWorkFolder(m_plan.workFolder, m_files, &problem)) {
+    if (m_plan.removesWorkFolder && !removeWorkFolder(m_plan.workFolder, m_files, &problem)) {
         qCDebug(logPackage) << "qsUnPkgFile remove fail!";
         m_report.warnings.append({QStringLiteral("work-folder-left"), problem});
     }

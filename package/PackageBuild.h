@@ -7,15 +7,22 @@
 #include <QString>
 
 #include <functional>
+#include <memory>
 #include <vector>
+
+class OutputFile;
 
 /// One build of a customized package, as the window and the command line ask for it.
 struct BuildPlan
 {
     QString inputPackage;
     QString outputPackage;
-    QString documentPath; ///< where the configuration document is kept; empty = temporary folder
-    QString workFolder;   ///< where the package is expanded; a folder left there is removed first
+    /// The place of the output when the caller holds it already. Null lets the build hold it from its start
+    /// and replace a file there.
+    std::shared_ptr<OutputFile> output;
+    QString documentPath;          ///< where the configuration document is kept; empty = temporary folder
+    QString workFolder;            ///< where the package is expanded; a folder left there is removed first
+    bool removesWorkFolder = true; ///< false when the caller made the place for it and removes that
     bool editor = true;
 
     /// Brings the live record up to date; called once, after the package has been expanded.

@@ -128,6 +128,23 @@ void PctRunner::linkTool(const QString &name) const
         qFatal("cannot link to %s", qPrintable(real));
 }
 
+void PctRunner::withoutCalls(const QString &calls)
+{
+    interpose("PCT_TEST_WITHOUT", calls);
+}
+
+void PctRunner::withEndlessCall(const QString &call)
+{
+    interpose("PCT_TEST_BUSY", call);
+}
+
+void PctRunner::interpose(const char *variable, const QString &calls)
+{
+    setEnvironment(QString::fromLatin1(variable), calls);
+    setEnvironment(QStringLiteral("LD_PRELOAD"), QStringLiteral(PCT_INTERPOSE_LIBRARY));
+    setEnvironment(QStringLiteral("ASAN_OPTIONS"), QStringLiteral("detect_leaks=0:verify_asan_link_order=0"));
+}
+
 void PctRunner::setEnvironment(const QString &name, const QString &value)
 {
     m_environment.insert(name, value);

@@ -51,6 +51,11 @@ public:
     /// The command itself again, after replaceTool.
     void restoreTool(const QString &name) const;
 
+    /// Calls of the system, separated by spaces, that `pct` finds missing, e.g. "renameat2 linkat"; not on a Mac.
+    void withoutCalls(const QString &calls);
+    /// A call that never returns and keeps the processor busy: "fsync"; not on a Mac.
+    void withEndlessCall(const QString &call);
+
     void setEnvironment(const QString &name, const QString &value);
     /// What `pct` is started with.
     const QProcessEnvironment &environment() const;
@@ -69,6 +74,7 @@ public:
 
 private:
     void linkTool(const QString &name) const;
+    void interpose(const char *variable, const QString &calls);
 
     QTemporaryDir m_folder;
     QProcessEnvironment m_environment;

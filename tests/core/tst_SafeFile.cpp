@@ -100,24 +100,6 @@ private slots:
         QVERIFY(!error.isEmpty());
     }
 
-    void movingIntoPlaceReplacesAFileAndRefusesALink()
-    {
-        TestFiles::write(at("new"), "new");
-        QVERIFY(!SafeFile::moveIntoPlace(at("new"), at("link")));
-        QCOMPARE(TestFiles::read(at("file")), QByteArray("old"));
-        QVERIFY(SafeFile::moveIntoPlace(at("new"), at("file")));
-        QCOMPARE(TestFiles::read(at("file")), QByteArray("new"));
-        QVERIFY(!QFileInfo::exists(at("new")));
-    }
-
-    void movingAMissingFileFails()
-    {
-        QString error;
-        QVERIFY(!SafeFile::moveIntoPlace(at("missing"), at("file"), &error));
-        QVERIFY(!error.isEmpty());
-        QCOMPARE(TestFiles::read(at("file")), QByteArray("old"));
-    }
-
 private:
     QString at(const char *name) const { return m_folder->filePath(QString::fromLatin1(name)); }
 

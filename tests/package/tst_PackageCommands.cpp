@@ -83,6 +83,21 @@ private slots:
         QVERIFY(log.lines().first().startsWith(QStringLiteral("CheckPkgValid cmd:")));
     }
 
+    void theCheckScriptLiesInAFolderOfItsOwnThatOnlyItsUserCanEnter()
+    {
+        const QString notes = m_folder->filePath(QStringLiteral("notes"));
+        m_tools->add(QStringLiteral("sh"),
+                     "folder=${1%/*}; { ls -ld \"$folder\"; ls -A \"$folder\"; ls -d \"${folder%/*}\"; } > " +
+                         QFile::encodeName(notes) + "\n");
+        QVERIFY(CCommon::CheckPkg(m_package, true));
+        const QList<QByteArray> lines = TestFiles::read(notes).split('\n');
+        const QString script = m_tools->calls(QStringLiteral("sh")).value(0).value(0);
+        QVERIFY2(lines.value(0).startsWith("drwx------"), lines.value(0).constData());
+        QCOMPARE(QString::fromUtf8(lines.value(1)), QFileInfo(script).fileName());
+        QCOMPARE(QString::fromUtf8(lines.value(2)), QDir::tempPath());
+        QVERIFY(!QFileInfo::exists(QFileInfo(script).path()));
+    }
+
     void theCheckScriptIsABashScript()
     {
         QVERIFY(TestFiles::read(QStringLiteral(":/checkid")).startsWith("#!/bin/bash\n"));

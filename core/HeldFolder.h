@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QString>
+
+#include <memory>
+
+/// A folder that is held open. What is done relative to its descriptor happens in this folder, wherever
+/// its path leads by then. Copies share the descriptor, which is closed with the last of them. Any thread.
+class HeldFolder
+{
+public:
+    /// Opens the folder. A relative path starts at the working folder.
+    explicit HeldFolder(const QString &path);
+
+    bool isValid() const { return m_descriptor != nullptr; }
+    /// Why it could not be opened: one line without the path.
+    QString errorString() const { return m_error; }
+
+    /// The path that it was opened by, absolute.
+    QString path() const { return m_path; }
+    /// For the calls that work relative to a folder; only when it is valid.
+    int descriptor() const { return *m_descriptor; }
+
+    /// Whether the path still leads to this folder.
+    bool isStillThere() const;
+
+private:
+    QString m_path;
+    QString m_error;
+    std::shared_ptr<const int> m_descriptor;
+};
