@@ -24,7 +24,6 @@
 #include <string>
 #include <sys/mman.h>
 #include <sys/stat.h>
-#include <sys/uio.h>
 #include <unistd.h>
 
 namespace {
@@ -148,196 +147,56 @@ mode_t modeOf(int flags, mode_t given)
 } // namespace
 
 // NOLINTBEGIN: the names and types are the C library's.
+#define PASS_ON(name, place, failure, ...)                                                                   \
+    return fails(place) ? failure : following<decltype(name)>(#name)(__VA_ARGS__)
+
+#define OPENING(name, place, ...)                                                                            \
+    va_list rest;                                                                                            \
+    va_start(rest, flags);                                                                                   \
+    const mode_t mode = modeOf(flags, static_cast<mode_t>(va_arg(rest, int)));                               \
+    va_end(rest);                                                                                            \
+    PASS_ON(name, place, -1, __VA_ARGS__, flags, mode)
+
 extern "C" {
 
-#define OPEN_LIKE(name)                                                                                      \
-    int name(const char *path, int flags, ...)                                                               \
-    {                                                                                                        \
-        va_list rest;                                                                                        \
-        va_start(rest, flags);                                                                               \
-        const mode_t mode = modeOf(flags, static_cast<mode_t>(va_arg(rest, int)));                           \
-        va_end(rest);                                                                                        \
-        if (fails(placeOf(AT_FDCWD, path)))                                                                  \
-            return -1;                                                                                       \
-        return following<int(const char *, int, ...)>(#name)(path, flags, mode);                             \
-    }
+int open(const char *path, int flags, ...)
+{
+    OPENING(open, placeOf(AT_FDCWD, path), path);
+}
 
-#define OPENAT_LIKE(name)                                                                                    \
-    int name(int folder, const char *path, int flags, ...)                                                   \
-    {                                                                                                        \
-        va_list rest;                                                                                        \
-        va_start(rest, flags);                                                                               \
-        const mode_t mode = modeOf(flags, static_cast<mode_t>(va_arg(rest, int)));                           \
-        va_end(rest);                                                                                        \
-        if (fails(placeOf(folder, path)))                                                                    \
-            return -1;                                                                                       \
-        return following<int(int, const char *, int, ...)>(#name)(folder, path, flags, mode);                \
-    }
+int open64(const char *path, int flags, ...)
+{
+    OPENING(open64, placeOf(AT_FDCWD, path), path);
+}
 
-OPEN_LIKE(open)
-OPEN_LIKE(open64)
-OPENAT_LIKE(openat)
-OPENAT_LIKE(openat64)
+int openat(int folder, const char *path, int flags, ...)
+{
+    OPENING(openat, placeOf(folder, path), folder, path);
+}
+
+int openat64(int folder, const char *path, int flags, ...)
+{
+    OPENING(openat64, placeOf(folder, path), folder, path);
+}
 
 FILE *fopen(const char *path, const char *mode)
 {
-    return fails(placeOf(AT_FDCWD, path))
-               ? nullptr
-               : following<FILE *(const char *, const char *)>("fopen")(path, mode);
+    PASS_ON(fopen, placeOf(AT_FDCWD, path), nullptr, path, mode);
 }
 
 FILE *fopen64(const char *path, const char *mode)
 {
-    return fails(placeOf(AT_FDCWD, path))
-               ? nullptr
-               : following<FILE *(const char *, const char *)>("fopen64")(path, mode);
+    PASS_ON(fopen64, placeOf(AT_FDCWD, path), nullptr, path, mode);
 }
 
-ssize_t write(int descriptor, const void *bytes, size_t size)
+DIR *opendir(const char *path)
 {
-    const ssize_t some = allowed(descriptor, size);
-    return some < 0 ? -1
-                    : following<ssize_t(int, const void *, size_t)>("write")(descriptor, bytes,
-                                                                             static_cast<size_t>(some));
+    PASS_ON(opendir, placeOf(AT_FDCWD, path), nullptr, path);
 }
 
-#define PWRITE_LIKE(name, offset_type)                                                                       \
-    ssize_t name(int descriptor, const void *bytes, size_t size, offset_type offset)                         \
-    {                                                                                                        \
-        const ssize_t some = allowed(descriptor, size);                                                      \
-        if (some < 0)                                                                                        \
-            return -1;                                                                                       \
-        return following<ssize_t(int, const void *, size_t, offset_type)>(#name)(                            \
-            descriptor, bytes, static_cast<size_t>(some), offset);                                           \
-    }
-
-PWRITE_LIKE(pwrite, off_t)
-PWRITE_LIKE(pwrite64, off64_t)
-
-ssize_t writev(int descriptor, const struct iovec *parts, int count)
+DIR *fdopendir(int descriptor)
 {
-    return fails(placeOf(descriptor))
-               ? -1
-               : following<ssize_t(int, const iovec *, int)>("writev")(descriptor, parts, count);
-}
-
-ssize_t copy_file_range(int from, off64_t *source, int to, off64_t *target, size_t size, unsigned flags)
-{
-    const ssize_t some = allowed(to, size);
-    return some < 0 ? -1
-                    : following<ssize_t(int, off64_t *, int, off64_t *, size_t, unsigned)>("copy_file_range")(
-                          from, source, to, target, static_cast<size_t>(some), flags);
-}
-
-ssize_t read(int descriptor, void *bytes, size_t size)
-{
-    return fails(placeOf(descriptor))
-               ? -1
-               : following<ssize_t(int, void *, size_t)>("read")(descriptor, bytes, size);
-}
-
-#define PREAD_LIKE(name, offset_type)                                                                        \
-    ssize_t name(int descriptor, void *bytes, size_t size, offset_type offset)                               \
-    {                                                                                                        \
-        if (fails(placeOf(descriptor)))                                                                      \
-            return -1;                                                                                       \
-        return following<ssize_t(int, void *, size_t, offset_type)>(#name)(descriptor, bytes, size, offset); \
-    }
-
-PREAD_LIKE(pread, off_t)
-PREAD_LIKE(pread64, off64_t)
-
-#define ON_DESCRIPTOR(name)                                                                                  \
-    int name(int descriptor)                                                                                 \
-    {                                                                                                        \
-        return fails(placeOf(descriptor)) ? -1 : following<int(int)>(#name)(descriptor);                     \
-    }
-
-ON_DESCRIPTOR(fsync)
-ON_DESCRIPTOR(fdatasync)
-
-int ftruncate(int descriptor, off_t size)
-{
-    return fails(placeOf(descriptor)) ? -1 : following<int(int, off_t)>("ftruncate")(descriptor, size);
-}
-
-int ftruncate64(int descriptor, off64_t size)
-{
-    return fails(placeOf(descriptor)) ? -1 : following<int(int, off64_t)>("ftruncate64")(descriptor, size);
-}
-
-int fchmod(int descriptor, mode_t mode)
-{
-    return fails(placeOf(descriptor)) ? -1 : following<int(int, mode_t)>("fchmod")(descriptor, mode);
-}
-
-#define ON_PATH(name)                                                                                        \
-    int name(const char *path)                                                                               \
-    {                                                                                                        \
-        return fails(placeOf(AT_FDCWD, path)) ? -1 : following<int(const char *)>(#name)(path);              \
-    }
-
-ON_PATH(unlink)
-ON_PATH(rmdir)
-ON_PATH(remove)
-
-#define WITH_MODE(name)                                                                                      \
-    int name(const char *path, mode_t mode)                                                                  \
-    {                                                                                                        \
-        return fails(placeOf(AT_FDCWD, path)) ? -1                                                           \
-                                              : following<int(const char *, mode_t)>(#name)(path, mode);     \
-    }
-
-WITH_MODE(mkdir)
-WITH_MODE(chmod)
-
-int mkdirat(int folder, const char *path, mode_t mode)
-{
-    return fails(placeOf(folder, path))
-               ? -1
-               : following<int(int, const char *, mode_t)>("mkdirat")(folder, path, mode);
-}
-
-int unlinkat(int folder, const char *path, int flags)
-{
-    return fails(placeOf(folder, path))
-               ? -1
-               : following<int(int, const char *, int)>("unlinkat")(folder, path, flags);
-}
-
-#define ON_TWO_PATHS(name)                                                                                   \
-    int name(const char *from, const char *to)                                                               \
-    {                                                                                                        \
-        if (fails(placeOf(AT_FDCWD, to)))                                                                    \
-            return -1;                                                                                       \
-        return following<int(const char *, const char *)>(#name)(from, to);                                  \
-    }
-
-ON_TWO_PATHS(rename)
-ON_TWO_PATHS(link)
-ON_TWO_PATHS(symlink)
-
-int renameat(int fromFolder, const char *from, int toFolder, const char *to)
-{
-    if (fails(placeOf(toFolder, to)))
-        return -1;
-    return following<int(int, const char *, int, const char *)>("renameat")(fromFolder, from, toFolder, to);
-}
-
-int renameat2(int fromFolder, const char *from, int toFolder, const char *to, unsigned flags)
-{
-    if (fails(placeOf(toFolder, to)))
-        return -1;
-    return following<int(int, const char *, int, const char *, unsigned)>("renameat2")(fromFolder, from,
-                                                                                       toFolder, to, flags);
-}
-
-int linkat(int fromFolder, const char *from, int toFolder, const char *to, int flags)
-{
-    if (fails(placeOf(toFolder, to)))
-        return -1;
-    return following<int(int, const char *, int, const char *, int)>("linkat")(fromFolder, from, toFolder, to,
-                                                                               flags);
+    PASS_ON(fdopendir, placeOf(descriptor), nullptr, descriptor);
 }
 
 /// The descriptor is gone in any case.
@@ -345,79 +204,198 @@ int close(int descriptor)
 {
     const bool failing = fails(placeOf(descriptor));
     const int reason = errno;
-    const int result = following<int(int)>("close")(descriptor);
+    const int result = following<decltype(close)>("close")(descriptor);
     if (!failing)
         return result;
     errno = reason;
     return -1;
 }
 
-#define STATUS_LIKE(name, type)                                                                              \
-    int name(const char *path, struct type *status)                                                          \
-    {                                                                                                        \
-        if (fails(placeOf(AT_FDCWD, path)))                                                                  \
-            return -1;                                                                                       \
-        return following<int(const char *, struct type *)>(#name)(path, status);                             \
-    }
-
-#define FSTATUS_LIKE(name, type)                                                                             \
-    int name(int descriptor, struct type *status)                                                            \
-    {                                                                                                        \
-        return fails(placeOf(descriptor)) ? -1                                                               \
-                                          : following<int(int, struct type *)>(#name)(descriptor, status);   \
-    }
-
-#define STATUSAT_LIKE(name, type)                                                                            \
-    int name(int folder, const char *path, struct type *status, int flags)                                   \
-    {                                                                                                        \
-        if (fails(placeOf(folder, path)))                                                                    \
-            return -1;                                                                                       \
-        return following<int(int, const char *, struct type *, int)>(#name)(folder, path, status, flags);    \
-    }
-
-STATUS_LIKE(stat, stat)
-STATUS_LIKE(stat64, stat64)
-STATUS_LIKE(lstat, stat)
-STATUS_LIKE(lstat64, stat64)
-FSTATUS_LIKE(fstat, stat)
-FSTATUS_LIKE(fstat64, stat64)
-STATUSAT_LIKE(fstatat, stat)
-STATUSAT_LIKE(fstatat64, stat64)
-
-int statx(int folder, const char *path, int flags, unsigned mask, struct statx *status)
+ssize_t read(int descriptor, void *bytes, size_t size)
 {
-    if (fails(placeOf(folder, path)))
-        return -1;
-    return following<int(int, const char *, int, unsigned, struct statx *)>("statx")(folder, path, flags,
-                                                                                     mask, status);
+    PASS_ON(read, placeOf(descriptor), -1, descriptor, bytes, size);
+}
+
+ssize_t pread(int descriptor, void *bytes, size_t size, off_t offset)
+{
+    PASS_ON(pread, placeOf(descriptor), -1, descriptor, bytes, size, offset);
+}
+
+ssize_t pread64(int descriptor, void *bytes, size_t size, off64_t offset)
+{
+    PASS_ON(pread64, placeOf(descriptor), -1, descriptor, bytes, size, offset);
+}
+
+ssize_t write(int descriptor, const void *bytes, size_t size)
+{
+    const ssize_t some = allowed(descriptor, size);
+    return some < 0 ? -1 : following<decltype(write)>("write")(descriptor, bytes, static_cast<size_t>(some));
+}
+
+ssize_t pwrite(int descriptor, const void *bytes, size_t size, off_t offset)
+{
+    const ssize_t some = allowed(descriptor, size);
+    const auto next = following<decltype(pwrite)>("pwrite");
+    return some < 0 ? -1 : next(descriptor, bytes, static_cast<size_t>(some), offset);
+}
+
+ssize_t pwrite64(int descriptor, const void *bytes, size_t size, off64_t offset)
+{
+    const ssize_t some = allowed(descriptor, size);
+    const auto next = following<decltype(pwrite64)>("pwrite64");
+    return some < 0 ? -1 : next(descriptor, bytes, static_cast<size_t>(some), offset);
+}
+
+ssize_t copy_file_range(int from, off64_t *source, int to, off64_t *target, size_t size, unsigned flags)
+{
+    const ssize_t some = allowed(to, size);
+    const auto next = following<decltype(copy_file_range)>("copy_file_range");
+    return some < 0 ? -1 : next(from, source, to, target, static_cast<size_t>(some), flags);
+}
+
+int fsync(int descriptor)
+{
+    PASS_ON(fsync, placeOf(descriptor), -1, descriptor);
+}
+
+int fdatasync(int descriptor)
+{
+    PASS_ON(fdatasync, placeOf(descriptor), -1, descriptor);
+}
+
+int ftruncate(int descriptor, off_t size)
+{
+    PASS_ON(ftruncate, placeOf(descriptor), -1, descriptor, size);
+}
+
+int ftruncate64(int descriptor, off64_t size)
+{
+    PASS_ON(ftruncate64, placeOf(descriptor), -1, descriptor, size);
+}
+
+int fchmod(int descriptor, mode_t mode)
+{
+    PASS_ON(fchmod, placeOf(descriptor), -1, descriptor, mode);
+}
+
+int chmod(const char *path, mode_t mode)
+{
+    PASS_ON(chmod, placeOf(AT_FDCWD, path), -1, path, mode);
+}
+
+int mkdir(const char *path, mode_t mode)
+{
+    PASS_ON(mkdir, placeOf(AT_FDCWD, path), -1, path, mode);
+}
+
+int mkdirat(int folder, const char *path, mode_t mode)
+{
+    PASS_ON(mkdirat, placeOf(folder, path), -1, folder, path, mode);
+}
+
+int unlink(const char *path)
+{
+    PASS_ON(unlink, placeOf(AT_FDCWD, path), -1, path);
+}
+
+int unlinkat(int folder, const char *path, int flags)
+{
+    PASS_ON(unlinkat, placeOf(folder, path), -1, folder, path, flags);
+}
+
+int rmdir(const char *path)
+{
+    PASS_ON(rmdir, placeOf(AT_FDCWD, path), -1, path);
+}
+
+int rename(const char *from, const char *to)
+{
+    PASS_ON(rename, placeOf(AT_FDCWD, to), -1, from, to);
+}
+
+int renameat(int fromFolder, const char *from, int toFolder, const char *to)
+{
+    PASS_ON(renameat, placeOf(toFolder, to), -1, fromFolder, from, toFolder, to);
+}
+
+int renameat2(int fromFolder, const char *from, int toFolder, const char *to, unsigned flags)
+{
+    PASS_ON(renameat2, placeOf(toFolder, to), -1, fromFolder, from, toFolder, to, flags);
+}
+
+int link(const char *from, const char *to)
+{
+    PASS_ON(link, placeOf(AT_FDCWD, to), -1, from, to);
+}
+
+int linkat(int fromFolder, const char *from, int toFolder, const char *to, int flags)
+{
+    PASS_ON(linkat, placeOf(toFolder, to), -1, fromFolder, from, toFolder, to, flags);
+}
+
+int symlink(const char *target, const char *path)
+{
+    PASS_ON(symlink, placeOf(AT_FDCWD, path), -1, target, path);
 }
 
 int access(const char *path, int mode)
 {
-    return fails(placeOf(AT_FDCWD, path)) ? -1 : following<int(const char *, int)>("access")(path, mode);
+    PASS_ON(access, placeOf(AT_FDCWD, path), -1, path, mode);
 }
 
-DIR *opendir(const char *path)
+int stat(const char *path, struct stat *status)
 {
-    return fails(placeOf(AT_FDCWD, path)) ? nullptr : following<DIR *(const char *)>("opendir")(path);
+    PASS_ON(stat, placeOf(AT_FDCWD, path), -1, path, status);
 }
 
-DIR *fdopendir(int descriptor)
+int stat64(const char *path, struct stat64 *status)
 {
-    return fails(placeOf(descriptor)) ? nullptr : following<DIR *(int)>("fdopendir")(descriptor);
+    PASS_ON(stat64, placeOf(AT_FDCWD, path), -1, path, status);
+}
+
+int lstat(const char *path, struct stat *status)
+{
+    PASS_ON(lstat, placeOf(AT_FDCWD, path), -1, path, status);
+}
+
+int lstat64(const char *path, struct stat64 *status)
+{
+    PASS_ON(lstat64, placeOf(AT_FDCWD, path), -1, path, status);
+}
+
+int fstat(int descriptor, struct stat *status)
+{
+    PASS_ON(fstat, placeOf(descriptor), -1, descriptor, status);
+}
+
+int fstat64(int descriptor, struct stat64 *status)
+{
+    PASS_ON(fstat64, placeOf(descriptor), -1, descriptor, status);
+}
+
+int fstatat(int folder, const char *path, struct stat *status, int flags)
+{
+    PASS_ON(fstatat, placeOf(folder, path), -1, folder, path, status, flags);
+}
+
+int fstatat64(int folder, const char *path, struct stat64 *status, int flags)
+{
+    PASS_ON(fstatat64, placeOf(folder, path), -1, folder, path, status, flags);
+}
+
+int statx(int folder, const char *path, int flags, unsigned mask, struct statx *status)
+{
+    PASS_ON(statx, placeOf(folder, path), -1, folder, path, flags, mask, status);
 }
 
 int utimensat(int folder, const char *path, const struct timespec times[2], int flags)
 {
-    if (fails(placeOf(folder, path)))
-        return -1;
-    return following<int(int, const char *, const timespec *, int)>("utimensat")(folder, path, times, flags);
+    PASS_ON(utimensat, placeOf(folder, path), -1, folder, path, times, flags);
 }
 
 int futimens(int descriptor, const struct timespec times[2])
 {
-    return fails(placeOf(descriptor)) ? -1
-                                      : following<int(int, const timespec *)>("futimens")(descriptor, times);
+    PASS_ON(futimens, placeOf(descriptor), -1, descriptor, times);
 }
 
 } // extern "C"
