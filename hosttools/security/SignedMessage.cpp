@@ -46,10 +46,10 @@ QVector<QByteArray> signersOf(CMS_ContentInfo *cms)
     return names;
 }
 
-void addSigner(CMS_ContentInfo *cms, const Identity &identity, unsigned flags)
+void addSigner(CMS_ContentInfo *cms, const Identity &identity, const EVP_MD *digest, unsigned flags)
 {
     EVP_PKEY *key = identity.key.get();
-    if (!CMS_add1_signer(cms, identity.certificate.get(), key, EVP_sha256(), flags))
+    if (!CMS_add1_signer(cms, identity.certificate.get(), key, digest, flags))
         fail("the identity \"" + identity.name + "\" cannot sign");
     for (const Certificate &certificate : identity.chain)
         if (CMS_add1_cert(cms, certificate.get()) != 1)
@@ -76,13 +76,13 @@ bool looksSigned(const QByteArray &bytes)
     return bytes.size() > 1 && bytes.at(0) == sequence && (bytes.at(1) & 0x80) != 0;
 }
 
-QByteArray made(const QByteArray &content, const Identity &identity)
+QByteArray made(const QByteArray &content, const Identity &identity, const EVP_MD *digest)
 {
     constexpr unsigned flags = CMS_BINARY | CMS_PARTIAL | CMS_NOSMIMECAP;
     const CmsMessage cms(CMS_sign(nullptr, nullptr, nullptr, nullptr, flags));
     if (!cms)
         fail("no message can be made");
-    addSigner(cms.get(), identity, flags);
+    addSigner(cms.get(), identity, digest, flags);
     const Bio message(BIO_new(BIO_s_mem()));
     if (CMS_final(cms.get(), readerOf(content).get(), nullptr, flags) != 1 ||
         i2d_CMS_bio(message.get(), cms.get()) != 1)

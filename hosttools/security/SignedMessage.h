@@ -22,7 +22,7 @@ Contents decoded(const QByteArray &message);
 /// Whether the bytes begin as a message does and not as any text.
 bool looksSigned(const QByteArray &bytes);
 
-/// Content, SHA-256 signature, signing time and certificates of the identity as a DER message.
-QByteArray made(const QByteArray &content, const Identity &identity);
+/// Content, signature, signing time and certificates of the identity as a DER message.
+QByteArray made(const QByteArray &content, const Identity &identity, const EVP_MD *digest);
 
 } // namespace SignedMessage

@@ -39,12 +39,23 @@ void listValidIdentities()
         warn(message + "; it is left out");
 }
 
-void sign(const QByteArray &name, const QByteArray &input, const QByteArray &output)
+/// The digest that -H names. Without it SHA-256, where the Mac's command takes SHA-1; null for what it lacks.
+const EVP_MD *digestOf(const Options &options)
 {
-    const Identity identity = Identities::forSigning(name);
+    const QByteArray name = options.has("-H") ? options.value("-H") : QByteArrayLiteral("SHA256");
+    const bool isKnown = name == "SHA1" || name == "SHA256" || name == "SHA384" || name == "SHA512";
+    return isKnown ? EVP_get_digestbyname(name.constData()) : nullptr;
+}
+
+void sign(const Options &options)
+{
+    const QByteArray input = options.value("-i");
+    const QByteArray output = options.value("-o");
+    const Identity identity = Identities::forSigning(options.value("-N"));
     warnWhenExposed(identity);
     const QByteArray content = within(input, [&] { return Document::read(input, Document::largestSize); });
-    const QByteArray message = within(input, [&] { return SignedMessage::made(content, identity); });
+    const QByteArray message =
+        within(input, [&] { return SignedMessage::made(content, identity, digestOf(options)); });
     within(output, [&] { Document::replace(output, message); });
 }
 
@@ -86,7 +97,7 @@ std::optional<Options> messageOptions(const QVector<QByteArray> &arguments)
 {
     if (arguments.value(0) != "cms")
         return std::nullopt;
-    return Options::parse(arguments.mid(1), {"-N", "-i", "-o", "-h"}, {"-S", "-D", "-n"});
+    return Options::parse(arguments.mid(1), {"-N", "-i", "-o", "-h", "-H"}, {"-S", "-D", "-n"});
 }
 
 } // namespace
@@ -97,10 +108,11 @@ int main(int argc, char **argv)
     if (asksForValidIdentities(arguments))
         return runTool("security", listValidIdentities);
     const auto cms = messageOptions(arguments);
-    if (cms && cms->hasAll({"-S", "-N", "-i", "-o"}) && !cms->hasAny({"-D", "-h", "-n"}))
-        return runTool("security", [&] { sign(cms->value("-N"), cms->value("-i"), cms->value("-o")); });
-    if (cms && cms->hasAll({"-D", "-i"}) && !cms->hasAny({"-S", "-N"}))
+    if (cms && cms->hasAll({"-S", "-N", "-i", "-o"}) && !cms->hasAny({"-D", "-h", "-n"}) && digestOf(*cms))
+        return runTool("security", [&] { sign(*cms); });
+    if (cms && cms->hasAll({"-D", "-i"}) && !cms->hasAny({"-S", "-N", "-H"}))
         return runTool("security", [&] { decode(*cms); });
-    return wrongUsage("security", "find-identity -v -p codesigning | cms -S -N NAME -i IN -o OUT | "
-                                  "cms -D -i IN [-h LEVEL] [-n] [-o OUT]");
+    return wrongUsage("security",
+                      "find-identity -v -p codesigning | cms -S -N NAME [-H DIGEST] -i IN -o OUT | "
+                      "cms -D -i IN [-h LEVEL] [-n] [-o OUT]");
 }
