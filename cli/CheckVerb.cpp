@@ -16,7 +16,7 @@ InstallerCheck checkFile(const QString &package, const Product &product)
     const PrivateFolder folder;
     if (const Verdict problem = folder.problem())
         return {problem, std::nullopt};
-    return checkInstaller(package, product, folder.makeSubfolder(QStringLiteral("inspect")));
+    return checkInstaller(package, product, folder.makeSubfolder(QStringLiteral("inspect")), true);
 }
 
 /// For every addition that a build of the product may be asked to make.

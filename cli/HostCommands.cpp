@@ -9,8 +9,8 @@ Verdict missingCommand(const QStringList &commands)
 {
     for (const QString &command : commands) {
         if (QStandardPaths::findExecutable(HostPaths::command(command)).isEmpty())
-            return Problem{command, QStringLiteral("this command was not found; install it, or name its "
-                                                   "folder in PCT_HOSTTOOLS")};
+            return Problem{command, QStringLiteral("this command was not found; install it, and correct PATH "
+                                                   "or PCT_HOSTTOOLS")};
     }
     return std::nullopt;
 }

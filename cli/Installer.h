@@ -17,9 +17,10 @@ struct InstallerCheck
     std::optional<PackageInspection> inspection; ///< there even for some packages that are refused
 };
 
-/// Looks at a file that is to be the installer of the product. `emptyFolder` belongs to the caller. Its
-/// time does not depend on the package's size.
-InstallerCheck checkInstaller(const QString &package, const Product &product, const QString &emptyFolder);
+/// Looks at a file that is to be the installer of the product, for a build that makes the product the default
+/// viewer or not. `emptyFolder` belongs to the caller. Its time does not depend on the package's size.
+InstallerCheck checkInstaller(const QString &package, const Product &product, const QString &emptyFolder,
+                              bool makesDefaultViewer);
 
 /// The product whose installer the file is. Null, and a problem, when it is neither's.
 const Product *productOfInstaller(const QString &package, Verdict &problem);

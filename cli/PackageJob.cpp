@@ -85,7 +85,8 @@ Verdict PackageJob::checkInput()
     if (Verdict problem = m_folder.problem())
         return problem;
     const QString folder = m_folder.makeSubfolder(QStringLiteral("inspect"));
-    return checkInstaller(m_request.input, *m_request.product, folder).refusal;
+    return checkInstaller(m_request.input, *m_request.product, folder, theEditorXmlData.bSetAsDefaultViewer)
+        .refusal;
 }
 
 Verdict PackageJob::build()
@@ -132,6 +133,8 @@ Verdict PackageJob::keepDocument()
         return std::nullopt;
     if (m_keptDocument->isTaken())
         error += QStringLiteral("; use --force to replace it");
-    return Problem{m_request.keptDocument,
-                   QStringLiteral("the document cannot be kept (%1); the package was made").arg(error)};
+    return Problem{
+        m_request.keptDocument,
+        QStringLiteral("the document cannot be kept (%1); the package was made all the same, as %2")
+            .arg(error, m_request.output)};
 }

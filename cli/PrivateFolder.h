@@ -9,7 +9,7 @@
 class PrivateFolder
 {
 public:
-    /// Why there is no folder, or nothing when there is one.
+    /// Why there is no folder, or why nothing can be written into it; nothing when it can be used.
     Verdict problem() const;
 
     /// Path of a file inside that need not exist.

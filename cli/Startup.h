@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "cli/Problem.h"
+
 /// What has to be right in the process before `pct` does anything.
 namespace Startup {
 
@@ -14,6 +16,15 @@ void useUtf8FileNames();
 
 /// Debug output and library warnings stay silent unless PCT_DEBUG is 1.
 void muteDebugLog();
+
+/// A PATH that is not set or empty becomes the system's own, as shells do it. Before any thread.
+void supplyPath();
+
+/// Asks the system for as many open files as `pct` and its commands need.
+void raiseFileLimit();
+
+/// Why there cannot be as many, or nothing.
+Verdict fileLimitProblem();
 
 /// A reader that goes away, or a limit on the size of files, makes writing fail instead of ending the
 /// process with its folders in place.

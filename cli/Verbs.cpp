@@ -4,6 +4,7 @@
 #include "cli/Console.h"
 #include "cli/ExitCode.h"
 #include "cli/NearestWord.h"
+#include "cli/Startup.h"
 #include "cli/Verb.h"
 #include "core/PrintableText.h"
 
@@ -78,6 +79,10 @@ int runVerb(const Verb &verb, const QStringList &arguments, Console &console)
     const QString problem = line.problem();
     if (!problem.isEmpty())
         return wrongUsage(verb.name, problem, QStringLiteral("pct help %1").arg(verb.name), console);
+    if (const Verdict tooFewFiles = Startup::fileLimitProblem()) {
+        console.error(*tooFewFiles);
+        return verb.trouble;
+    }
     const int exitCode = verb.run(line, console);
     return console.finish() ? exitCode : verb.trouble;
 }

@@ -10,6 +10,8 @@ int main(int argc, char *argv[])
     Startup::occupyStandardDescriptors();
     Startup::useUtf8FileNames();
     Startup::ignoreWriteSignals();
+    Startup::supplyPath();
+    Startup::raiseFileLimit();
     Startup::muteDebugLog();
     const QCoreApplication application(argc, argv);
     const int exitCode = runProgram();

@@ -73,8 +73,9 @@ public:
     // ---- Inspecting, expanding and flattening packages (package/CCommon_inspect.cpp) ----
     // All block on external commands and may run on any thread.
 
-    /// Whether the file is the installer package of the product.
-    static bool CheckPkg(QString pkgPath, bool bEditor);
+    /// Whether the file is the installer package of the product. `error` says why the question was not
+    /// answered, and is empty when the file is none.
+    static bool CheckPkg(QString pkgPath, bool bEditor, QString *error = nullptr);
 
     /// Expands a flat package into a folder that must not exist yet. Always true: what is missing
     /// afterwards shows the failure. `error` says why the command failed.

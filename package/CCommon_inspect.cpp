@@ -2,6 +2,7 @@
 #include "config/CCommon.h"
 #include "core/Command.h"
 #include "core/TransientFolder.h"
+#include "package/Failure.h"
 #include "package/Logging.h"
 #include "package/ProductVersion.h"
 #include "package/ScriptLines.h"
@@ -19,46 +20,57 @@ void setCause(QString *error, const CommandResult &result)
         *error = result.problem();
 }
 
-bool readCheckScript(QString &script)
+bool readCheckScript(QString &script, QString *error)
 {
     QFile resource(QStringLiteral(":/checkid"));
     if (!resource.open(QIODevice::ReadOnly | QIODevice::Text)) {
         qCDebug(logPackage) << "CheckPkg open file = error" << resource.error();
-        return false;
+        return fail(error, resource.errorString());
     }
     script = QTextStream(&resource).readAll();
     return true;
 }
 
-bool writeCheckScript(const QString &path, const QString &script)
+bool writeCheckScript(const QString &path, const QString &script, QString *error)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadWrite | QIODevice::Text)) {
         qCDebug(logPackage) << "CheckPkg open tempfile fail";
-        return false;
+        return fail(error, file.errorString());
     }
     QTextStream stream(&file);
     stream << script;
     stream.flush();
-    return stream.status() == QTextStream::Ok;
+    return stream.status() == QTextStream::Ok || fail(error, file.errorString());
+}
+
+/// The script's own answer is an exit code without a word.
+bool isAnswer(const CommandResult &result)
+{
+    return result.outcome == CommandResult::Outcome::Finished && result.standardError.isEmpty();
 }
 
 } // namespace
 
-bool CCommon::CheckPkg(QString pkgPath, bool bEditor)
+bool CCommon::CheckPkg(QString pkgPath, bool bEditor, QString *error)
 {
+    if (error)
+        error->clear();
     if (!QFileInfo(pkgPath).isFile())
         return false;
     QString script;
     // Nobody else may change the script between its writing and its run.
     const TransientFolder folder(QStringLiteral("pct-"));
     const QString path = folder.filePath(QStringLiteral("checkid"));
-    if (!readCheckScript(script) || !writeCheckScript(path, script))
+    if (!readCheckScript(script, error) || !writeCheckScript(path, script, error))
         return false;
     const QStringList arguments = {path, pkgPath,
                                    bEditor ? QStringLiteral("editor") : QStringLiteral("reader")};
     qCDebug(logPackage) << "CheckPkgValid cmd:" << arguments;
-    return Command::run(QStringLiteral("sh"), arguments).succeeded();
+    const CommandResult result = Command::run(QStringLiteral("sh"), arguments);
+    if (!isAnswer(result))
+        setCause(error, result);
+    return result.succeeded();
 }
 
 bool CCommon::ExpandPkg(QString pkgPath, QString destDir, QString *error)

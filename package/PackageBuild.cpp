@@ -3,7 +3,6 @@
 
 #include "config/CCommon.h"
 #include "core/OutputFile.h"
-#include "core/SafeFile.h"
 #include "core/TransientFolder.h"
 #include "package/BuildPaths.h"
 #include "package/Failure.h"
@@ -26,21 +25,12 @@ bool isWanted(const std::function<bool()> &question)
     return question && question();
 }
 
-bool checkPreinstall(const QString &path, QString *problem)
-{
-    const SafeFile::Kind kind = SafeFile::kindOf(path);
-    return kind == SafeFile::Kind::File || kind == SafeFile::Kind::Missing ||
-           fail(problem,
-                QStringLiteral("%1: is not a regular file; this package cannot be trusted").arg(path));
-}
-
 /// What the build edits must be there and must not be links that lead out of the package.
 bool checkComponent(const QString &component, bool editor, QString *problem)
 {
     const QString scripts = scriptsFolder(component, editor);
     return isRealFolder(component, problem) && isRealFolder(QFileInfo(scripts.chopped(1)).path(), problem) &&
-           isRealScript(scripts, QStringLiteral("postinstall"), problem) &&
-           checkPreinstall(scripts + QStringLiteral("preinstall"), problem);
+           canBeBuiltOn(scripts, problem);
 }
 
 /// A package whose contents cannot be read has failed to expand before, so that counts as unsigned.

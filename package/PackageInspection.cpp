@@ -14,6 +14,7 @@
 #include <QXmlStreamReader>
 
 #include <algorithm>
+#include <unistd.h>
 
 namespace {
 
@@ -51,6 +52,42 @@ void inspectPostinstall(const QString &path, ScriptsInspection &inspection)
     inspection.documentSwitches = linesThatHold(QStringLiteral("editorXmlFileCopy=0"), lines);
     inspection.viewerSwitches = linesThatHold(QStringLiteral("setdefaultpdf=0"), lines);
     inspection.preferenceLists = linesThatHold(QStringLiteral("plistValue=\""), lines);
+}
+
+bool isRegular(const QString &scripts, const QString &name, QString *problem)
+{
+    switch (SafeFile::kindOf(scripts + name)) {
+    case SafeFile::Kind::File:
+        return true;
+    case SafeFile::Kind::Missing:
+        return fail(problem, QStringLiteral("it has no %1 script to switch the settings on").arg(name));
+    case SafeFile::Kind::Link:
+        return fail(problem, QStringLiteral("its %1 is a link").arg(name));
+    case SafeFile::Kind::Folder:
+        return fail(problem, QStringLiteral("its %1 is a folder").arg(name));
+    case SafeFile::Kind::Other:
+        break;
+    }
+    return fail(problem, QStringLiteral("its %1 is not a regular file").arg(name));
+}
+
+bool isMissing(const QString &path)
+{
+    return SafeFile::kindOf(path) == SafeFile::Kind::Missing;
+}
+
+bool isReadable(const QString &scripts, const QString &name, QString *problem)
+{
+    QString contents;
+    QString cause;
+    return readScript(scripts + name, contents, &cause) ||
+           fail(problem, QStringLiteral("its %1 cannot be read: %2").arg(name, cause));
+}
+
+bool isWritable(const QString &folder, QString *problem)
+{
+    return ::access(QFile::encodeName(folder).constData(), W_OK | X_OK) == 0 ||
+           fail(problem, QStringLiteral("nothing can be added to its scripts"));
 }
 
 QString missingSwitchText(const QString &switchText, const QString &consequence)
@@ -125,11 +162,21 @@ ScriptsInspection inspectScripts(const QString &scripts)
         return inspection;
     }
     const QString folder = scripts + QLatin1Char('/');
-    inspection.customizedBefore =
-        SafeFile::kindOf(folder + QStringLiteral("ProfStore.xml")) != SafeFile::Kind::Missing;
+    inspection.customizedBefore = !isMissing(folder + QStringLiteral("ProfStore.xml"));
+    inspection.holdsViewerTool = !isMissing(folder + QStringLiteral("duti"));
     inspectPreinstall(folder + QStringLiteral("preinstall"), inspection);
     inspectPostinstall(folder + QStringLiteral("postinstall"), inspection);
     return inspection;
+}
+
+bool canBeBuiltOn(const QString &scripts, QString *problem)
+{
+    const QString folder = scripts + QLatin1Char('/');
+    const QString preinstall = QStringLiteral("preinstall");
+    const QString postinstall = QStringLiteral("postinstall");
+    return isRealFolder(scripts, problem) && isWritable(folder, problem) &&
+           isRegular(folder, postinstall, problem) && isReadable(folder, postinstall, problem) &&
+           (isMissing(folder + preinstall) || isRegular(folder, preinstall, problem));
 }
 
 QList<BuildWarning> warningsAbout(const ScriptsInspection &scripts, bool wantsDefaultViewer,

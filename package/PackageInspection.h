@@ -18,6 +18,7 @@ struct ScriptsInspection
 {
     QString version;               ///< product version that postinstall names, may be empty
     bool customizedBefore = false; ///< there is a "ProfStore.xml" already; a build would fail
+    bool holdsViewerTool = false;  ///< there is a "duti" already; a build that adds one would fail
     QString preinstallProblem;     ///< why preinstall cannot be patched; empty when it can
     QString postinstallProblem;    ///< the same for postinstall
     int documentSwitches = 0;      ///< lines of postinstall that hold "editorXmlFileCopy=0"
@@ -35,6 +36,10 @@ struct PackageInspection
 /// Looks at the scripts in a folder of an expanded package (with or without a slash at the end). Never
 /// follows links. Nothing there at all reads as scripts that cannot be patched.
 ScriptsInspection inspectScripts(const QString &scripts);
+
+/// Whether a build can work on the scripts in such a folder: a postinstall that can be read and, if there is
+/// one, a preinstall, both regular files and no links. `problem` gets a clause: "its postinstall is a link".
+bool canBeBuiltOn(const QString &scripts, QString *problem);
 
 /// What will not work as asked for; empty when all will. The codes, in this order: "document-switch-missing",
 /// "viewer-switch-missing", "preference-list-missing", "preinstall-unpatched" and "postinstall-unpatched";

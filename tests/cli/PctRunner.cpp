@@ -86,6 +86,16 @@ QString PctRunner::alteredPackage(bool editor, const QString &script, const QStr
     return package;
 }
 
+QString PctRunner::changedPackage(bool editor, const QString &command) const
+{
+    const QString package = file(QStringLiteral("changed.pkg"));
+    TestFiles::outputOf(QStringLiteral(PCT_MAKE_VENDOR_PACKAGE),
+                        {QStringLiteral("--product"),
+                         editor ? QStringLiteral("editor") : QStringLiteral("reader"),
+                         QStringLiteral("--output"), package, QStringLiteral("--change-scripts"), command});
+    return package;
+}
+
 QString PctRunner::document(const QByteArray &root, const QByteArray &body, const QString &name) const
 {
     const QString path = file(name.isEmpty() ? QStringLiteral("settings.xml") : name);

@@ -40,6 +40,9 @@ public:
     /// A sample package whose scripts were edited with a sed expression before it was made.
     QString alteredPackage(bool editor, const QString &script, const QString &sedExpression) const;
 
+    /// A sample package in whose scripts' folder a shell command was run before it was made.
+    QString changedPackage(bool editor, const QString &command) const;
+
     /// A document there; `body` is what goes between the tags of the root element.
     QString document(const QByteArray &root, const QByteArray &body, const QString &name = QString()) const;
 

@@ -42,6 +42,8 @@ private slots:
     void anUnquotableFileNameIsRefused();
     void anInputInTheTemporaryFolderStays();
     void aMissingTemporaryFolderIsRefused();
+    void aDocumentThatCannotBeKeptLeavesThePackage_data();
+    void aDocumentThatCannotBeKeptLeavesThePackage();
 };
 
 void tst_PctBuildPaths::anExistingOutputIsReplacedOnlyWithForce()
@@ -253,6 +255,34 @@ void tst_PctBuildPaths::aMissingTemporaryFolderIsRefused()
     const BuildCommand build{true, runner.samplePackage(true), runner.file(text("out.pkg")), {}};
     const PctResult result = runner.run(build.arguments());
     QVERIFY2(result.isOneLineRefusal() && result.err.contains("TMPDIR"), result.err.constData());
+}
+
+void tst_PctBuildPaths::aDocumentThatCannotBeKeptLeavesThePackage_data()
+{
+    QTest::addColumn<QByteArray>("duringTheBuild");
+    QTest::addColumn<QByteArray>("message");
+    QTest::newRow("a file appears") << QByteArray("echo > kept.xml") << QByteArray("exists already");
+    QTest::newRow("a folder appears") << QByteArray("mkdir kept.xml") << QByteArray("exists already");
+    QTest::newRow("a link appears") << QByteArray("ln -s a kept.xml") << QByteArray("exists already");
+}
+
+void tst_PctBuildPaths::aDocumentThatCannotBeKeptLeavesThePackage()
+{
+    QFETCH(QByteArray, duringTheBuild);
+    QFETCH(QByteArray, message);
+    const PctRunner runner;
+    runner.replaceTool(text("pkgutil"),
+                       "[ \"$1\" = --expand ] || { " + duringTheBuild + "; }\nexec \"$real\" \"$@\"");
+    const QString kept = runner.file(text("kept.xml"));
+    const BuildCommand build{
+        true, runner.samplePackage(true), runner.file(text("out.pkg")), {text("--keep-config"), kept}};
+    const PctResult result = runner.run(build.arguments());
+    QVERIFY2(result.isOneLineRefusal(), result.err.constData());
+    QVERIFY2(result.err.startsWith("pct: " + kept.toUtf8() + ": the document cannot be kept (" + message),
+             result.err.constData());
+    const QByteArray made = "; the package was made all the same, as " + build.output.toUtf8() + "\n";
+    QVERIFY2(result.err.endsWith(made), result.err.constData());
+    QCOMPARE(ExpandedPackage(build.output).setting(text("name(/*)")), QByteArray("PelixPDFEditor"));
 }
 
 QTEST_GUILESS_MAIN(tst_PctBuildPaths)

@@ -111,7 +111,7 @@ void tst_PctCommandLine::wrongUsageIsOneLineAndExitCode2_data()
     row("--frobnicate", "there is no such verb");
     row("help frobnicate", "there is no such verb");
     row("bild", "bild: there is no such verb, the nearest is \"build\"; see \"pct help\"");
-    row("ceck", "the nearest is \"check\"");
+    row("checq", "the nearest is \"check\"");
     row("identites", "the nearest is \"identities\"");
     row("prof", "the nearest is \"profile\"");
     row("Show a", "the nearest is \"show\"");

@@ -80,6 +80,7 @@ private slots:
     void saysWhatIsInTheWayOfReadingAFile();
     void namesTheOptionThatTakesAFileOfThisKind_data();
     void namesTheOptionThatTakesAFileOfThisKind();
+    void anInstallerOfAnotherProgramIsOfNeitherProduct();
     void aFolderThatCannotBeEnteredIsNoPlaceForAnOutput_data();
     void aFolderThatCannotBeEnteredIsNoPlaceForAnOutput();
 
@@ -178,6 +179,19 @@ void tst_PctInputs::namesTheOptionThatTakesAFileOfThisKind()
     const PctResult result = m_runner.run(lineWith(file, line));
     QVERIFY2(result.isOneLineRefusal(), result.err.constData());
     QCOMPARE(result.err, "pct: " + m_runner.file(file).toUtf8() + ": " + message);
+}
+
+void tst_PctInputs::anInstallerOfAnotherProgramIsOfNeitherProduct()
+{
+    const PctRunner runner;
+    const QString package = runner.file(text("other.pkg"));
+    TestFiles::outputOf(text("/usr/bin/python3"), {text(PCT_MAKE_XAR_VARIANT), text("plain"), package});
+    const PctResult shown = runner.run({text("show"), package});
+    QVERIFY2(shown.isOneLineRefusal(), shown.err.constData());
+    QCOMPARE(shown.err,
+             "pct: " + package.toUtf8() +
+                 ": is the installer of neither the Pelix PDF Editor nor the Pelix PDF Reader; give a "
+                 "package that this tool has made\n");
 }
 
 void tst_PctInputs::aFolderThatCannotBeEnteredIsNoPlaceForAnOutput_data()
