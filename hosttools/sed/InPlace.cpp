@@ -18,6 +18,9 @@ namespace InPlace {
 
 namespace {
 
+// What is called sed can be a script that calls this program again: that has to find the next one then.
+const char triedVariable[] = "PCT_SED_TRIED";
+
 bool isThisProgram(const struct stat &candidate)
 {
     struct stat self = {};
@@ -63,10 +66,14 @@ void waitForSuccess(pid_t child)
 
 QByteArray systemSed()
 {
+    QList<QByteArray> tried = qgetenv(triedVariable).split(':');
     for (const QByteArray &folder : qgetenv("PATH").split(':')) {
         const QByteArray candidate = folder + "/sed";
-        if (!folder.isEmpty() && isAnotherProgram(candidate))
-            return candidate;
+        if (folder.isEmpty() || !isAnotherProgram(candidate) || tried.contains(candidate))
+            continue;
+        tried.append(candidate);
+        qputenv(triedVariable, tried.join(':'));
+        return candidate;
     }
     throw Error("the system has no sed; install it or correct PATH");
 }

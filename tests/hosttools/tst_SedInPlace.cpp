@@ -2,6 +2,7 @@
 #include "tests/hosttools/ToolRun.h"
 #include "tests/support/TestFiles.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
@@ -27,6 +28,8 @@ private slots:
     void handsOtherUsesToTheSystemsSed_data();
     void handsOtherUsesToTheSystemsSed();
     void doesNotStartItself();
+    void doesNotCallItselfThroughOthersForEver_data();
+    void doesNotCallItselfThroughOthersForEver();
     void saysThatTheSystemHasNone();
 
 private:
@@ -158,6 +161,37 @@ void tst_SedInPlace::doesNotStartItself()
         QStringLiteral("sed"), {QStringLiteral("s/0/1/"), QStringLiteral("file")}, m_folder->path(), {path});
     QCOMPARE(result.exitCode, 0);
     QCOMPARE(result.output, QByteArray("switch=1\nother=1\n"));
+}
+
+void tst_SedInPlace::doesNotCallItselfThroughOthersForEver_data()
+{
+    QTest::addColumn<bool>("isScript");
+    QTest::addColumn<QString>("path");
+    const QString wrapped = QStringLiteral("PATH=%1/wrapper:");
+    QTest::newRow("a script that calls it") << true << QString(wrapped + qEnvironmentVariable("PATH"));
+    QTest::newRow("a copy of it") << false << QString(wrapped + qEnvironmentVariable("PATH"));
+    QTest::newRow("a script and nothing else") << true << QStringLiteral("PATH=%1/wrapper");
+}
+
+void tst_SedInPlace::doesNotCallItselfThroughOthersForEver()
+{
+    QFETCH(bool, isScript);
+    QFETCH(QString, path);
+    const QString sed = ToolRun::path(QStringLiteral("sed"));
+    if (isScript)
+        TestFiles::writeScript(at("wrapper/sed"), QByteArray("exec " + sed.toUtf8() + " \"$@\"\n"));
+    else
+        QVERIFY(QDir().mkdir(at("wrapper")) && QFile::copy(sed, at("wrapper/sed")));
+    const bool isFound = path.contains(QStringLiteral("bin"));
+    for (const QStringList &form : {QStringList(), QStringList({QStringLiteral("-i"), QString()})}) {
+        const QStringList arguments = form + QStringList({QStringLiteral("s/0/1/"), QStringLiteral("file")});
+        const ToolRun::Result result =
+            ToolRun::run(QStringLiteral("sed"), arguments, m_folder->path(), {path.arg(m_folder->path())});
+        QCOMPARE(result.exitCode, isFound ? 0 : 1);
+        QVERIFY(isFound || result.errors.contains("the system has no sed"));
+    }
+    QCOMPARE(TestFiles::read(at("file")),
+             isFound ? QByteArray("switch=1\nother=1\n") : QByteArray("switch=0\nother=0\n"));
 }
 
 void tst_SedInPlace::saysThatTheSystemHasNone()
