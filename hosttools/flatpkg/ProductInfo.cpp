@@ -3,63 +3,72 @@
 
 #include "hosttools/flatpkg/Error.h"
 #include "hosttools/flatpkg/StringsFile.h"
+#include "hosttools/flatpkg/XmlReader.h"
 
 #include <algorithm>
+#include <QHash>
 #include <QStringList>
-#include <QXmlStreamReader>
 
 namespace FlatPkg {
 
 namespace {
 
-constexpr qint64 largestDocument = 32 * 1024 * 1024;
+constexpr qint64 largestText = 32 * 1024 * 1024;
 
-/// The title as it is written in a Distribution, and what it has to resolve it.
+/// The title as it is written in a Distribution, and the tables in it that may resolve it.
 struct Distribution
 {
     QString title;
     QStringList languages;
-    QHash<QString, Strings> stringsByLanguage;
+    QHash<QString, QString> tables; ///< by language
 };
 
-QByteArray readDocument(const XarReader &package, const TocEntry &entry)
+/// Reads the texts of a package. Together they have a limit: members can share their bytes, so that a small
+/// package can hold any number of large texts.
+class Texts
 {
-    const QByteArray bytes = package.contents(entry, largestDocument);
-    if (bytes.contains("<!ENTITY"))
-        throw Error("has entity definitions, which no package needs");
-    return bytes;
-}
+public:
+    explicit Texts(const XarReader &package)
+        : m_package(package)
+    {
+    }
 
-void requireParsed(const QXmlStreamReader &xml)
-{
-    if (xml.hasError())
-        throw Error("is not well-formed: " + xml.errorString().toUtf8());
-}
+    QByteArray read(const TocEntry &entry)
+    {
+        m_room -= entry.data ? entry.data->size : 0;
+        if (m_room < 0)
+            throw Error("its texts are too large together");
+        return m_package.contents(entry, largestText);
+    }
 
-void readLocalization(QXmlStreamReader &xml, Distribution &distribution)
+private:
+    const XarReader &m_package;
+    qint64 m_room = largestText;
+};
+
+void readLocalization(XmlReader &xml, Distribution &distribution)
 {
     while (xml.readNextStartElement()) {
-        const QString language = xml.attributes().value(QLatin1String("language")).toString();
-        const QString text = xml.readElementText(QXmlStreamReader::IncludeChildElements);
+        const QString language = QString::fromUtf8(xml.attribute("language"));
         distribution.languages.append(language);
-        distribution.stringsByLanguage.insert(language, parseStrings(text));
+        distribution.tables.insert(language, QString::fromUtf8(xml.readAllText()));
     }
 }
 
 Distribution parseDistribution(const QByteArray &document)
 {
-    QXmlStreamReader xml(document);
+    XmlReader xml(document);
     Distribution distribution;
     xml.readNextStartElement();
     while (xml.readNextStartElement()) {
-        if (xml.name() == QLatin1String("title") && distribution.title.isEmpty())
-            distribution.title = xml.readElementText(QXmlStreamReader::IncludeChildElements).trimmed();
-        else if (xml.name() == QLatin1String("localization"))
+        if (xml.at("title") && distribution.title.isEmpty())
+            distribution.title = QString::fromUtf8(xml.readAllText()).trimmed();
+        else if (xml.at("localization"))
             readLocalization(xml, distribution);
         else
             xml.skipCurrentElement();
     }
-    requireParsed(xml);
+    xml.readToEnd();
     return distribution;
 }
 
@@ -76,59 +85,94 @@ QStringList englishFirst(QStringList languages)
     return languages;
 }
 
-QStringList languageFolders(const XarReader &package)
+const TocEntry *childNamed(const TocEntry &folder, const char *name)
 {
-    QStringList languages;
+    const auto found = std::find_if(folder.children.begin(), folder.children.end(),
+                                    [&](const TocEntry &entry) { return entry.name == name; });
+    return found == folder.children.end() ? nullptr : &*found;
+}
+
+/// A language and the file with its texts.
+struct LanguageFolder
+{
+    QString language;
+    const TocEntry *strings;
+};
+
+std::vector<LanguageFolder> languageFolders(const XarReader &package)
+{
+    std::vector<LanguageFolder> folders;
     const QString ending = QStringLiteral(".lproj");
     const TocEntry *resources = package.find(QByteArrayLiteral("Resources"));
     if (!resources)
-        return languages;
+        return folders;
     for (const TocEntry &entry : resources->children) {
         const QString name = QString::fromUtf8(entry.name);
-        if (name.endsWith(ending))
-            languages.append(name.chopped(ending.size()));
+        const TocEntry *strings = name.endsWith(ending) ? childNamed(entry, "Localizable.strings") : nullptr;
+        if (strings)
+            folders.push_back({name.chopped(ending.size()), strings});
     }
-    return languages;
-}
-
-Strings stringsOfFolder(const XarReader &package, const QString &language)
-{
-    const QString path = QStringLiteral("Resources/%1.lproj/Localizable.strings").arg(language);
-    const TocEntry *entry = package.find(path.toUtf8());
-    return entry ? parseStrings(decodeStrings(package.contents(*entry, largestDocument))) : Strings();
+    return folders;
 }
 
 /// The English text for a title that is a key, otherwise the title itself.
-QString resolvedTitle(const XarReader &package, const Distribution &distribution)
+class TitleResolver
 {
-    const QString &title = distribution.title;
-    for (const QString &language : englishFirst(languageFolders(package) + distribution.languages)) {
-        const Strings inFolder = stringsOfFolder(package, language);
-        if (inFolder.contains(title))
-            return inFolder.value(title);
-        const Strings inDocument = distribution.stringsByLanguage.value(language);
-        if (inDocument.contains(title))
-            return inDocument.value(title);
+public:
+    TitleResolver(const XarReader &package, const Distribution &distribution, Texts &texts)
+        : m_distribution(distribution)
+        , m_texts(texts)
+    {
+        for (const LanguageFolder &folder : languageFolders(package)) {
+            m_languages.append(folder.language);
+            m_files.insert(folder.language, folder.strings);
+        }
     }
-    return title;
+
+    QString resolved();
+
+private:
+    std::optional<QString> inLanguage(const QString &language);
+
+    const Distribution &m_distribution;
+    Texts &m_texts;
+    QStringList m_languages;
+    QHash<QString, const TocEntry *> m_files;
+};
+
+QString TitleResolver::resolved()
+{
+    QStringList languages = englishFirst(m_languages + m_distribution.languages);
+    languages.removeDuplicates();
+    for (const QString &language : languages)
+        if (const std::optional<QString> title = inLanguage(language))
+            return *title;
+    return m_distribution.title;
+}
+
+std::optional<QString> TitleResolver::inLanguage(const QString &language)
+{
+    if (const TocEntry *file = m_files.value(language))
+        if (auto title = textIn(decodeStrings(m_texts.read(*file)), m_distribution.title))
+            return title;
+    return textIn(m_distribution.tables.value(language), m_distribution.title);
 }
 
 QVector<QByteArray> componentFolders(const XarReader &package)
 {
     QVector<QByteArray> names;
     for (const TocEntry &entry : package.toc().entries)
-        if (package.find(entry.name + "/PackageInfo"))
+        if (childNamed(entry, "PackageInfo"))
             names.append(entry.name);
     return names;
 }
 
 QByteArray identifierIn(const QByteArray &packageInfo)
 {
-    QXmlStreamReader xml(packageInfo);
+    XmlReader xml(packageInfo);
     xml.readNextStartElement();
-    requireParsed(xml);
-    const QByteArray identifier = xml.attributes().value(QLatin1String("identifier")).toUtf8();
-    if (xml.name() != QLatin1String("pkg-info") || identifier.isEmpty())
+    const QByteArray identifier = xml.attribute("identifier");
+    if (!xml.at("pkg-info") || identifier.isEmpty())
         throw Error("does not name a package");
     return identifier;
 }
@@ -137,14 +181,16 @@ QByteArray identifierIn(const QByteArray &packageInfo)
 
 ProductInfo readProductInfo(const XarReader &package)
 {
+    Texts texts(package);
     if (const TocEntry *entry = package.find(QByteArrayLiteral("Distribution")))
         return within("Distribution", [&]() -> ProductInfo {
-            const Distribution distribution = parseDistribution(readDocument(package, *entry));
-            return {resolvedTitle(package, distribution).toUtf8(), componentFolders(package)};
+            const Distribution distribution = parseDistribution(texts.read(*entry));
+            const QString title = TitleResolver(package, distribution, texts).resolved();
+            return {title.toUtf8(), componentFolders(package)};
         });
     if (const TocEntry *entry = package.find(QByteArrayLiteral("PackageInfo")))
         return within("PackageInfo", [&]() -> ProductInfo {
-            return {QByteArray(), {identifierIn(readDocument(package, *entry))}};
+            return {QByteArray(), {identifierIn(texts.read(*entry))}};
         });
     throw Error("not an installer package: it has neither a Distribution nor a PackageInfo");
 }

@@ -4,7 +4,7 @@
 #include <QVector>
 
 #include <cstring>
-#include <optional>
+#include <utility>
 
 namespace FlatPkg {
 
@@ -18,16 +18,17 @@ public:
     {
     }
 
-    Strings parse()
+    std::optional<QString> lastOf(const QString &wanted)
     {
-        Strings strings;
+        std::optional<QString> found;
         while (const std::optional<QString> key = readToken()) {
-            const std::optional<QString> value = accept('=') ? readToken() : std::nullopt;
+            std::optional<QString> value = accept('=') ? readToken() : std::nullopt;
             if (!value || !accept(';'))
                 break;
-            strings.insert(*key, *value);
+            if (*key == wanted)
+                found = std::move(value);
         }
-        return strings;
+        return found;
     }
 
 private:
@@ -134,9 +135,9 @@ QString fromMarkedUtf16(const QByteArray &bytes)
 
 } // namespace
 
-Strings parseStrings(const QString &text)
+std::optional<QString> textIn(const QString &table, const QString &key)
 {
-    return StringsParser(text).parse();
+    return StringsParser(table).lastOf(key);
 }
 
 QString decodeStrings(const QByteArray &bytes)

@@ -3,37 +3,40 @@
 #include "hosttools/flatpkg/Error.h"
 #include "hosttools/flatpkg/Limits.h"
 #include "hosttools/flatpkg/Toc.h"
+#include "hosttools/flatpkg/XmlReader.h"
 
 #include <algorithm>
 #include <limits>
-#include <QBuffer>
 #include <QDateTime>
 #include <QHash>
 #include <QSet>
 #include <QVector>
-#include <QXmlStreamReader>
 
 namespace FlatPkg {
 
 namespace {
 
+/// Vendors' tools write some twenty elements for each member; more than this is no package's.
+XmlLimits tocLimits()
+{
+    XmlLimits limits;
+    limits.elements = 2500000;
+    return limits;
+}
+
 class TocReader
 {
 public:
     TocReader(const QByteArray &xml, qint64 heapLength)
-        : m_heapLength(heapLength)
+        : m_xml(xml, "its table of contents ", tocLimits())
+        , m_heapLength(heapLength)
     {
-        m_buffer.setData(xml);
-        m_buffer.open(QIODevice::ReadOnly);
-        m_xml.setDevice(&m_buffer);
     }
 
     Toc read();
 
 private:
     void findRoot();
-    void requireUtf8();
-    void requireWellFormed();
     void readTocElement(Toc &toc);
     std::optional<TocChecksum> readTocChecksum();
 
@@ -49,18 +52,14 @@ private:
     void requireSoundData(const MemberData &data) const;
     void requireHardLinkTargets() const;
 
-    bool at(const char *element) const { return m_xml.name() == QLatin1String(element); }
-    QByteArray text() { return m_xml.readElementText().toUtf8(); }
-    QByteArray attribute(const char *name) const
-    {
-        return m_xml.attributes().value(QLatin1String(name)).toUtf8();
-    }
+    bool at(const char *element) const { return m_xml.at(element); }
+    QByteArray text() { return m_xml.readText(); }
+    QByteArray attribute(const char *name) const { return m_xml.attribute(name); }
     qint64 number(qint64 largest = std::numeric_limits<qint64>::max(), int base = 10);
     QByteArray ownerName();
     std::optional<qint64> time();
 
-    QBuffer m_buffer;
-    QXmlStreamReader m_xml;
+    XmlReader m_xml;
     qint64 m_heapLength;
     int m_members = 0;
     QSet<QByteArray> m_fileIds;
@@ -88,37 +87,18 @@ Toc TocReader::read()
         else
             m_xml.skipCurrentElement();
     }
-    while (!m_xml.atEnd())
-        m_xml.readNext();
-    requireWellFormed();
+    m_xml.readToEnd();
     requireHardLinkTargets();
     return toc;
 }
 
 void TocReader::findRoot()
 {
-    while (!m_xml.atEnd() && !m_xml.isStartElement()) {
-        m_xml.readNext();
-        requireUtf8();
-        if (m_xml.isDTD())
-            refuse("has a document type definition");
-    }
-    requireWellFormed();
+    m_xml.readNextStartElement();
+    if (m_xml.encoding().compare("UTF-8", Qt::CaseInsensitive) != 0 && !m_xml.encoding().isEmpty())
+        refuse("is not UTF-8");
     if (!at("xar"))
         refuse("is not one of a xar archive");
-}
-
-void TocReader::requireUtf8()
-{
-    const auto encoding = m_xml.documentEncoding();
-    if (!encoding.isEmpty() && encoding.compare(QLatin1String("UTF-8"), Qt::CaseInsensitive) != 0)
-        refuse("is not UTF-8");
-}
-
-void TocReader::requireWellFormed()
-{
-    if (m_xml.hasError())
-        refuse("is not well-formed: " + m_xml.errorString().toUtf8());
 }
 
 void TocReader::readTocElement(Toc &toc)
@@ -165,15 +145,15 @@ void TocReader::readEntry(std::vector<TocEntry> &siblings, QSet<QByteArray> &nam
         refuse("has too many members");
     TocEntry entry;
     entry.id = attribute("id");
-    QSet<QString> seen;
+    QSet<QByteArray> seen;
     QSet<QByteArray> childNames;
     while (m_xml.readNextStartElement()) {
         if (at("file")) {
             readEntry(entry.children, childNames, depth + 1);
-        } else if (seen.contains(m_xml.name().toString())) {
+        } else if (seen.contains(m_xml.name())) {
             m_xml.skipCurrentElement(); // vendors write names twice; the first one counts
         } else {
-            seen.insert(m_xml.name().toString());
+            seen.insert(m_xml.name());
             readProperty(entry);
         }
     }
@@ -248,11 +228,11 @@ QByteArray TocReader::readName()
 MemberData TocReader::readData()
 {
     MemberData data;
-    QSet<QString> seen;
+    QSet<QByteArray> seen;
     while (m_xml.readNextStartElement()) {
-        if (seen.contains(m_xml.name().toString()))
+        if (seen.contains(m_xml.name()))
             refuse("says twice where a member lies");
-        seen.insert(m_xml.name().toString());
+        seen.insert(m_xml.name());
         readDataProperty(data);
     }
     return data;
@@ -291,7 +271,6 @@ std::optional<Checksum> TocReader::readChecksum()
 
 void TocReader::finishEntry(TocEntry &entry, int depth)
 {
-    requireWellFormed();
     requireFileName(entry.name);
     within(entry.name, [&] {
         if (entry.type != EntryType::Folder && !entry.children.empty())
@@ -344,7 +323,7 @@ QByteArray TocReader::ownerName()
 
 std::optional<qint64> TocReader::time()
 {
-    QDateTime parsed = QDateTime::fromString(m_xml.readElementText().trimmed(), Qt::ISODate);
+    QDateTime parsed = QDateTime::fromString(QString::fromUtf8(text().trimmed()), Qt::ISODate);
     if (!parsed.isValid())
         return std::nullopt;
     if (parsed.timeSpec() == Qt::LocalTime)
@@ -356,9 +335,7 @@ std::optional<qint64> TocReader::time()
 
 Toc readToc(const QByteArray &xml, qint64 heapLength)
 {
-    // Before the parser sees them: its work on a definition is not bounded by what we do with the result.
-    if (xml.contains("<!DOCTYPE") || xml.contains("<!ENTITY"))
-        refuse("has a document type definition");
+    // UTF-16 is recognised without a declaration.
     if (xml.contains('\0'))
         refuse("is not UTF-8");
     return TocReader(xml, heapLength).read();

@@ -28,6 +28,7 @@ private slots:
     void unpacksPlainAndPackedArchives_data();
     void unpacksPlainAndPackedArchives();
     void refusesDamagedArchivesAndLeavesNothing();
+    void refusesAnArchiveWhoseChecksumIsWrong();
 
     void sayHowTheyAreUsed_data();
     void sayHowTheyAreUsed();
@@ -169,6 +170,25 @@ void tst_DittoAndXar::refusesDamagedArchivesAndLeavesNothing()
          {QByteArray(), QByteArray("text"), QByteArray("070707garbage").repeated(20),
           QByteArray("070701FFFFFFFF").repeated(20)}) {
         TestFiles::write(at("packed"), bytes);
+        const ToolRun::Result result =
+            ToolRun::run(QStringLiteral("ditto"), {QStringLiteral("-x"), at("packed"), at("unpacked")});
+        QCOMPARE(result.exitCode, 1);
+        QVERIFY2(ToolRun::hasOneMessage(result, QStringLiteral("ditto")), result.errors.constData());
+        QVERIFY(!QFileInfo::exists(at("unpacked")));
+    }
+}
+
+void tst_DittoAndXar::refusesAnArchiveWhoseChecksumIsWrong()
+{
+    TestFiles::writeScript(at("scripts/postinstall"), "exit 0\n");
+    TestFiles::outputOf(QStringLiteral("bsdtar"),
+                        {QStringLiteral("-czf"), at("packed"), QStringLiteral("--format"),
+                         QStringLiteral("odc"), QStringLiteral("-C"), at("scripts"), QStringLiteral(".")});
+    const QByteArray good = TestFiles::read(at("packed"));
+    for (const int fromEnd : {1, 8}) { // the length and the checksum of what is packed
+        QByteArray damaged = good;
+        damaged[good.size() - fromEnd] = static_cast<char>(damaged.at(good.size() - fromEnd) ^ 1);
+        TestFiles::write(at("packed"), damaged);
         const ToolRun::Result result =
             ToolRun::run(QStringLiteral("ditto"), {QStringLiteral("-x"), at("packed"), at("unpacked")});
         QCOMPARE(result.exitCode, 1);

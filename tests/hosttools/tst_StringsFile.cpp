@@ -32,6 +32,8 @@ void tst_StringsFile::readsPairs_data()
                              << QStringLiteral("a\"b\\c\n\td\u00e4");
     QTest::newRow("after another pair")
         << QStringLiteral("\"A\" = \"1\";\n\n\"KEY\" = \"2\";") << QStringLiteral("2");
+    QTest::newRow("a second time") << QStringLiteral("\"KEY\" = \"1\"; \"KEY\" = \"2\";")
+                                   << QStringLiteral("2");
     QTest::newRow("empty value") << QStringLiteral("\"KEY\" = \"\";") << QStringLiteral("");
 }
 
@@ -39,9 +41,9 @@ void tst_StringsFile::readsPairs()
 {
     QFETCH(QString, text);
     QFETCH(QString, value);
-    const Strings strings = parseStrings(text);
-    QVERIFY(strings.contains(QStringLiteral("KEY")));
-    QCOMPARE(strings.value(QStringLiteral("KEY")), value);
+    const std::optional<QString> found = textIn(text, QStringLiteral("KEY"));
+    QVERIFY(found.has_value());
+    QCOMPARE(*found, value);
 }
 
 void tst_StringsFile::endsAtWhatIsMalformed_data()
@@ -55,8 +57,9 @@ void tst_StringsFile::endsAtWhatIsMalformed_data()
 void tst_StringsFile::endsAtWhatIsMalformed()
 {
     QFETCH(QString, rest);
-    const Strings strings = parseStrings(QStringLiteral("\"FIRST\" = \"1\";\n") + rest);
-    QCOMPARE(strings, Strings({{QStringLiteral("FIRST"), QStringLiteral("1")}}));
+    const QString table = QStringLiteral("\"FIRST\" = \"1\";\n") + rest;
+    QCOMPARE(textIn(table, QStringLiteral("FIRST")).value_or(QString()), QStringLiteral("1"));
+    QVERIFY(!textIn(table, QStringLiteral("KEY")).has_value());
 }
 
 QTEST_GUILESS_MAIN(tst_StringsFile)

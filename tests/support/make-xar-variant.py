@@ -4,6 +4,8 @@
 
 usage: make-xar-variant.py VARIANT OUTPUT | make-xar-variant.py --all good|hostile FOLDER
 
+The costly variants are made one by one.
+
 Every good variant holds the same members, whatever their form in the archive; every hostile one has to
 be refused. The archive is written from the format's description and shares no code with its reader.
 """
@@ -245,6 +247,14 @@ def scripts_bytes(data):
     return change
 
 
+def flipped(data, position):
+    return data[:position] + bytes([data[position] ^ 1]) + data[position + 1:]
+
+
+def packed(archive):
+    return gzip.compress(archive, mtime=0)
+
+
 def deep(xar):
     member = Member("leaf", b"x")
     for _ in range(70):
@@ -359,7 +369,73 @@ HOSTILE = {
     "scripts-cut": hostile_scripts(SCRIPTS, cut=150),
     "scripts-no-archive": scripts_bytes(b"this is no archive" * 10),
     "scripts-empty": scripts_bytes(b""),
+    "scripts-wrong-checksum": scripts_bytes(flipped(packed(cpio(SCRIPTS)), -6)),
+    "scripts-wrong-length": scripts_bytes(flipped(packed(cpio(SCRIPTS)), -3)),
+    "scripts-packing-cut": scripts_bytes(packed(cpio(SCRIPTS))[:-9]),
+    "scripts-packed-twice": scripts_bytes(packed(packed(cpio(SCRIPTS)))),
+    "scripts-no-number": scripts_bytes(packed(cpio(SCRIPTS).replace(b"%011o" % 1500000000, b"1313z215400", 1))),
+    "scripts-blank-number": scripts_bytes(packed(cpio(SCRIPTS).replace(b"%06o" % 501, b"   765", 1))),
+    "scripts-no-member": scripts_bytes(packed(cpio(SCRIPTS).replace(b"070707", b"070708").replace(b"8", b"7", 1))),
+    "scripts-open-name": scripts_bytes(packed(cpio(SCRIPTS).replace(b"./latest\0", b"./latest!"))),
+    "scripts-no-end": scripts_bytes(packed(cpio(SCRIPTS).split(b"TRAILER")[0][:-76])),
     "scripts-other-form": scripts_bytes(gzip.compress(b"070701" + b"%08X" % 0xCCCCCCCC * 13 + bytes(1000), mtime=0)),
+}
+
+def numbered(count, form):
+    return "".join(form % {"n": i} for i in range(count))
+
+
+def attribute_list(xar):
+    xar.prolog = "<!DOCTYPE xar [<!ATTLIST xar %s>]>" % numbered(1000000, 'a%(n)d CDATA "" ')
+
+
+def document(text, prolog=""):
+    """A Distribution that is small only as long as it is packed."""
+    contents = ("%s<installer-gui-script>%s</installer-gui-script>" % (prolog, text)).encode()
+    return distribution(contents=contents, style="application/x-gzip")
+
+
+def language_folders(xar):
+    """A hundred languages with the same 8 MiB of texts, which lie in the archive once."""
+    texts = b'"a"="b";' * (1 << 20)
+    xar.share = {("application/x-gzip", texts): None}
+    document("<title>KEY</title>")(xar)
+    xar.find("Resources").children = [
+        Member("l%d.lproj" % i, children=[Member("Localizable.strings", texts, style="application/x-gzip")])
+        for i in range(100)]
+
+
+def empty_folders(ending, parent):
+    def change(xar):
+        document("<title>KEY</title>")(xar)
+        members = xar.find(parent).children if parent else xar.members
+        members.extend(Member("f%d%s" % (i, ending), children=[]) for i in range(99000))
+    return change
+
+
+def million_attributes():
+    return "<e %s/>" % numbered(1000000, 'a%(n)d="" ')
+
+
+# Small packages that are much work for whoever reads them carelessly; what they hold is made only when it is wanted.
+COSTLY = {
+    "toc-attributes": lambda: attributes(toc_extra=million_attributes()),
+    "toc-less-than": lambda: attributes(toc_extra="<e>%s</e>" % ("&lt;" * (8 << 20))),
+    "toc-quotes": lambda: attributes(toc_extra='<e a="%s"/>' % ("&quot;" * (5 << 20))),
+    "toc-elements": lambda: attributes(toc_extra="<a/>" * 4000000),
+    "toc-attribute-list": lambda: attribute_list,
+    "distribution-attributes": lambda: document(million_attributes()),
+    "distribution-less-than": lambda: document("<title>%s</title>" % ("&lt;" * ((8 << 20) - 100))),
+    "distribution-quotes": lambda: document('<e a="%s"/>' % ("&quot;" * (5 << 20))),
+    "distribution-elements": lambda: document("<a/>" * 4000000),
+    "distribution-attribute-list": lambda: document("", "<!DOCTYPE x [<!ATTLIST x %s>]>"
+                                            % numbered(1000000, 'a%(n)d CDATA "" ')),
+    "languages-that-share-texts": lambda: language_folders,
+    "many-languages": lambda: document("<title>KEY</title><localization>%s</localization>" % numbered(
+        190000, '<strings language="l%(n)d">"a"="b";</strings>')),
+    "many-language-folders": lambda: empty_folders(".lproj", "Resources"),
+    "many-components": lambda: empty_folders(".pkg", ""),
+    "scripts-empty-members": lambda: scripts_bytes(packed(packed(b"") * 10000000 + packed(cpio(SCRIPTS)))),
 }
 
 CUTS = {"cut-in-header": 20, "cut-in-toc": 100, "cut-in-heap": -1000, "empty-file": 0}
@@ -374,7 +450,7 @@ def make(variant):
     elif variant == "wrong-magic":
         return b"rax!" + xar.bytes()[4:]
     else:
-        (GOOD.get(variant) or HOSTILE[variant])(xar)
+        (GOOD.get(variant) or HOSTILE.get(variant) or COSTLY[variant]())(xar)
     return xar.bytes()
 
 
