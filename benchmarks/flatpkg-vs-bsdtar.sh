@@ -1,8 +1,11 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: Apache-2.0
-# Taking a flat package apart and putting it together: our pkgutil against bsdtar, both as multiples of one
-# cp of the package, measured in turns in one run. Prints medians, the best of each (which tells more on a
-# machine with other work to do) and our peak memory.
+# Taking a flat package apart and putting it together: our pkgutil against bsdtar and against what the machine
+# can do at all, as multiples of one cp of the package, measured in turns in one run. Prints medians, the best of
+# each (which tells more on a machine with other work to do) and our peak memory.
+#
+# The limit of expanding is one copy beside one SHA-1 of the package, in two threads; that of flattening is one copy.
+# "Forced to disk" is all of it with the package and its folder synced, as multiples of a cp that is synced.
 #
 # usage: flatpkg-vs-bsdtar.sh [MEBIBYTES [ROUNDS]]
 # PCT_HOSTTOOLS names the folder with our pkgutil; without it the newest one below build/ is taken.
@@ -59,17 +62,26 @@ bsdtar_flatten() {
     pack_scripts "$scripts" "$work/packed" && rm -r "$scripts" && mv "$work/packed" "$scripts"
     pack_xar "$work/tree" "$work/out.pkg"
 }
-copy() { cp "$work/sample.pkg" "$work/out.pkg"; }
+copy() { cp --reflink=never "$work/sample.pkg" "$work/out.pkg"; }
+copy_beside_sha1() { python3 "$root/benchmarks/copy-beside-sha1.py" "$work/sample.pkg" "$work/out.pkg"; }
+force_to_disk() { command sync "$work/out.pkg" "$work"; }
 ours_expand() { "$tools/pkgutil" --expand "$work/sample.pkg" "$work/tree"; }
 ours_flatten() { "$tools/pkgutil" --flatten "$work/tree" "$work/out.pkg"; }
 
 declare -A times
-# measure NAME: runs the function NAME and notes its microseconds.
+# measure NAME COMMAND...: runs the commands (functions without arguments) and notes their microseconds.
 measure() {
+    local name=$1 start command
+    shift
     sync
-    local start=${EPOCHREALTIME/./}
-    "$1"
-    times[$1]+="$((${EPOCHREALTIME/./} - start)) "
+    start=${EPOCHREALTIME/./}
+    for command; do "$command"; done
+    times[$name]+="$((${EPOCHREALTIME/./} - start)) "
+}
+# note NAME COMMAND: takes the microseconds that the command itself prints.
+note() {
+    sync
+    times[$1]+="$("$2") "
 }
 sorted() { tr ' ' '\n' <<<"${times[$1]}" | sed '/^$/d' | sort -n; }
 median() { sorted "$1" | awk '{ v[NR] = $1 } END { print v[int((NR + 1) / 2)] }'; }
@@ -88,27 +100,35 @@ peak() {
 make_package
 cat "$work/sample.pkg" >/dev/null
 for ((round = 0; round < rounds; ++round)); do
-    measure copy && rm "$work/out.pkg"
-    measure ours_expand && measure ours_flatten && rm -r "$work/tree" "$work/out.pkg"
-    measure bsdtar_expand && measure bsdtar_flatten && rm -r "$work/tree" "$work/out.pkg"
+    measure copy copy && rm "$work/out.pkg"
+    note sha1 copy_beside_sha1 && rm "$work/out.pkg"
+    measure ours_expand ours_expand && measure ours_flatten ours_flatten && rm -r "$work/tree" "$work/out.pkg"
+    measure bsdtar_expand bsdtar_expand && measure bsdtar_flatten bsdtar_flatten && rm -r "$work/tree" "$work/out.pkg"
+    measure copy_forced copy force_to_disk && rm "$work/out.pkg"
+    measure ours_forced ours_expand ours_flatten force_to_disk && rm -r "$work/tree" "$work/out.pkg"
+    measure bsdtar_forced bsdtar_expand bsdtar_flatten force_to_disk && rm -r "$work/tree" "$work/out.pkg"
 done
 
-row() { printf '%-14s %8s %8s %24s\n' "$1" "$2" "$3" "$4"; }
+row() { printf '%-26s %7s %7s %7s\n' "$@"; }
 
 # report TITLE PICK: one table; PICK (median or best) chooses among the rounds.
 report() {
-    local cp who expand flatten
-    local -A total
+    local cp limit ours bsdtar
     cp=$("$2" copy)
-    row "$1" expand flatten 'expand, Scripts, flatten'
-    for who in ours bsdtar; do
-        expand=$("$2" "${who}_expand")
-        flatten=$("$2" "${who}_flatten")
-        total[$who]=$((expand + flatten))
-        row "$who" "$(ratio "$expand" "$cp")" "$(ratio "$flatten" "$cp")" "$(ratio "${total[$who]}" "$cp")"
-    done
-    echo "ours is $(ratio "${total[bsdtar]}" "${total[ours]}") times as fast as bsdtar"
+    limit=$("$2" sha1)
+    ours=$(($("$2" ours_expand) + $("$2" ours_flatten)))
+    bsdtar=$(($("$2" bsdtar_expand) + $("$2" bsdtar_flatten)))
+    row "$1" limit ours bsdtar
+    row expand "$(ratio "$limit" "$cp")" "$(ratio "$("$2" ours_expand)" "$cp")" "$(ratio "$("$2" bsdtar_expand)" "$cp")"
+    row flatten 1.00 "$(ratio "$("$2" ours_flatten)" "$cp")" "$(ratio "$("$2" bsdtar_flatten)" "$cp")"
+    row 'expand, Scripts, flatten' "$(ratio "$((limit + cp))" "$cp")" "$(ratio "$ours" "$cp")" "$(ratio "$bsdtar" "$cp")"
+    cp=$("$2" copy_forced)
+    row 'the same, forced to disk' '' "$(ratio "$("$2" ours_forced)" "$cp")" "$(ratio "$("$2" bsdtar_forced)" "$cp")"
+    echo "ours is $(ratio "$bsdtar" "$ours") times as fast as bsdtar, forced to disk" \
+        "$(ratio "$("$2" bsdtar_forced)" "$("$2" ours_forced)") times"
+    echo "cp copies $(speed "$("$2" copy)"), SHA-1 beside it hashes $(speed "$limit")"
 }
+speed() { awk -v us="$1" -v mib="$size" 'BEGIN { printf "%.0f MiB/s", mib * 1000000 / us }'; }
 
 echo "package of $size MiB, $rounds rounds, multiples of one cp of it"
 report medians median

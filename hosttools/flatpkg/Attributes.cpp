@@ -129,8 +129,6 @@ void timesFor(const Attributes &attributes, timespec (&times)[2])
     times[1] = attributes.modified ? timespec{*attributes.modified, 0} : timespec{0, UTIME_OMIT};
 }
 
-} // namespace
-
 void applyTime(int fd, const Attributes &attributes)
 {
     timespec times[2];
@@ -138,6 +136,8 @@ void applyTime(int fd, const Attributes &attributes)
     if (futimens(fd, times) != 0)
         throw systemError("its time cannot be set");
 }
+
+} // namespace
 
 void applyAttributes(int fd, const Attributes &attributes)
 {

@@ -32,9 +32,6 @@ struct Attributes
 /// A file that is replaced or added has no such attribute: it belongs to root and wheel (for root: to
 /// whom the disk says), with the mode and time on the disk.
 
-/// Puts the time on a finished file or folder.
-void applyTime(int fd, const Attributes &attributes);
-
 /// Puts all attributes on a finished file or folder; with the mode its owner can lose the right to write.
 void applyAttributes(int fd, const Attributes &attributes);
 

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <unistd.h>
 
 namespace FlatPkg {
@@ -19,10 +20,10 @@ namespace {
 constexpr qint64 bufferSize = 128 * 1024;
 // How much the kernel copies before we look whether we have been asked to stop.
 constexpr qint64 kernelStep = 64 * 1024 * 1024;
-// As much as the hashing thread has buffered, so that it has work while the kernel copies.
-constexpr qint64 copyStep = 4 * 1024 * 1024;
-// Large enough for the disk to write in one go.
-constexpr qint64 writeBackStep = 32 * 1024 * 1024;
+// How far the hashing thread is behind at most when the copying ends.
+constexpr qint64 copyStep = 2 * 1024 * 1024;
+// What is mapped at a time counts as memory of ours.
+constexpr qint64 windowSize = 4 * 1024 * 1024;
 // Below this a second thread costs more than it saves.
 constexpr qint64 worthAThread = 1024 * 1024;
 
@@ -56,6 +57,51 @@ void copyThroughBuffer(const ByteRange &from, int to, qint64 toOffset)
     });
 }
 
+/// A part of a file in memory as the kernel has it, so that nothing is copied.
+class Window
+{
+public:
+    explicit Window(const ByteRange &range)
+        : m_shift(range.offset % sysconf(_SC_PAGESIZE))
+        , m_length(static_cast<size_t>(m_shift + range.length))
+        , m_start(
+              mmap(nullptr, m_length, PROT_READ, MAP_SHARED | MAP_POPULATE, range.fd, range.offset - m_shift))
+    {
+    }
+    ~Window()
+    {
+        if (isThere())
+            munmap(m_start, m_length);
+    }
+    Window(const Window &) = delete;
+    Window &operator=(const Window &) = delete;
+
+    bool isThere() const { return m_start != MAP_FAILED; }
+    const char *bytes() const { return static_cast<const char *>(m_start) + m_shift; }
+
+private:
+    qint64 m_shift;
+    size_t m_length;
+    void *m_start;
+};
+
+/// Not every file system can show its files in memory.
+void addWindow(const ByteRange &range, DigestSet &digests)
+{
+    const Window window(range);
+    if (window.isThere())
+        return digests.add(window.bytes(), range.length);
+    forEachPiece(range, [&](const char *bytes, qint64 count, qint64) { digests.add(bytes, count); });
+}
+
+Digests digestsOf(const ByteRange &range, const QVector<DigestAlgorithm> &algorithms)
+{
+    DigestSet digests(algorithms);
+    if (!algorithms.isEmpty())
+        forEachPiece(range, [&](const char *bytes, qint64 count, qint64) { digests.add(bytes, count); });
+    return digests.finish();
+}
+
 } // namespace
 
 void forEachPiece(const ByteRange &range, const PieceConsumer &consume)
@@ -76,24 +122,14 @@ void copyRange(const ByteRange &from, int to, qint64 toOffset)
     copyThroughBuffer({from.fd, from.offset + done, from.length - done}, to, toOffset + done);
 }
 
-void copyAndWriteBack(const ByteRange &from, int to, qint64 toOffset)
+void addToDigests(const ByteRange &range, DigestSet &digests)
 {
-    for (qint64 done = 0; done < from.length; done += writeBackStep) {
-        const qint64 count = std::min(writeBackStep, from.length - done);
-        copyRange({from.fd, from.offset + done, count}, to, toOffset + done);
-        // The last quarter is left to the sync: a disk kept busy to the end slows the copying down by more
-        // than it saves. Only a hint: where it is not taken, the sync does all the work.
-        if (done < from.length / 4 * 3)
-            static_cast<void>(sync_file_range(to, toOffset + done, count, SYNC_FILE_RANGE_WRITE));
+    for (qint64 done = 0; done < range.length;) {
+        Interrupt::check();
+        const qint64 count = std::min(windowSize, range.length - done);
+        addWindow({range.fd, range.offset + done, count}, digests);
+        done += count;
     }
-}
-
-Digests digestsOf(const ByteRange &range, const QVector<DigestAlgorithm> &algorithms)
-{
-    DigestSet digests(algorithms);
-    if (!algorithms.isEmpty())
-        forEachPiece(range, [&](const char *bytes, qint64 count, qint64) { digests.add(bytes, count); });
-    return digests.finish();
 }
 
 Digests copyAndDigest(const ByteRange &from, int to, qint64 toOffset,
@@ -101,13 +137,13 @@ Digests copyAndDigest(const ByteRange &from, int to, qint64 toOffset,
 {
     if (algorithms.isEmpty() || from.length < worthAThread) {
         copyRange(from, to, toOffset);
-        return digestsOf(from, algorithms);
+        return digestsOf({to, toOffset, from.length}, algorithms);
     }
-    DigestThread digests(algorithms);
+    DigestThread digests(to, toOffset, algorithms);
     for (qint64 done = 0; done < from.length; done += copyStep) {
-        const ByteRange part{from.fd, from.offset + done, std::min(copyStep, from.length - done)};
-        copyRange(part, to, toOffset + done);
-        digests.add(part);
+        const qint64 count = std::min(copyStep, from.length - done);
+        copyRange({from.fd, from.offset + done, count}, to, toOffset + done);
+        digests.add(count);
     }
     return digests.finish();
 }

@@ -24,15 +24,12 @@ void forEachPiece(const ByteRange &range, const PieceConsumer &consume);
 /// Error when the source is shorter than its range or the target cannot be written.
 void copyRange(const ByteRange &from, int to, qint64 toOffset);
 
-/// The same, but the disk begins to write while the copying goes on, so that whoever syncs the target waits
-/// less.
-void copyAndWriteBack(const ByteRange &from, int to, qint64 toOffset);
+/// Adds the range to digests without copying it. Only for a file that nobody makes shorter meanwhile: what is
+/// then missing would end the process.
+void addToDigests(const ByteRange &range, DigestSet &digests);
 
-/// Reads the range once and gives its digests.
-Digests digestsOf(const ByteRange &range, const QVector<DigestAlgorithm> &algorithms);
-
-/// Both at the same time; long ranges are hashed in a second thread, because hashing takes twice as long
-/// as copying.
+/// Copies and gives the digests of what has arrived in the target, which must be open for reading, too. Long
+/// ranges are hashed in a second thread, because hashing takes twice as long as copying.
 Digests copyAndDigest(const ByteRange &from, int to, qint64 toOffset,
                       const QVector<DigestAlgorithm> &algorithms);
 

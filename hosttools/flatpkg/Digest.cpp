@@ -73,6 +73,7 @@ DigestSet::DigestSet(const QVector<DigestAlgorithm> &algorithms)
 }
 
 DigestSet::~DigestSet() = default;
+DigestSet::DigestSet(DigestSet &&other) noexcept = default;
 
 void DigestSet::add(const char *bytes, qint64 count)
 {

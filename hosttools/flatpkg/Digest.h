@@ -28,6 +28,7 @@ class DigestSet
 public:
     explicit DigestSet(const QVector<DigestAlgorithm> &algorithms);
     ~DigestSet();
+    DigestSet(DigestSet &&other) noexcept;
 
     void add(const char *bytes, qint64 count);
     /// The digests of all bytes added; ends the computation.

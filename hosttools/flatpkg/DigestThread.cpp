@@ -1,26 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosttools/flatpkg/DigestThread.h"
 
-#include "hosttools/flatpkg/Files.h"
-#include "hosttools/flatpkg/Interrupt.h"
+#include "hosttools/flatpkg/ByteRange.h"
 
 #include <algorithm>
 
 namespace FlatPkg {
 
-namespace {
-
-// With all buffers in use the processor's caches still hold them.
-constexpr qint64 pieceSize = 512 * 1024;
-
-} // namespace
-
-DigestThread::DigestThread(const QVector<DigestAlgorithm> &algorithms)
-    : m_digests(algorithms)
+DigestThread::DigestThread(int fd, qint64 offset, const QVector<DigestAlgorithm> &algorithms)
+    : m_fd(fd)
+    , m_offset(offset)
+    , m_hashing(std::async(std::launch::async, [=] { return hashAll(DigestSet(algorithms)); }))
 {
-    for (Piece &piece : m_pieces)
-        piece.bytes.resize(pieceSize);
-    m_hashing = std::async(std::launch::async, [this] { return hashAll(); });
 }
 
 DigestThread::~DigestThread()
@@ -28,15 +19,13 @@ DigestThread::~DigestThread()
     end(true);
 }
 
-void DigestThread::add(const ByteRange &range)
+void DigestThread::add(qint64 count)
 {
-    for (qint64 done = 0; done < range.length;) {
-        Interrupt::check();
-        const qint64 count = std::min(pieceSize, range.length - done);
-        readExactly(range.fd, nextFree().bytes.data(), count, range.offset + done);
-        hand(count);
-        done += count;
+    {
+        const std::lock_guard lock(m_mutex);
+        m_written += count;
     }
+    m_changed.notify_one();
 }
 
 Digests DigestThread::finish()
@@ -45,42 +34,23 @@ Digests DigestThread::finish()
     return m_hashing.get();
 }
 
-DigestThread::Piece &DigestThread::nextFree()
+Digests DigestThread::hashAll(DigestSet digests)
 {
-    std::unique_lock lock(m_mutex);
-    m_changed.wait(lock, [this] { return m_filled - m_hashed < m_pieces.size(); });
-    return m_pieces[m_filled % m_pieces.size()];
-}
-
-void DigestThread::hand(qint64 count)
-{
-    {
-        const std::lock_guard lock(m_mutex);
-        m_pieces[m_filled % m_pieces.size()].count = count;
-        ++m_filled;
+    qint64 hashed = 0;
+    while (const qint64 count = waitForMore(hashed)) {
+        addToDigests({m_fd, m_offset + hashed, count}, digests);
+        hashed += count;
     }
-    m_changed.notify_one();
+    return digests.finish();
 }
 
-Digests DigestThread::hashAll()
+/// How much can be hashed in one go; 0 at the end.
+qint64 DigestThread::waitForMore(qint64 hashed)
 {
-    while (waitForPiece()) {
-        const Piece &piece = m_pieces[m_hashed % m_pieces.size()];
-        m_digests.add(piece.bytes.data(), piece.count);
-        {
-            const std::lock_guard lock(m_mutex);
-            ++m_hashed;
-        }
-        m_changed.notify_one();
-    }
-    return m_digests.finish();
-}
-
-bool DigestThread::waitForPiece()
-{
+    constexpr qint64 largestPart = 8 * 1024 * 1024; // whoever gives up waits for no more
     std::unique_lock lock(m_mutex);
-    m_changed.wait(lock, [this] { return m_ended || m_hashed < m_filled; });
-    return !m_abandoned && m_hashed < m_filled;
+    m_changed.wait(lock, [&] { return m_ended || hashed < m_written; });
+    return m_abandoned ? 0 : std::min(largestPart, m_written - hashed);
 }
 
 void DigestThread::end(bool abandon)

@@ -1,54 +1,44 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "hosttools/flatpkg/ByteRange.h"
+#include "hosttools/flatpkg/Digest.h"
 
-#include <array>
 #include <condition_variable>
 #include <future>
 #include <mutex>
-#include <vector>
 
 namespace FlatPkg {
 
-/// Hashes in a thread of its own. The caller's thread reads, so that the other does nothing but hash,
-/// which takes longest; both wait for each other asleep, over a few buffers.
+/// Hashes in a thread of its own what the caller writes to a file, a little behind it. So the digests are
+/// those of what has arrived. The file is the caller's own and private: it must not become shorter meanwhile.
 class DigestThread
 {
 public:
-    explicit DigestThread(const QVector<DigestAlgorithm> &algorithms);
+    /// The bytes are hashed from `offset` on.
+    DigestThread(int fd, qint64 offset, const QVector<DigestAlgorithm> &algorithms);
     /// Gives up what has not been hashed yet.
     ~DigestThread();
     DigestThread(const DigestThread &) = delete;
     DigestThread &operator=(const DigestThread &) = delete;
 
-    /// Reads the range and returns when the last of it waits to be hashed. Throws Error.
-    void add(const ByteRange &range);
+    /// So many more bytes have been written.
+    void add(qint64 count);
 
-    /// Waits for the digests of everything added. Called once.
+    /// Waits for the digests of everything added. Throws Error when it cannot be read. Called once.
     Digests finish();
 
 private:
-    struct Piece
-    {
-        std::vector<char> bytes;
-        qint64 count = 0;
-    };
-
-    Piece &nextFree();
-    void hand(qint64 count);
-    Digests hashAll();
-    bool waitForPiece();
+    Digests hashAll(DigestSet digests);
+    qint64 waitForMore(qint64 hashed);
     void end(bool abandon);
 
-    std::array<Piece, 8> m_pieces;
+    int m_fd;
+    qint64 m_offset;
     std::mutex m_mutex;
     std::condition_variable m_changed;
-    size_t m_filled = 0; ///< pieces read so far
-    size_t m_hashed = 0; ///< pieces hashed so far
+    qint64 m_written = 0;
     bool m_ended = false;
     bool m_abandoned = false;
-    DigestSet m_digests;
     std::future<Digests> m_hashing;
 };
 

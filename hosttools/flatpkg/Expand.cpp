@@ -42,12 +42,14 @@ private:
     void extractFile(const QByteArray &path, const TocEntry &entry);
     void unpackScripts(const QByteArray &path, const TocEntry &entry);
     void makeHardLinks();
+    void rememberDigests();
 
     const XarReader &m_archive;
     TargetTree m_tree;
     QByteArray m_scratch;
     QHash<QByteArray, QByteArray> m_pathById;
     QVector<QPair<QByteArray, QByteArray>> m_hardLinks; ///< path, id
+    QVector<QPair<QByteArray, QByteArray>> m_verified;  ///< path, SHA-1
 };
 
 /// How much the wanted members will take on the disk, in bytes.
@@ -75,6 +77,7 @@ void Extraction::extract(const Filter &wanted)
     });
     makeHardLinks();
     m_tree.finish();
+    rememberDigests();
 }
 
 void Extraction::extractEntry(const QByteArray &path, const TocEntry &entry)
@@ -96,9 +99,8 @@ void Extraction::extractFile(const QByteArray &path, const TocEntry &entry)
 {
     const FileDescriptor file = m_tree.createFile(path);
     const std::optional<QByteArray> sha1 = m_archive.extract(entry, file.get());
-    applyTime(file.get(), entry.attributes);
     if (sha1 && entry.data->size >= worthRemembering)
-        rememberDigest(file.get(), *sha1);
+        m_verified.append({path, *sha1});
     applyAttributes(file.get(), entry.attributes);
     m_pathById.insert(entry.id, path);
 }
@@ -120,6 +122,12 @@ void Extraction::makeHardLinks()
             throw Error(path + ": it is another name of a member that was not asked for");
         m_tree.createHardLink(path, m_pathById.value(id));
     }
+}
+
+void Extraction::rememberDigests()
+{
+    for (const auto &[path, sha1] : m_verified)
+        rememberDigest(m_tree.enterFolder(folderOf(path)).get(), path.mid(path.lastIndexOf('/') + 1), sha1);
 }
 
 bool isAtOrBelow(const QByteArray &path, const QByteArray &member)

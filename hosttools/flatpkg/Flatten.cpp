@@ -7,6 +7,8 @@
 #include "hosttools/flatpkg/Interrupt.h"
 #include "hosttools/flatpkg/Limits.h"
 #include "hosttools/flatpkg/Output.h"
+#include "hosttools/flatpkg/VerifiedDigest.h"
+#include "hosttools/flatpkg/XarReader.h"
 #include "hosttools/flatpkg/XarWriter.h"
 
 #include <cstdlib>
@@ -33,7 +35,7 @@ public:
     std::vector<TocEntry> entriesBelow(int root);
 
     /// Opens the bytes of a listed file: the file itself, or the archive of a Scripts folder.
-    FileDescriptor open(int root, const QByteArray &path) const;
+    MemberBytes open(int root, const QByteArray &path) const;
 
 private:
     std::vector<TocEntry> entriesIn(int folder, const QByteArray &prefix, int depth);
@@ -169,17 +171,19 @@ TocEntry FolderScan::scriptsEntry(int folder, const QByteArray &path)
     return entry;
 }
 
-FileDescriptor FolderScan::open(int root, const QByteArray &path) const
+MemberBytes FolderScan::open(int root, const QByteArray &path) const
 {
     const auto scripts = m_packedScripts.find(path);
     if (scripts != m_packedScripts.end())
-        return FileDescriptor(dup(scripts->second.get()));
+        return {FileDescriptor(dup(scripts->second.get())), std::nullopt};
     QVector<QByteArray> components = componentsOf(path);
     const QByteArray name = components.takeLast();
     FileDescriptor folder = openFolderIn(root, QByteArrayLiteral("."));
     for (const QByteArray &component : components)
         folder = openFolderIn(folder.get(), component);
-    return openFileIn(folder.get(), name);
+    MemberBytes bytes{openFileIn(folder.get(), name), std::nullopt};
+    bytes.sha1 = verifiedDigestOf(bytes.file.get(), folder.get(), name);
+    return bytes;
 }
 
 QByteArray canonical(const QByteArray &path)
@@ -198,6 +202,18 @@ void requireOutside(const QByteArray &folder, const QByteArray &package)
         throw Error("would lie in the folder that it is made of; choose another place");
 }
 
+/// Reads a finished package as everybody else will, its scripts with all their bytes.
+void requireReadable(int package, const Toc &written)
+{
+    const XarReader reader(FileDescriptor(dup(package)));
+    if (writeToc(reader.toc()) != writeToc(written))
+        throw Error("does not hold what has been written to it; check the disk");
+    forEachEntry(reader.toc(), [&](const QByteArray &path, const TocEntry &entry) {
+        if (entry.data && isScriptsMember(path))
+            reader.contents(entry, entry.data->size);
+    });
+}
+
 } // namespace
 
 void flattenFolder(const QByteArray &folder, const QByteArray &package)
@@ -208,13 +224,16 @@ void flattenFolder(const QByteArray &folder, const QByteArray &package)
         requireOutside(folder, package);
         output.emplace(package);
     });
-    within(folder, [&] {
+    const Toc written = within(folder, [&] {
         FolderScan scan(folderOf(package));
-        writeXar(
+        return writeXar(
             scan.entriesBelow(root.get()),
             [&](const QByteArray &path) { return scan.open(root.get(), path); }, output->get());
     });
-    within(package, [&] { output->commit(); });
+    within(package, [&] {
+        requireReadable(output->get(), written);
+        output->commit();
+    });
 }
 
 } // namespace FlatPkg

@@ -7,18 +7,23 @@
 
 namespace FlatPkg {
 
-/// The SHA-1 of a large file, remembered in the extended attribute "user.pct.sha1" by the run that
-/// has verified it, so that flattening need not hash a payload that nobody has touched. It counts only
-/// while size, modification time (in nanoseconds) and inode are what they were then: a copy, a
-/// replacement and an edit are hashed again.
+/// The SHA-1 of a large file, remembered by the run that has verified it, so that flattening need not hash a
+/// payload that nobody has touched. docs/design.md says why what is remembered cannot be wrong.
+///
+/// It lies in an extended attribute of the file's folder, because one of the file itself would change the
+/// file's ctime, and counts only while device, inode, size, mtime and ctime of the file are what they were
+/// then.
 
 /// Files from this size on are worth the attribute.
 constexpr qint64 worthRemembering = 1024 * 1024;
 
-/// Called when the file has its final time; writing to it or setting its time forgets the digest.
-void rememberDigest(int fd, const QByteArray &sha1);
+/// Called when nothing of the file changes any more, not even its mode.
+void rememberDigest(int folder, const QByteArray &name, const QByteArray &sha1);
 
-/// The remembered digest (20 bytes), if it still holds.
-std::optional<QByteArray> verifiedDigestOf(int fd);
+/// The remembered digest (20 bytes) of an open file in a folder, if it still holds.
+std::optional<QByteArray> verifiedDigestOf(int file, int folder, const QByteArray &name);
+
+/// What changes when the bytes of an open file do.
+QByteArray fingerprintOf(int file);
 
 } // namespace FlatPkg

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <QtEndian>
+#include <utility>
 #include <zlib.h>
 
 namespace FlatPkg {
@@ -68,8 +69,8 @@ void forEachIn(const std::vector<TocEntry> &entries, const QByteArray &folder, c
 
 } // namespace
 
-XarReader::XarReader(const QByteArray &path)
-    : m_file(openInput(path))
+XarReader::XarReader(FileDescriptor file)
+    : m_file(std::move(file))
 {
     readHeader();
     readTableOfContents();

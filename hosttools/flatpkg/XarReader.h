@@ -17,7 +17,11 @@ class XarReader
 public:
     /// Opens the file, reads and checks the table of contents and nothing else. Throws Error, without the
     /// path, when it is no such archive, is damaged or hostile.
-    explicit XarReader(const QByteArray &path);
+    explicit XarReader(const QByteArray &path)
+        : XarReader(openInput(path))
+    {
+    }
+    explicit XarReader(FileDescriptor file);
 
     const Toc &toc() const { return m_toc; }
     const QByteArray &tocXml() const { return m_tocXml; }

@@ -45,6 +45,11 @@ QByteArray stored(const QByteArray &text)
     return stream.left(static_cast<int>(length));
 }
 
+[[noreturn]] void refuseChanged()
+{
+    throw Error("has changed while it was packed");
+}
+
 template <typename Integer> QByteArray bigEndian(Integer value)
 {
     QByteArray bytes(sizeof value, Qt::Uninitialized);
@@ -63,13 +68,13 @@ public:
         collect(m_toc.entries, QByteArray(), m_members);
     }
 
-    void write();
+    Toc write();
 
 private:
     void layOut();
     void alignLargest();
     void writeMember(const Member &member);
-    QByteArray digestWhileCopying(const ByteRange &from, qint64 offset) const;
+    QByteArray copy(const MemberBytes &bytes, qint64 size, qint64 offset) const;
     QByteArray tocText() const { return writeToc(m_toc) + QByteArray(m_padding, '\n'); }
     void writeAt(qint64 offset, const QByteArray &bytes) const
     {
@@ -84,7 +89,7 @@ private:
     qint64 m_heapOffset = 0;
 };
 
-void XarWriter::write()
+Toc XarWriter::write()
 {
     layOut();
     alignLargest();
@@ -100,6 +105,7 @@ void XarWriter::write()
                    bigEndian<quint64>(static_cast<quint64>(text.size())) + bigEndian(sha1Number));
     writeAt(headerSize, toc);
     writeAt(m_heapOffset, digestOf(DigestAlgorithm::Sha1, toc));
+    return std::move(m_toc);
 }
 
 void XarWriter::layOut()
@@ -133,28 +139,31 @@ void XarWriter::alignLargest()
 
 void XarWriter::writeMember(const Member &member)
 {
-    const FileDescriptor file = m_source(member.path);
+    const MemberBytes bytes = m_source(member.path);
     MemberData &data = *member.data;
-    if (statusOf(file.get()).st_size != data.size)
-        throw Error("has changed while it was packed");
-    const QByteArray sha1 = digestWhileCopying({file.get(), 0, data.size}, m_heapOffset + data.offset);
+    const QByteArray before = fingerprintOf(bytes.file.get());
+    if (statusOf(bytes.file.get()).st_size != data.size)
+        refuseChanged();
+    const QByteArray sha1 = copy(bytes, data.size, m_heapOffset + data.offset);
+    if (fingerprintOf(bytes.file.get()) != before)
+        refuseChanged();
     data.archived = data.extracted = Checksum{DigestAlgorithm::Sha1, sha1};
 }
 
-QByteArray XarWriter::digestWhileCopying(const ByteRange &from, qint64 offset) const
+QByteArray XarWriter::copy(const MemberBytes &bytes, qint64 size, qint64 offset) const
 {
-    if (const std::optional<QByteArray> known = verifiedDigestOf(from.fd)) {
-        copyAndWriteBack(from, m_to, offset);
-        return *known;
-    }
-    return copyAndDigest(from, m_to, offset, {DigestAlgorithm::Sha1}).value(DigestAlgorithm::Sha1);
+    const ByteRange from{bytes.file.get(), 0, size};
+    if (!bytes.sha1)
+        return copyAndDigest(from, m_to, offset, {DigestAlgorithm::Sha1}).value(DigestAlgorithm::Sha1);
+    copyRange(from, m_to, offset);
+    return *bytes.sha1;
 }
 
 } // namespace
 
-void writeXar(std::vector<TocEntry> entries, const MemberSource &source, int to)
+Toc writeXar(std::vector<TocEntry> entries, const MemberSource &source, int to)
 {
-    XarWriter(std::move(entries), source, to).write();
+    return XarWriter(std::move(entries), source, to).write();
 }
 
 } // namespace FlatPkg

@@ -73,23 +73,45 @@ QString ownerOf(const QStringList &lines, const char *member)
     return QString();
 }
 
-const char digestRecord[] = "user.pct.sha1";
-
-QByteArray rememberedDigest(const QByteArray &path)
+/// What the folder of a file remembers of it.
+QByteArray recordName(const QString &file)
 {
-    char record[200];
-    const ssize_t size = getxattr(path.constData(), digestRecord, record, sizeof record);
+    const QByteArray name = QFileInfo(file).fileName().toUtf8();
+    return "user.pct.sha1." + QCryptographicHash::hash(name, QCryptographicHash::Sha1).toHex();
+}
+
+QByteArray rememberedDigest(const QString &file)
+{
+    char record[400];
+    const ssize_t size = getxattr(QFileInfo(file).path().toUtf8().constData(), recordName(file).constData(),
+                                  record, sizeof record);
     return size < 0 ? QByteArray() : QByteArray(record, static_cast<int>(size));
 }
 
 /// Replaces a remembered digest by forty times "a" and leaves the rest of the record valid.
-void spoilRememberedDigest(const QString &path)
+void spoilRememberedDigest(const QString &file)
 {
-    const QByteArray record = rememberedDigest(path.toUtf8());
+    const QByteArray record = rememberedDigest(file);
     const QByteArray spoilt = record.left(record.size() - 40) + QByteArray(40, 'a');
     if (!record.isEmpty())
-        setxattr(path.toUtf8().constData(), digestRecord, spoilt.constData(),
-                 static_cast<size_t>(spoilt.size()), 0);
+        setxattr(QFileInfo(file).path().toUtf8().constData(), recordName(file).constData(),
+                 spoilt.constData(), static_cast<size_t>(spoilt.size()), 0);
+}
+
+void edit(const QString &path)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadWrite) && file.write("edited") == 6);
+}
+
+/// As an editor does that keeps the times of what it edits.
+void editSecretly(const QString &path)
+{
+    struct stat before = {};
+    QCOMPARE(stat(path.toUtf8().constData(), &before), 0);
+    edit(path);
+    const timespec times[2] = {before.st_atim, before.st_mtim};
+    QCOMPARE(utimensat(AT_FDCWD, path.toUtf8().constData(), times, 0), 0);
 }
 
 } // namespace
@@ -278,11 +300,11 @@ void tst_PkgutilRoundTrip::usesTheVerifiedDigestOfAnUntouchedPayload()
     if (!ToolRun::keepsExtendedAttributes(m_folder->path()))
         QSKIP("this file system keeps no extended attributes");
     makeLargePackage();
-    const QByteArray payload = at("tree/Payload").toUtf8();
+    const QString payload = at("tree/Payload");
     const QByteArray right =
-        QCryptographicHash::hash(TestFiles::read(at("tree/Payload")), QCryptographicHash::Sha1).toHex();
+        QCryptographicHash::hash(TestFiles::read(payload), QCryptographicHash::Sha1).toHex();
     QVERIFY(rememberedDigest(payload).endsWith(right));
-    spoilRememberedDigest(at("tree/Payload")); // that it comes out shows that the file was not hashed
+    spoilRememberedDigest(payload); // that it comes out shows that the file was not hashed
     pkgutil("--flatten", "tree", "out.pkg");
     QVERIFY(TestFiles::read(at("out.pkg")).contains(QByteArray(40, 'a')));
 }
@@ -290,7 +312,8 @@ void tst_PkgutilRoundTrip::usesTheVerifiedDigestOfAnUntouchedPayload()
 void tst_PkgutilRoundTrip::hashesAPayloadAgainThatWasTouched_data()
 {
     QTest::addColumn<QString>("touch");
-    for (const auto *touch : {"edited", "another time", "copied with its attributes"})
+    for (const auto *touch : {"edited", "edited, its time put back", "another time", "another mode",
+                              "copied with its attributes"})
         QTest::newRow(touch) << QString::fromLatin1(touch);
 }
 
@@ -301,8 +324,11 @@ void tst_PkgutilRoundTrip::hashesAPayloadAgainThatWasTouched()
     const QString payload = at("tree/Payload");
     spoilRememberedDigest(payload); // were it used, it would come out
     if (touch == QLatin1String("edited")) {
-        QFile file(payload);
-        QVERIFY(file.open(QIODevice::ReadWrite) && file.write("edited") == 6);
+        edit(payload);
+    } else if (touch == QLatin1String("edited, its time put back")) {
+        editSecretly(payload);
+    } else if (touch == QLatin1String("another mode")) {
+        QCOMPARE(chmod(payload.toUtf8().constData(), 0600), 0);
     } else if (touch == QLatin1String("another time")) {
         TestFiles::outputOf(QStringLiteral("touch"),
                             {QStringLiteral("-d"), QStringLiteral("2001-01-01"), payload});
