@@ -6,6 +6,7 @@
 #include "app/StartUp.h"
 #include "app/Translation.h"
 #include "core/HostPaths.h"
+#include "core/Logging.h"
 #include "core/QtCompatibility.h"
 #include "core/Version.h"
 #include "resources/Resources.h"
@@ -18,6 +19,7 @@ int main(int argc, char *argv[])
     // The style sheets of the forms name properties that Qt does not know: marks of ours, and some of the
     // web. Qt notes each of them in the default category, to which nothing of ours writes.
     QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
+    showControlCharactersInLog();
     initPctResources();
     QApplication application(argc, argv);
     QApplication::setApplicationVersion(QLatin1String(toolVersion));

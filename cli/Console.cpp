@@ -9,16 +9,6 @@
 
 #include <algorithm>
 
-namespace {
-
-/// A child's words or a parser's can span lines; a message must not.
-QString oneLine(const QString &text)
-{
-    return text.simplified();
-}
-
-} // namespace
-
 Console::Console(QTextStream &out, QTextStream &err)
     : m_out(out)
     , m_err(err)
@@ -37,7 +27,7 @@ QTextStream &Console::out()
 
 void Console::writeJson(const QJsonObject &object)
 {
-    m_out << QString::fromUtf8(QJsonDocument(object).toJson());
+    m_out << visibleJson(QString::fromUtf8(QJsonDocument(object).toJson()));
 }
 
 void Console::writeTable(const QString &heading, const QList<Row> &rows)
@@ -47,14 +37,14 @@ void Console::writeTable(const QString &heading, const QList<Row> &rows)
         width = std::max(width, static_cast<int>(row.name.size()));
     m_out << heading << '\n';
     for (const Row &row : rows)
-        m_out << QStringLiteral("  ") << row.name.leftJustified(width) << QStringLiteral("  ") << row.value
-              << '\n';
+        m_out << QStringLiteral("  ") << row.name.leftJustified(width) << QStringLiteral("  ")
+              << visibleText(row.value) << '\n';
 }
 
 void Console::confirm(const QString &text)
 {
     if (!m_quiet)
-        m_out << text << '\n';
+        m_out << visibleText(text) << '\n';
 }
 
 void Console::note(const QString &file, const QString &text)
@@ -71,9 +61,8 @@ void Console::warning(const QString &file, const QString &text)
 
 void Console::error(const Problem &problem)
 {
-    // What failed because its commands were ended says nothing about the file.
-    message(problem.file,
-            Interruption::happened() ? QStringLiteral("interrupted; run it again") : problem.text);
+    if (!Interruption::happened() || Interruption::isTheFirstToTell())
+        message(problem.file, Interruption::textOf(problem));
 }
 
 bool Console::finish()
@@ -88,7 +77,7 @@ bool Console::finish()
 
 void Console::message(const QString &subject, const QString &text)
 {
-    m_err << QStringLiteral("pct: ") << printableText(subject) << QStringLiteral(": ") << oneLine(text)
+    m_err << QStringLiteral("pct: ") << printableText(subject) << QStringLiteral(": ") << visibleText(text)
           << '\n';
     m_err.flush();
 }

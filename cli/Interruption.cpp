@@ -2,12 +2,15 @@
 #include "cli/Interruption.h"
 
 #include "cli/ChildProcesses.h"
+#include "core/PrintableText.h"
+#include "core/TransientFolder.h"
 
 #include <array>
 #include <atomic>
 #include <cerrno>
 #include <chrono>
 #include <csignal>
+#include <cstdio>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -16,11 +19,14 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr std::array caughtSignals = {SIGINT, SIGTERM, SIGHUP};
-constexpr auto patience = 2s;
+// Together less than a second, with time left to take away what was made.
+constexpr auto patienceWithChildren = 300ms;
+constexpr auto patienceWithWork = 600ms;
 constexpr auto pause = 20ms;
 
 std::atomic<int> arrivedSignal{0};
 std::atomic<bool> finished{false};
+std::atomic<bool> told{false};
 std::atomic<int> wakeUpEnd{-1};
 static_assert(std::atomic<int>::is_always_lock_free, "a signal handler must not wait for a lock");
 
@@ -61,20 +67,30 @@ void endDescendants(pid_t process, int signal)
     }
 }
 
-/// Again and again, because the failing work may start another child before it ends.
-void endChildrenUntilFinished()
+/// Again and again, because the failing work may start another child before it ends. False when the work
+/// goes on nevertheless.
+bool endChildrenUntilFinished()
 {
-    const auto deadline = std::chrono::steady_clock::now() + patience;
+    const auto start = std::chrono::steady_clock::now();
     while (!finished) {
-        const bool late = std::chrono::steady_clock::now() > deadline;
-        endDescendants(::getpid(), late ? SIGKILL : SIGTERM);
+        const auto waited = std::chrono::steady_clock::now() - start;
+        endDescendants(::getpid(), waited > patienceWithChildren ? SIGKILL : SIGTERM);
+        if (waited > patienceWithWork)
+            return false;
         std::this_thread::sleep_for(pause);
     }
+    return true;
+}
+
+QString interrupted()
+{
+    return QStringLiteral("interrupted; run it again");
 }
 
 } // namespace
 
-Interruption::Interruption()
+Interruption::Interruption(const QString &subject)
+    : m_lastWords(QStringLiteral("pct: %1: %2\n").arg(printableText(subject), interrupted()).toUtf8())
 {
     std::array<int, 2> ends{};
     if (::pipe(ends.data()) != 0)
@@ -102,6 +118,18 @@ bool Interruption::happened()
     return arrivedSignal != 0;
 }
 
+QString Interruption::textOf(const Problem &problem)
+{
+    // What failed because its commands were ended says nothing about the file.
+    static const bool isTheCause = happened();
+    return isTheCause ? interrupted() : problem.text;
+}
+
+bool Interruption::isTheFirstToTell()
+{
+    return !told.exchange(true);
+}
+
 void Interruption::endBySignal()
 {
     if (!happened())
@@ -110,10 +138,19 @@ void Interruption::endBySignal()
     std::raise(arrivedSignal);
 }
 
-void Interruption::watch()
+void Interruption::watch() const
 {
     char byte = 0;
     while (::read(m_readEnd, &byte, 1) < 0 && errno == EINTR) {
     }
-    endChildrenUntilFinished();
+    if (!endChildrenUntilFinished())
+        endWork();
+}
+
+void Interruption::endWork() const
+{
+    if (isTheFirstToTell())
+        std::fputs(m_lastWords.constData(), stderr);
+    TransientFolder::removeAllAtTheEnd();
+    endBySignal();
 }

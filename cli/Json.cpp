@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/Json.h"
 
+#include "cli/Interruption.h"
 #include "config/EditorXmlData.h"
 
 QJsonValue textOrNull(const QString &text)
@@ -10,7 +11,7 @@ QJsonValue textOrNull(const QString &text)
 
 QJsonObject problemObject(const Problem &problem)
 {
-    return {{QStringLiteral("file"), problem.file}, {QStringLiteral("text"), problem.text}};
+    return {{QStringLiteral("file"), problem.file}, {QStringLiteral("text"), Interruption::textOf(problem)}};
 }
 
 QJsonObject warningObject(const BuildWarning &warning)

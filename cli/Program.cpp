@@ -26,6 +26,7 @@ int runProgram()
     errFile.open(STDERR_FILENO, QIODevice::WriteOnly | QIODevice::Unbuffered);
     QTextStream out(&outFile);
     QTextStream err(&errFile);
-    const Interruption interruption;
-    return runPct(QCoreApplication::arguments().mid(1), out, err);
+    const QStringList arguments = QCoreApplication::arguments().mid(1);
+    const Interruption interruption(arguments.value(0));
+    return runPct(arguments, out, err);
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/Startup.h"
 
+#include "core/Logging.h"
+
 #include <QLoggingCategory>
 
 #include <algorithm>
@@ -44,8 +46,10 @@ void Startup::useUtf8FileNames()
 
 void Startup::muteDebugLog()
 {
-    if (qgetenv("PCT_DEBUG") == "1")
+    if (qgetenv("PCT_DEBUG") == "1") {
+        showControlCharactersInLog();
         return;
+    }
     qInstallMessageHandler(dropMessage);
     // Foundation has a log of its own, which follows the categories and not the handler.
     QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));

@@ -14,7 +14,7 @@ void occupyStandardDescriptors();
 /// runs. Must come before the QCoreApplication.
 void useUtf8FileNames();
 
-/// Debug output and library warnings stay silent unless PCT_DEBUG is 1.
+/// Debug output and library warnings stay silent unless PCT_DEBUG is 1; then their control characters show.
 void muteDebugLog();
 
 /// A PATH that is not set or empty becomes the system's own, as shells do it. Before any thread.

@@ -3,34 +3,102 @@
 
 namespace {
 
-bool isInvisible(QChar c)
+using Escape = QString (*)(uint character);
+
+bool isInvisible(uint character)
 {
-    return c.category() == QChar::Other_Control || c.category() == QChar::Other_Format ||
-           c.category() == QChar::Separator_Line || c.category() == QChar::Separator_Paragraph;
+    if (character < 0x7f)
+        return character < ' ';
+    switch (QChar::category(character)) {
+    case QChar::Other_Control:
+    case QChar::Other_Format:
+    case QChar::Other_Surrogate:
+    case QChar::Separator_Line:
+    case QChar::Separator_Paragraph:
+        return true;
+    default:
+        return false;
+    }
 }
 
-QString escaped(QChar c)
+QString hexadecimal(const char *prefix, uint number, int digits)
 {
-    if (c == QLatin1Char('\n'))
+    return QLatin1String(prefix) + QStringLiteral("%1").arg(number, digits, 16, QLatin1Char('0'));
+}
+
+QString escaped(uint character)
+{
+    if (character == '\n')
         return QStringLiteral("\\n");
-    if (c == QLatin1Char('\t'))
+    if (character == '\t')
         return QStringLiteral("\\t");
-    if (c.unicode() < 0x100)
-        return QStringLiteral("\\x%1").arg(c.unicode(), 2, 16, QLatin1Char('0'));
-    return QStringLiteral("\\u%1").arg(c.unicode(), 4, 16, QLatin1Char('0'));
+    if (character < 0x100)
+        return hexadecimal("\\x", character, 2);
+    return character < 0x10000 ? hexadecimal("\\u", character, 4) : hexadecimal("\\U", character, 8);
+}
+
+QString escapedForLog(uint character)
+{
+    if (character == '\n')
+        return QStringLiteral("\n    ");
+    return character == '\t' ? QStringLiteral("\t") : escaped(character);
+}
+
+/// Inside of strings everything below the blank is written out already; outside it is layout.
+QString escapedForJson(uint character)
+{
+    if (character < ' ')
+        return QChar(static_cast<ushort>(character));
+    if (character < 0x10000)
+        return hexadecimal("\\u", character, 4);
+    return hexadecimal("\\u", QChar::highSurrogate(character), 4) +
+           hexadecimal("\\u", QChar::lowSurrogate(character), 4);
+}
+
+/// The character that begins at the position; half a pair counts as one.
+uint characterAt(const QString &text, int position)
+{
+    const QChar first = text.at(position);
+    const QChar second = position + 1 < text.size() ? text.at(position + 1) : QChar();
+    if (first.isHighSurrogate() && second.isLowSurrogate())
+        return QChar::surrogateToUcs4(first, second);
+    return first.unicode();
+}
+
+QString withEscapes(const QString &text, Escape escape)
+{
+    QString visible;
+    visible.reserve(text.size());
+    int length = 1;
+    for (int i = 0; i < text.size(); i += length) {
+        const uint character = characterAt(text, i);
+        length = QChar::requiresSurrogates(character) ? 2 : 1;
+        if (isInvisible(character))
+            visible += escape(character);
+        else
+            visible.append(text.constData() + i, length);
+    }
+    return visible;
 }
 
 } // namespace
 
 QString printableText(const QString &text)
 {
-    QString line;
-    line.reserve(text.size());
-    for (const QChar c : text) {
-        if (c == QLatin1Char('\\'))
-            line += QStringLiteral("\\\\");
-        else
-            line += isInvisible(c) ? escaped(c) : QString(c);
-    }
-    return line;
+    return visibleText(QString(text).replace(QLatin1Char('\\'), QLatin1String("\\\\")));
+}
+
+QString visibleText(const QString &text)
+{
+    return withEscapes(text, escaped);
+}
+
+QString visibleLogText(const QString &text)
+{
+    return withEscapes(text, escapedForLog);
+}
+
+QString visibleJson(const QString &json)
+{
+    return withEscapes(json, escapedForJson);
 }

@@ -3,7 +3,19 @@
 
 #include <QString>
 
-/// Text from a file or its name as one harmless line for a terminal or a log: control characters,
-/// line breaks and the invisible characters that reorder text appear as \n, \t, \xHH or \uHHHH, and a
-/// backslash as two.
+// Text from a file or its name, made harmless for a terminal or a log. What cannot be seen is written out:
+// control characters, line breaks, half surrogate pairs and the characters that reorder text, as \n, \t,
+// \xHH, \uHHHH or \UHHHHHHHH. Any thread.
+
+/// One line from which the text can be told again: a backslash appears as two.
 QString printableText(const QString &text);
+
+/// One line that can be read; a backslash stays one. For paths, and for messages that hold printable texts.
+QString visibleText(const QString &text);
+
+/// The same for a log: what follows a line break begins with blanks, so that it never looks like a line of
+/// its own.
+QString visibleLogText(const QString &text);
+
+/// A JSON document that says the same: what cannot be seen in its strings is written as \uHHHH.
+QString visibleJson(const QString &json);

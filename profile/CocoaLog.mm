@@ -3,12 +3,17 @@
 
 #include "profile/CocoaLog.h"
 
+#include "core/PrintableText.h"
+#include "profile/FoundationText.h"
+
 void cocoaLog(NSString *format, ...)
 {
     if (!cocoaLogEnabled())
         return;
     va_list values;
     va_start(values, format);
-    NSLogv(format, values);
+    NSString *text = [[NSString alloc] initWithFormat:format arguments:values];
     va_end(values);
+    NSLog(@"%@", toNSString(visibleLogText(toQString(text))));
+    [text release];
 }

@@ -145,7 +145,13 @@ void PctRunner::withoutCalls(const QString &calls)
 
 void PctRunner::withEndlessCall(const QString &call)
 {
+    setEnvironment(QStringLiteral("PCT_TEST_NOTE"), m_folder.filePath(QStringLiteral("busy")));
     interpose("PCT_TEST_BUSY", call);
+}
+
+bool PctRunner::isBusy() const
+{
+    return QFile::exists(m_folder.filePath(QStringLiteral("busy")));
 }
 
 void PctRunner::interpose(const char *variable, const QString &calls)

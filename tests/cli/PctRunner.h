@@ -58,6 +58,8 @@ public:
     void withoutCalls(const QString &calls);
     /// A call that never returns and keeps the processor busy: "fsync"; not on a Mac.
     void withEndlessCall(const QString &call);
+    /// Whether it has been called.
+    bool isBusy() const;
 
     void setEnvironment(const QString &name, const QString &value);
     /// What `pct` is started with.

@@ -54,6 +54,7 @@ public:
     const PctRunner &runner() const { return m_runner; }
     const BuildCommand &command() const { return m_build; }
 
+    void addOption(const QString &option) { m_build.more.append(option); }
     void start() { m_runner.start(m_process, m_build.arguments()); }
 
     /// The hanging tool's process, once it is there.
@@ -123,6 +124,9 @@ private slots:
     void everyEndingSignalCleansUp_data();
     void everyEndingSignalCleansUp();
     void aToolThatIgnoresTerminationIsKilled();
+    void theJsonSaysTheSameAsTheMessage();
+    void workThatGoesOnIsEnded_data();
+    void workThatGoesOnIsEnded();
     void aSignalThatTheStarterIgnoresStaysIgnored();
     void killingLeavesNoHalfOutputAndTheNextRunWorks_data() { addMoments(); }
     void killingLeavesNoHalfOutputAndTheNextRunWorks();
@@ -177,6 +181,57 @@ void tst_PctInterruption::aToolThatIgnoresTerminationIsKilled()
     QCOMPARE(build.endBy(SIGTERM).exitCode, SIGTERM);
     QVERIFY(build.toolHasEnded());
     QCOMPARE(build.runner().temporaryLeftovers(), QStringList());
+}
+
+void tst_PctInterruption::theJsonSaysTheSameAsTheMessage()
+{
+    HangingBuild build(text("pkgutil"), "--expand");
+    build.addOption(text("--json"));
+    build.start();
+    QVERIFY(build.waitUntilItHangs());
+    const PctResult result = build.endBy(SIGTERM);
+    const QJsonObject problem = result.json().value(text("problem")).toObject();
+    QCOMPARE(problem.value(text("text")).toString(), text("interrupted; run it again"));
+    QCOMPARE(result.messages(), QStringList{text("pct: %1: %2")
+                                                .arg(problem.value(text("file")).toString(),
+                                                     problem.value(text("text")).toString())});
+}
+
+void tst_PctInterruption::workThatGoesOnIsEnded_data()
+{
+    QTest::addColumn<QString>("verb");
+    QTest::addColumn<int>("signal");
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        QTest::addRow("of pct itself, signal %d", signal) << text("profile") << signal;
+        QTest::addRow("of a child, signal %d", signal) << text("build") << signal;
+    }
+}
+
+/// The work computes and never looks up.
+void tst_PctInterruption::workThatGoesOnIsEnded()
+{
+    if (QSysInfo::kernelType() == QLatin1String("darwin"))
+        QSKIP("nothing can be preloaded into a program here");
+    QFETCH(QString, verb);
+    QFETCH(int, signal);
+    PctRunner runner;
+    runner.withEndlessCall(text("fsync"));
+    QStringList arguments{verb, text("--product"), text("editor"), text("--output"),
+                          runner.file(text("out"))};
+    if (verb == text("build"))
+        arguments += QStringList{text("--input"), runner.samplePackage(true)};
+    const QStringList before = runner.files();
+    QProcess process;
+    runner.start(process, arguments);
+    QVERIFY(QTest::qWaitFor([&runner] { return runner.isBusy(); }, 60000));
+    ::kill(static_cast<pid_t>(process.processId()), signal);
+    const PctResult result = PctRunner::waitFor(process);
+    QCOMPARE(result.status, QProcess::CrashExit);
+    QCOMPARE(result.exitCode, signal);
+    QVERIFY2(result.err.endsWith(": interrupted; run it again\n"), result.err.constData());
+    QCOMPARE(result.messages().size(), 1);
+    QCOMPARE(runner.files(), before);
+    QCOMPARE(runner.temporaryLeftovers(), QStringList());
 }
 
 void tst_PctInterruption::aSignalThatTheStarterIgnoresStaysIgnored()

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "core/PrintableText.h"
 
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QtTest>
 
 class tst_PrintableText : public QObject
@@ -20,6 +22,11 @@ private slots:
         QTest::newRow("delete") << QStringLiteral("\x7f") << QStringLiteral("\\x7f");
         QTest::newRow("backslash") << QStringLiteral("a\\nb") << QStringLiteral("a\\\\nb");
         QTest::newRow("reordering") << QString(QChar(0x202e)) << QStringLiteral("\\u202e");
+        QTest::newRow("terminal command in one character")
+            << QString(QChar(0x9b)) + QStringLiteral("2J") << QStringLiteral("\\x9b2J");
+        QTest::newRow("invisible tag") << QString::fromUtf8("\U000E0041") << QStringLiteral("\\U000e0041");
+        QTest::newRow("half a pair") << QString(QChar(0xd83d)) << QStringLiteral("\\ud83d");
+        QTest::newRow("emoji") << QString::fromUtf8("\U0001F600") << QString::fromUtf8("\U0001F600");
         QTest::newRow("line separator") << QString(QChar(0x2028)) << QStringLiteral("\\u2028");
     }
 
@@ -27,6 +34,25 @@ private slots:
     {
         QFETCH(QString, text);
         QTEST(printableText(text), "line");
+    }
+
+    void aPathKeepsItsBackslashes()
+    {
+        QCOMPARE(visibleText(QStringLiteral("a\\b\x1b")), QStringLiteral("a\\b\\x1b"));
+    }
+
+    void aLogLineIsContinuedBehindBlanks()
+    {
+        QCOMPARE(visibleLogText(QStringLiteral("a\nb\tc\x1b")), QStringLiteral("a\n    b\tc\\x1b"));
+    }
+
+    void jsonSaysTheSame()
+    {
+        const QString name = QStringLiteral("a\n\x9b") + QChar(0x202e) + QString::fromUtf8("\U000E0041é");
+        const QByteArray json = QJsonDocument(QJsonObject{{QStringLiteral("name"), name}}).toJson();
+        const QString visible = visibleJson(QString::fromUtf8(json));
+        QCOMPARE(visible, QStringLiteral("{\n    \"name\": \"a\\n\\u009b\\u202e\\udb40\\udc41é\"\n}\n"));
+        QCOMPARE(QJsonDocument::fromJson(visible.toUtf8()), QJsonDocument::fromJson(json));
     }
 };
 
