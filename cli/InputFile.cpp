@@ -2,11 +2,11 @@
 #include "cli/InputFile.h"
 
 #include "cli/Product.h"
+#include "config/XmlStream.h"
 #include "core/SafeFile.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QXmlStreamReader>
 
 #include <cerrno>
 #include <cstring>
@@ -96,12 +96,10 @@ FileKind kindOfFile(const QString &path)
         return FileKind::Package;
     if (startsAsSignedMessage(start) || start.startsWith("bplist"))
         return FileKind::Profile;
-    QXmlStreamReader xml(start.trimmed());
-    if (!xml.readNextStartElement())
-        return FileKind::Unknown;
-    if (xml.name() == QLatin1String("plist"))
+    const QString root = XmlStream::rootName(start.trimmed());
+    if (root == QLatin1String("plist"))
         return FileKind::Profile;
-    return isDocumentRoot(xml.name().toString()) ? FileKind::Document : FileKind::Unknown;
+    return isDocumentRoot(root) ? FileKind::Document : FileKind::Unknown;
 }
 
 Verdict unreadable(const QString &path, const QString &give)

@@ -5,10 +5,10 @@
 #include "config/EditorXmlData.h"
 #include "config/KeptElement.h"
 #include "config/Logging.h"
+#include "config/XmlMarkup.h"
 
 #include <QDomDocument>
 #include <QFileInfo>
-#include <QTextStream>
 
 namespace {
 
@@ -117,8 +117,6 @@ void CCommon::printDomElement(const QString &tag, const QDomElement &element)
 {
     if (!logConfig().isDebugEnabled())
         return;
-    QString text;
-    QTextStream stream(&text);
-    element.save(stream, 4);
-    qCDebug(logConfig).noquote() << tag + QStringLiteral(" element:") + text;
+    qCDebug(logConfig).noquote() << tag + QStringLiteral(" element:") +
+                                        QString::fromUtf8(XmlMarkup::of(element, 4));
 }

@@ -4,6 +4,7 @@
 #include "config/DocumentSettings.h"
 #include "config/EditorXmlData.h"
 #include "config/Logging.h"
+#include "config/XmlTree.h"
 
 #include <QDomDocument>
 #include <QFile>
@@ -153,7 +154,7 @@ QList<_EditorXmlPuginData_> CCommon::EditorXmlReadPluginsTemplate(bool bEditor)
     QFile file(bEditor ? QStringLiteral("://EditorXml/EditorXml/DefaultPluginsList_PDFEditor_Mac.xml")
                        : QStringLiteral("://EditorXml/EditorXml/DefaultPluginsList_PDFReader_Mac.xml"));
     QDomDocument document;
-    if (!file.open(QIODevice::ReadOnly) || !document.setContent(&file))
+    if (!file.open(QIODevice::ReadOnly) || !XmlTree::read(file.readAll(), document))
         return {};
     QList<_EditorXmlPuginData_> plugins;
     const QDomElement root = document.documentElement();

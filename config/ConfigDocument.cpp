@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/ConfigDocument.h"
 
-#include "config/AttributeOrder.h"
 #include "config/CCommon.h"
 #include "config/RecordFields.h"
+#include "config/XmlMarkup.h"
 #include "config/XmlStream.h"
 #include "config/XmlTree.h"
 #include "core/SafeFile.h"
@@ -66,7 +66,6 @@ QDomDocument ConfigDocument::fromRecord(bool editor, const QString &version)
 
 bool ConfigDocument::save(const QDomDocument &document, const QString &path, QString *error)
 {
-    const QString declaration = QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n");
-    const QByteArray bytes = (declaration + withSortedAttributes(document.toString(4))).toUtf8();
+    const QByteArray bytes = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n" + XmlMarkup::of(document, 4);
     return readsBack(bytes, document, error) && SafeFile::replaceContents(path, bytes, error);
 }

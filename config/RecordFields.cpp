@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/RecordFields.h"
 
-#include "config/AttributeOrder.h"
+#include "config/XmlMarkup.h"
 #include "config/XmlText.h"
 
 #include <QStringList>
-#include <QTextStream>
 
 namespace {
 
@@ -140,10 +139,5 @@ QString unwritableSetting(const EditorXmlData &data)
 
 QString elementText(const QDomElement &element)
 {
-    if (element.isNull())
-        return {};
-    QString text;
-    QTextStream stream(&text);
-    element.save(stream, -1);
-    return withSortedAttributes(text);
+    return QString::fromUtf8(XmlMarkup::of(element, XmlMarkup::onOneLine));
 }

@@ -141,12 +141,12 @@ private:
 
     void documentType(const char *name, bool declares)
     {
-        if (declares)
-            return stop(QStringLiteral("its document type declares entities or elements"));
         m_hasDocumentType = true;
         takeName(name);
         if (isGoingOn())
             take(m_handler.documentType(decoded(name)));
+        if (declares)
+            stop(QStringLiteral("its document type declares entities or elements"));
     }
 
     void startElement(const char *name, const char **attributes)
@@ -297,6 +297,21 @@ private:
     bool m_hasDocumentType = false;
 };
 
+/// Is content with nothing behind the first name.
+class RootFinder : public XmlStream::Handler
+{
+public:
+    QString name;
+
+    QString documentType(const QString &type) override { return startElement(type, {}); }
+
+    QString startElement(const QString &element, const QVector<Attribute> &) override
+    {
+        name = element;
+        return QStringLiteral("that is enough");
+    }
+};
+
 QString firstProblem(const QByteArray &xml, XmlStream::Handler &handler, const XmlStream::Limits &limits)
 {
     if (xml.size() > limits.bytes)
@@ -314,4 +329,11 @@ bool XmlStream::read(const QByteArray &xml, Handler &handler, QString *error, co
     if (error)
         *error = problem;
     return problem.isEmpty();
+}
+
+QString XmlStream::rootName(const QByteArray &beginning)
+{
+    RootFinder finder;
+    read(beginning, finder);
+    return finder.name;
 }

@@ -44,7 +44,7 @@ public:
     }
 
     /// A document type, which may refer to a file of declarations that is never read. One that holds
-    /// declarations is refused before this would be called. Refuses every document type unless overridden.
+    /// declarations is refused in any case. Refuses every document type unless overridden.
     virtual QString documentType(const QString & /*name*/)
     {
         return QStringLiteral("document type declarations are not accepted");
@@ -71,5 +71,9 @@ public:
 /// declarations, and the handler took all of it. Otherwise `error` (optional) says what is wrong, with line
 /// and column; the handler has then seen everything before that place.
 bool read(const QByteArray &xml, Handler &handler, QString *error = nullptr, const Limits &limits = {});
+
+/// The name of the root element, or of the document type in front of it, from the first bytes of a document,
+/// which may be cut behind it. Null when they do not tell.
+QString rootName(const QByteArray &beginning);
 
 } // namespace XmlStream

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "package/PackageInspection.h"
 
+#include "config/XmlStream.h"
 #include "core/Command.h"
 #include "core/SafeFile.h"
 #include "package/Failure.h"
@@ -11,9 +12,9 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QXmlStreamReader>
 
 #include <algorithm>
+#include <limits>
 #include <unistd.h>
 
 namespace {
@@ -102,15 +103,37 @@ QString unpatchedText(const QString &script, const QString &problem)
         .arg(script, problem);
 }
 
-/// The elements of a package's table of contents that a signature is in; files have subtrees of their own.
-bool tellsOfSignature(QXmlStreamReader &reader)
+/// Looks for a signature in a package's table of contents. The files of the package lie deeper.
+class SignatureFinder : public XmlStream::Handler
 {
-    while (reader.readNextStartElement()) {
-        if (reader.name() == QLatin1String("signature") || reader.name() == QLatin1String("x-signature"))
-            return true;
-        reader.skipCurrentElement();
+public:
+    bool found = false;
+
+    QString startElement(const QString &name, const QVector<XmlStream::Attribute> &) override
+    {
+        constexpr int levelOfSignatures = 3;
+        if (++m_level == levelOfSignatures)
+            found |= name == QLatin1String("signature") || name == QLatin1String("x-signature");
+        return {};
     }
-    return false;
+
+    QString endElement() override
+    {
+        --m_level;
+        return {};
+    }
+
+private:
+    int m_level = 0;
+};
+
+/// A package may have any number of files; nothing of them is kept.
+XmlStream::Limits limitsOfContents()
+{
+    XmlStream::Limits limits;
+    limits.bytes = 64 * 1024 * 1024;
+    limits.nodes = std::numeric_limits<int>::max();
+    return limits;
 }
 
 std::optional<bool> readSignature(const QString &tableOfContents, QString *error)
@@ -120,12 +143,12 @@ std::optional<bool> readSignature(const QString &tableOfContents, QString *error
         fail(error, file.errorString());
         return {};
     }
-    QXmlStreamReader reader(&file);
-    if (reader.readNextStartElement() && reader.readNextStartElement() && tellsOfSignature(reader))
-        return true;
-    if (!reader.hasError())
-        return false;
-    fail(error, QStringLiteral("the table of contents cannot be read: ") + reader.errorString());
+    const XmlStream::Limits limits = limitsOfContents();
+    SignatureFinder finder;
+    QString problem;
+    if (XmlStream::read(file.read(limits.bytes + 1), finder, &problem, limits))
+        return finder.found;
+    fail(error, QStringLiteral("the table of contents cannot be read: ") + problem);
     return {};
 }
 

@@ -2,6 +2,7 @@
 #include "pages/ribbonset/RibbonDefinition.h"
 
 #include "config/CCommon.h"
+#include "config/XmlTree.h"
 
 #include <QFile>
 
@@ -11,7 +12,7 @@ QDomDocument readDefinition()
 {
     QFile file(QStringLiteral(":/EditorXml/EditorXml/RibbonQuintorUI_Init.xml"));
     QDomDocument definition;
-    if (!file.open(QIODevice::ReadOnly) || !definition.setContent(&file))
+    if (!file.open(QIODevice::ReadOnly) || !XmlTree::read(file.readAll(), definition))
         return {};
     const bool isRibbon = definition.documentElement().tagName() == QLatin1String("RibbonUI");
     return isRibbon ? definition : QDomDocument();
