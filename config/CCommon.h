@@ -34,8 +34,8 @@ public:
     // ---- Reading a configuration document (config/CCommon_read.cpp) ----
 
     /// Reads a document into the record. Settings that the document does not have keep their values.
-    /// False when there is no record, or no readable well-formed document within XmlStream's limits; the
-    /// record is then as it was.
+    /// False when there is no record, or no readable well-formed document within XmlStream's limits and
+    /// ConfigDocument::maximumImportBytes; the record is then as it was, and the log says why.
     static bool ParseXml(const QString &path, EditorXmlData *pData);
 
     /// Logs "<tag> element:" and the element as XML with an indent of 4.

@@ -71,6 +71,17 @@ void readQuickAccessBar(const QDomElement &root, EditorXmlData &data)
     CCommon::printDomElement(QStringLiteral("CCommon::ParseXml element"), data.elemQuickAccessBar);
 }
 
+bool loadForImport(const QString &path, QDomDocument &document)
+{
+    XmlStream::Limits limits;
+    limits.bytes = ConfigDocument::maximumImportBytes;
+    QString problem;
+    if (ConfigDocument::load(path, document, &problem, limits))
+        return true;
+    qCDebug(logConfig) << "ParseXml: Failed to parse XML content." << problem;
+    return false;
+}
+
 bool canBeOpened(const QString &path)
 {
     const QFileInfo info(path);
@@ -100,11 +111,8 @@ bool CCommon::ParseXml(const QString &path, EditorXmlData *pData)
         return false;
     }
     QDomDocument document;
-    QString problem;
-    if (!ConfigDocument::load(path, document, &problem)) {
-        qCDebug(logConfig) << "ParseXml: Failed to parse XML content." << problem;
+    if (!loadForImport(path, document))
         return false;
-    }
     if (document.documentElement().isNull()) {
         qCDebug(logConfig) << "ParseXml: Root element is null.";
         return false;

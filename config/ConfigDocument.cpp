@@ -4,7 +4,6 @@
 #include "config/CCommon.h"
 #include "config/RecordFields.h"
 #include "config/XmlMarkup.h"
-#include "config/XmlStream.h"
 #include "config/XmlTree.h"
 #include "core/SafeFile.h"
 
@@ -22,7 +21,7 @@ bool fail(QString *error, const QString &text)
 }
 
 /// One byte more than the reader accepts is enough for it to refuse what is larger.
-bool readBounded(const QString &path, QByteArray &bytes, QString *error)
+bool readBounded(const QString &path, qint64 maximumBytes, QByteArray &bytes, QString *error)
 {
     const QFileInfo info(path);
     if (info.exists() && !info.isFile())
@@ -30,7 +29,7 @@ bool readBounded(const QString &path, QByteArray &bytes, QString *error)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return fail(error, file.errorString());
-    bytes = file.read(XmlStream::maximumBytes + 1);
+    bytes = file.read(maximumBytes + 1);
     return true;
 }
 
@@ -47,10 +46,11 @@ bool readsBack(const QByteArray &bytes, const QDomDocument &written, QString *er
 
 } // namespace
 
-bool ConfigDocument::load(const QString &path, QDomDocument &document, QString *error)
+bool ConfigDocument::load(const QString &path, QDomDocument &document, QString *error,
+                          const XmlStream::Limits &limits)
 {
     QByteArray bytes;
-    return readBounded(path, bytes, error) && XmlTree::read(bytes, document, error);
+    return readBounded(path, limits.bytes, bytes, error) && XmlTree::read(bytes, document, error, limits);
 }
 
 QDomDocument ConfigDocument::fromRecord(bool editor, const QString &version)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "config/XmlStream.h"
+
 #include <QString>
 
 struct EditorXmlData;
@@ -10,9 +12,13 @@ class QDomDocument;
 /// has the single steps. `error` is optional and gets one line without the file's name.
 namespace ConfigDocument {
 
-/// Parses a file under XmlStream's limits. A missing or unreadable file, one that is no regular file and
-/// one that XmlTree refuses are refused; the document is then as it was.
-bool load(const QString &path, QDomDocument &document, QString *error = nullptr);
+/// The largest document that the window imports, because nothing else happens in it until that is done.
+constexpr qint64 maximumImportBytes = 1024 * 1024;
+
+/// Parses a file under XmlStream's limits or narrower ones. A missing or unreadable file, one that is no
+/// regular file and one that XmlTree refuses are refused; the document is then as it was.
+bool load(const QString &path, QDomDocument &document, QString *error = nullptr,
+          const XmlStream::Limits &limits = {});
 
 /// Overlays the record with what the document says; what the document does not mention stays.
 void apply(const QDomDocument &document, EditorXmlData &data);

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/XmlTree.h"
 
-#include "config/XmlStream.h"
-
 #include <QDomDocument>
 
 #include <algorithm>
@@ -79,10 +77,11 @@ private:
 
 } // namespace
 
-bool XmlTree::read(const QByteArray &xml, QDomDocument &document, QString *error)
+bool XmlTree::read(const QByteArray &xml, QDomDocument &document, QString *error,
+                   const XmlStream::Limits &limits)
 {
     TreeBuilder builder;
-    if (!XmlStream::read(xml, builder, error))
+    if (!XmlStream::read(xml, builder, error, limits))
         return false;
     document = builder.document();
     return true;

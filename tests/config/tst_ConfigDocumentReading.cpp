@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/CCommon.h"
+#include "config/ConfigDocument.h"
 #include "config/EditorXmlData.h"
 #include "config/RecordFields.h"
 #include "tests/config/RecordSamples.h"
 #include "tests/support/TestFiles.h"
 
+#include <QDomDocument>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -223,6 +225,22 @@ private slots:
                              QRegularExpression(QStringLiteral("ParseXml: Failed to parse XML content\\.")));
         QVERIFY(!parse(xml));
         QVERIFY(m_data == EditorXmlData());
+    }
+
+    /// The window reads on the thread that answers the user.
+    void theWindowImportsNoMoreThanItCanAtOnce()
+    {
+        const QByteArray start("<r><Preferences><Preference Text='HideMyApps' Mode='1'/></Preferences></r>");
+        const QByteArray largest =
+            start + QByteArray(int(ConfigDocument::maximumImportBytes) - start.size(), ' ');
+        QVERIFY(parse(largest));
+        QVERIFY(m_data.bHideMyApps);
+        m_data.bHideMyApps = false;
+        QTest::ignoreMessage(QtDebugMsg, QRegularExpression(QStringLiteral("it is larger than 1 MiB")));
+        QVERIFY(!parse(largest + ' '));
+        QVERIFY(!m_data.bHideMyApps);
+        QDomDocument document;
+        QVERIFY(ConfigDocument::load(write(largest + ' '), document));
     }
 
     void aByteOrderMarkIsAccepted()
