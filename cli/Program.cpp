@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/Program.h"
 
+#include "cli/ExitCode.h"
 #include "cli/Interruption.h"
 #include "cli/Verbs.h"
 #include "core/HostPaths.h"
@@ -22,8 +23,9 @@ int runProgram()
 
     QFile outFile;
     QFile errFile;
-    outFile.open(STDOUT_FILENO, QIODevice::WriteOnly | QIODevice::Unbuffered);
-    errFile.open(STDERR_FILENO, QIODevice::WriteOnly | QIODevice::Unbuffered);
+    const auto unbuffered = QIODevice::WriteOnly | QIODevice::Unbuffered;
+    if (!outFile.open(STDOUT_FILENO, unbuffered) || !errFile.open(STDERR_FILENO, unbuffered))
+        return ExitCode::refused;
     QTextStream out(&outFile);
     QTextStream err(&errFile);
     const QStringList arguments = QCoreApplication::arguments().mid(1);

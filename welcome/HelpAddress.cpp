@@ -5,5 +5,6 @@ QUrl helpAddress(const QString &applicationFolder, const QString &encodedName)
 {
     // The name is encoded already: encoding it with the folder would turn its %20 into %2520.
     const QString folder = QStringLiteral("%1/../Resources/pcw/en-US/").arg(applicationFolder);
-    return QUrl::fromEncoded(QUrl::fromLocalFile(folder).toEncoded() + encodedName.toUtf8());
+    const QByteArray encoded = QUrl::fromLocalFile(folder).toEncoded() + encodedName.toUtf8();
+    return QUrl::fromEncoded(encoded);
 }

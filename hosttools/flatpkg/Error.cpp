@@ -19,8 +19,9 @@ bool isUnsafe(QChar character)
 
 QString visible(QChar character)
 {
-    return isUnsafe(character) ? QStringLiteral("\\u%1").arg(character.unicode(), 4, 16, QLatin1Char('0'))
-                               : QString(character);
+    return isUnsafe(character)
+               ? QStringLiteral("\\u%1").arg(uint{character.unicode()}, 4, 16, QLatin1Char('0'))
+               : QString(character);
 }
 
 } // namespace

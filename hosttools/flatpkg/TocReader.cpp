@@ -10,6 +10,7 @@
 #include <QDateTime>
 #include <QHash>
 #include <QSet>
+#include <QTimeZone>
 #include <QVector>
 
 namespace FlatPkg {
@@ -327,7 +328,7 @@ std::optional<qint64> TocReader::time()
     if (!parsed.isValid())
         return std::nullopt;
     if (parsed.timeSpec() == Qt::LocalTime)
-        parsed.setTimeSpec(Qt::UTC);
+        parsed.setTimeZone(QTimeZone::utc());
     return parsed.toSecsSinceEpoch();
 }
 

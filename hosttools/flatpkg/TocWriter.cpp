@@ -42,7 +42,7 @@ private:
 
 QString isoTime(qint64 seconds)
 {
-    return QDateTime::fromSecsSinceEpoch(seconds, Qt::UTC).toString(Qt::ISODate);
+    return QDateTime::fromSecsSinceEpoch(seconds).toUTC().toString(Qt::ISODate);
 }
 
 qint64 newestIn(const std::vector<TocEntry> &entries)

@@ -36,7 +36,8 @@ rlim_t memoryInUse()
 {
     constexpr int dataPages = 5;
     QFile sizes(QStringLiteral("/proc/self/statm"));
-    sizes.open(QIODevice::ReadOnly);
+    if (!sizes.open(QIODevice::ReadOnly))
+        return 0;
     return sizes.readAll().simplified().split(' ').value(dataPages).toULongLong() *
            static_cast<rlim_t>(sysconf(_SC_PAGESIZE));
 }

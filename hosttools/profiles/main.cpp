@@ -16,7 +16,7 @@ namespace {
 
 QByteArray dateText(const timespec &time)
 {
-    const QDateTime utc = QDateTime::fromSecsSinceEpoch(time.tv_sec, Qt::UTC);
+    const QDateTime utc = QDateTime::fromSecsSinceEpoch(time.tv_sec).toUTC();
     return utc.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss +0000")).toLatin1();
 }
 

@@ -261,7 +261,8 @@ void tst_PackageFlow::anotherBuildEndsTheOneThatRuns()
                                                                         "touch '%1'\nexec sleep 300\n")
                                                              .arg(started, pkgutil)
                                                              .toUtf8());
-    qputenv("PATH", QFile::encodeName(m_flow->path("slow")) + ':' + path);
+    const QByteArray slowFirst = QFile::encodeName(m_flow->path("slow")) + ':' + path;
+    qputenv("PATH", slowFirst);
 
     const auto window = m_flow->openWindow(m_flow->sample(true));
     WindowDriver::saveAs(this, m_flow->output("out/first.pkg"), false, [] {});

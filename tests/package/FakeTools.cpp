@@ -18,7 +18,8 @@ QByteArray quoted(const QString &path)
 FakeTools::FakeTools()
     : m_path(qgetenv("PATH"))
 {
-    qputenv("PATH", QFile::encodeName(m_folder.path()) + ':' + m_path);
+    const QByteArray searched = QFile::encodeName(m_folder.path()) + ':' + m_path;
+    qputenv("PATH", searched);
 }
 
 FakeTools::~FakeTools()

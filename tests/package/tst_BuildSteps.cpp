@@ -7,6 +7,7 @@
 #include <QtTest>
 
 #include <sys/stat.h>
+#include <utility>
 
 /// The steps of a build, with commands that do their work, fail or make something else.
 class tst_BuildSteps : public QObject, private BuildFixture
@@ -168,7 +169,7 @@ private slots:
         m_plan.wantsIManageLogin = [] { return true; };
         QVERIFY(builds());
         QStringList codes;
-        for (const BuildWarning &warning : qAsConst(m_report.warnings))
+        for (const BuildWarning &warning : std::as_const(m_report.warnings))
             codes += warning.code;
         QCOMPARE(
             codes,

@@ -15,16 +15,29 @@ QString folder()
     return QStringLiteral(PCT_GUIDE_DIR);
 }
 
+/// Where and why the bytes are not well formed; empty otherwise.
+QString firstProblem(const QByteArray &xml)
+{
+    QXmlStreamReader reader(xml);
+    while (!reader.atEnd())
+        reader.readNext();
+    if (!reader.hasError())
+        return {};
+    return QStringLiteral("%1:%2: %3")
+        .arg(QString::number(reader.lineNumber()), QString::number(reader.columnNumber()),
+             reader.errorString());
+}
+
 GuidePage readPage(const QString &name)
 {
     GuidePage page;
     page.name = name;
-    QXmlStreamReader reader(TestFiles::read(GuidePages::path(name)));
-    int line = 0;
-    int column = 0;
-    QString message;
-    if (!page.document.setContent(&reader, false, &message, &line, &column))
-        page.problem = QStringLiteral("%1:%2:%3: %4").arg(name).arg(line).arg(column).arg(message);
+    const QByteArray bytes = TestFiles::read(GuidePages::path(name));
+    page.problem = firstProblem(bytes);
+    if (!page.document.setContent(bytes) && page.problem.isEmpty())
+        page.problem = QStringLiteral("makes no document");
+    if (!page.problem.isEmpty())
+        page.problem.prepend(name + QLatin1Char(':'));
     return page;
 }
 

@@ -6,6 +6,8 @@
 
 #include <QtTest>
 
+#include <utility>
+
 namespace {
 
 const QString nameAttribute = QStringLiteral("Name");
@@ -124,7 +126,7 @@ private slots:
     {
         QCOMPARE(m_definition.documentElement().tagName(), QStringLiteral("RibbonUI"));
         QVERIFY(m_definition.documentElement().attributes().isEmpty());
-        for (const QDomElement &element : qAsConst(m_all)) {
+        for (const QDomElement &element : std::as_const(m_all)) {
             const QString parentTag = element.parentNode().toElement().tagName();
             QVERIFY2(expectedChildren(parentTag).contains(element.tagName()), placeOf(element).constData());
         }
@@ -134,7 +136,7 @@ private slots:
     {
         const QSet<QString> known{nameAttribute, titleAttribute, QStringLiteral("OnlyEditor"),
                                   QStringLiteral("OnlyReader")};
-        for (const QDomElement &element : qAsConst(m_all)) {
+        for (const QDomElement &element : std::as_const(m_all)) {
             QVERIFY2(known.contains(attributeNames(element)), placeOf(element).constData());
             QVERIFY2(!element.attribute(nameAttribute).isEmpty(), placeOf(element).constData());
             QVERIFY2(!element.attribute(titleAttribute).isEmpty(), placeOf(element).constData());
@@ -143,7 +145,7 @@ private slots:
 
     void marksAreOneOrEmptyAndNeverBoth()
     {
-        for (const QDomElement &element : qAsConst(m_all)) {
+        for (const QDomElement &element : std::as_const(m_all)) {
             const QString editor = element.attribute(QStringLiteral("OnlyEditor"));
             const QString reader = element.attribute(QStringLiteral("OnlyReader"));
             QVERIFY2(editor.isEmpty() || editor == QLatin1String("1"), placeOf(element).constData());
@@ -156,7 +158,7 @@ private slots:
     {
         const QHash<QString, QString> prefixes{{QStringLiteral("Category"), QStringLiteral("Ribbon_Page_")},
                                                {QStringLiteral("Panel"), QStringLiteral("Ribbon_Group_")}};
-        for (const QDomElement &element : qAsConst(m_all)) {
+        for (const QDomElement &element : std::as_const(m_all)) {
             const QString prefix = prefixes.value(element.tagName());
             QVERIFY2(element.attribute(nameAttribute).startsWith(prefix), placeOf(element).constData());
         }
@@ -216,7 +218,7 @@ private slots:
     {
         for (const QString &action : tab_ribbonset_ribcate::InitCommonActions()) {
             QSet<QString> categories;
-            for (const QDomElement &element : qAsConst(m_all)) {
+            for (const QDomElement &element : std::as_const(m_all)) {
                 const QString top = topLevelNameOf(element);
                 if (element.attribute(nameAttribute) == action && top != QLatin1String("TabElements"))
                     categories.insert(top);

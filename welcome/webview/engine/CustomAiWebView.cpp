@@ -2,6 +2,7 @@
 #include "welcome/webview/engine/CustomAiWebView.h"
 
 #include "welcome/webview/BridgeLimits.h"
+#include "welcome/webview/engine/EnginePermissions.h"
 #include "welcome/webview/engine/Logging.h"
 #include "welcome/webview/engine/RefusedWindow.h"
 #include "welcome/webview/PageRules.h"
@@ -42,7 +43,8 @@ QString contentsOf(const QUrl &url)
 QString bridgeSource(const QString &key)
 {
     QFile file(QStringLiteral(":/webview/external.js"));
-    file.open(QIODevice::ReadOnly);
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("the page's side of the bridge is not compiled in");
     return QStringLiteral("(%1)(\"%2\", %3, %4);")
         .arg(QString::fromUtf8(file.readAll()), key, QString::number(BridgeLimits::callsPerSecond),
              QString::number(BridgeLimits::longestCall));
@@ -93,10 +95,7 @@ void CustomAiWebView::connectDelegate()
             target()->loadFinish(url().toString(QUrl::FullyEncoded), contentsOf(url()));
     });
     connect(this, &QWebEnginePage::renderProcessTerminated, this, &CustomAiWebView::fail);
-    connect(this, &QWebEnginePage::featurePermissionRequested, this,
-            [this](const QUrl &origin, Feature feature) {
-                setFeaturePermission(origin, feature, PermissionDeniedByUser);
-            });
+    EnginePermissions::refuseAll(this);
 }
 
 void CustomAiWebView::show(const QUrl &address)
