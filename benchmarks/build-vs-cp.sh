@@ -18,7 +18,7 @@ trap 'rm -rf "$work"' EXIT
 export TMPDIR=$work
 make_package() {
     "$root/tests/support/vendorpackage/make-vendor-package" --product editor --output "$1" \
-        --payload-size "$2" --xar-options xar:compression=none
+        --payload-size "$2" --compression none
 }
 make_package "$work/small.pkg" 1
 make_package "$work/large.pkg" "$size"

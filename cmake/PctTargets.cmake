@@ -64,11 +64,12 @@ endfunction()
 file(WRITE "${CMAKE_BINARY_DIR}/tests/GNUstep.conf" "GNUSTEP_USER_DEFAULTS_DIR=${CMAKE_BINARY_DIR}/tests/defaults\n")
 file(MAKE_DIRECTORY "${CMAKE_BINARY_DIR}/tests/defaults")
 
-# pct_add_test(NAME SOURCES file... LINK library... [GUI] [LABELS label...])
+# pct_add_test(NAME SOURCES file... LINK library... [GUI] [WEB_VIEW] [LABELS label...])
 # A Qt Test program run by ctest. GUI tests run in a real window system under xvfb-run; all others
-# use the offscreen platform and need no display. The time limit is generous: it catches hangs, not slowness.
+# use the offscreen platform and need no display. On a Mac all do but those that show a WEB_VIEW, which is a view of
+# the system's and needs its windows. The time limit is generous: it catches hangs, not slowness.
 function(pct_add_test name)
-    cmake_parse_arguments(ARG "GUI" "" "SOURCES;LINK;LABELS" ${ARGN})
+    cmake_parse_arguments(ARG "GUI;WEB_VIEW" "" "SOURCES;LINK;LABELS" ${ARGN})
     set(time_limit 400)
     if(PCT_SANITIZE)
         set(time_limit 1200)
@@ -87,7 +88,9 @@ function(pct_add_test name)
         list(APPEND ARG_LABELS gui)
     else()
         set(command $<TARGET_FILE:${name}>)
-        list(APPEND environment QT_QPA_PLATFORM=offscreen)
+        if(NOT (APPLE AND ARG_WEB_VIEW))
+            list(APPEND environment QT_QPA_PLATFORM=offscreen)
+        endif()
     endif()
     add_test(NAME ${name} COMMAND ${command})
     set_tests_properties(${name} PROPERTIES

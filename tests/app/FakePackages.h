@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "core/HostPaths.h"
 #include "tests/app/PrivatePlace.h"
 
 const QString editorTitle = QStringLiteral("Pelix PDF Editor");
@@ -15,8 +14,11 @@ public:
     void useAsInstaller() const
     {
         TestFiles::writeScript(path("tools/installer"), "cat \"$3\"\n");
-        qputenv("PCT_HOSTTOOLS", QFile::encodeName(path("tools")));
-        HostPaths::putStandInsFirst();
+        const QByteArray folder = QFile::encodeName(path("tools"));
+        qputenv("PCT_HOSTTOOLS", folder);
+        // On a Mac nothing else makes the program find it.
+        const QByteArray searched = folder + ':' + qgetenv("PATH");
+        qputenv("PATH", searched);
     }
 
     QString make(const QString &title, const QString &name = QStringLiteral("vendor.pkg")) const

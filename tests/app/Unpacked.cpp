@@ -1,28 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/app/Unpacked.h"
 
-#include "tests/support/TestFiles.h"
+#include "tests/support/Archive.h"
 
 #include <QDir>
 #include <QDirIterator>
-
-namespace {
-
-void unpack(const QString &archive, const QString &into)
-{
-    QDir().mkpath(into);
-    TestFiles::outputOf(QStringLiteral("bsdtar"),
-                        {QStringLiteral("-xf"), archive, QStringLiteral("-C"), into});
-}
-
-} // namespace
 
 Unpacked::Unpacked(const QString &package, bool editor)
     : m_component(m_folder.filePath(editor ? QStringLiteral("package/Pelix_PDF_Editor.pkg/")
                                            : QStringLiteral("package/Pelix_PDF_Reader.pkg/")))
 {
-    unpack(package, m_folder.filePath(QStringLiteral("package")));
-    unpack(member("Scripts"), m_folder.filePath(QStringLiteral("scripts")));
+    Archive::unpack(package, m_folder.filePath(QStringLiteral("package")));
+    Archive::unpack(member("Scripts"), m_folder.filePath(QStringLiteral("scripts")));
 }
 
 QString Unpacked::member(const char *name) const

@@ -3,7 +3,7 @@
 
 #include <QTemporaryDir>
 
-/// A flat package taken apart by bsdtar, so that no code of ours judges what ours has made.
+/// A flat package taken apart by programs of others, so that no code of ours judges what ours has made.
 class Unpacked
 {
 public:

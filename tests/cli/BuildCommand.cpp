@@ -1,20 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/cli/BuildCommand.h"
 
+#include "tests/support/Archive.h"
 #include "tests/support/TestFiles.h"
 
 #include <QDir>
-
-namespace {
-
-void unpack(const QString &archive, const QString &folder)
-{
-    QDir().mkpath(folder);
-    TestFiles::outputOf(QStringLiteral("bsdtar"),
-                        {QStringLiteral("-xf"), archive, QStringLiteral("-C"), folder});
-}
-
-} // namespace
 
 QStringList BuildCommand::arguments() const
 {
@@ -31,9 +21,9 @@ QStringList BuildCommand::arguments() const
 ExpandedPackage::ExpandedPackage(const QString &package)
 {
     const QString top = m_folder.filePath(QStringLiteral("package"));
-    unpack(package, top);
+    Archive::unpack(package, top);
     m_component = top + QLatin1Char('/') + QDir(top).entryList({QStringLiteral("*.pkg")}).value(0);
-    unpack(m_component + QStringLiteral("/Scripts"), m_folder.filePath(QStringLiteral("scripts")));
+    Archive::unpack(m_component + QStringLiteral("/Scripts"), m_folder.filePath(QStringLiteral("scripts")));
 }
 
 QByteArray ExpandedPackage::member(const QString &name) const

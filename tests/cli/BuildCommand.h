@@ -17,7 +17,7 @@ struct BuildCommand
     QStringList arguments() const;
 };
 
-/// A package that other programs than ours have taken apart: bsdtar, xmllint.
+/// A package that other programs than ours have taken apart.
 class ExpandedPackage
 {
 public:

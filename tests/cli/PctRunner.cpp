@@ -7,6 +7,7 @@
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QRegularExpression>
+#include <QStandardPaths>
 
 namespace {
 
@@ -15,6 +16,23 @@ constexpr int hangsAfterMilliseconds = 100 * 1000;
 QString sampleName(bool editor)
 {
     return editor ? QStringLiteral("Pelix PDF Editor.pkg") : QStringLiteral("Pelix PDF Reader.pkg");
+}
+
+/// The stand-ins; on a Mac, which has none, the commands that pct finds by their names.
+QStringList toolNames()
+{
+    const QStringList standIns = QDir(QStringLiteral(PCT_HOSTTOOLS_DIR)).entryList(QDir::Files);
+    if (!standIns.isEmpty())
+        return standIns;
+    return {QStringLiteral("ditto"), QStringLiteral("installer"), QStringLiteral("pkgutil"),
+            QStringLiteral("sed"), QStringLiteral("xar")};
+}
+
+/// The stand-in of the build folder; on a Mac, the command itself.
+QString realTool(const QString &name)
+{
+    const QString standIn = QStringLiteral(PCT_HOSTTOOLS_DIR "/") + name;
+    return QFileInfo::exists(standIn) ? standIn : QStandardPaths::findExecutable(name);
 }
 
 QStringList namesIn(const QString &folder)
@@ -47,9 +65,11 @@ PctRunner::PctRunner()
     const QDir folder(m_folder.path());
     for (const auto *name : {"files", "tmp", "tools"})
         folder.mkdir(QString::fromLatin1(name));
-    const QDir realTools(QStringLiteral(PCT_HOSTTOOLS_DIR));
-    for (const QString &tool : realTools.entryList(QDir::Files))
+    for (const QString &tool : toolNames())
         linkTool(tool);
+    // On a Mac nothing else makes pct find them.
+    m_environment.insert(QStringLiteral("PATH"),
+                         m_folder.filePath(QStringLiteral("tools:")) + qEnvironmentVariable("PATH"));
     m_environment.insert(QStringLiteral("TMPDIR"), m_folder.filePath(QStringLiteral("tmp")));
     m_environment.insert(QStringLiteral("PCT_HOSTTOOLS"), m_folder.filePath(QStringLiteral("tools")));
     m_environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
@@ -77,7 +97,9 @@ QString PctRunner::alteredPackage(bool editor, const QString &script, const QStr
     const QString package = file(QStringLiteral("altered.pkg"));
     TestFiles::outputOf(QStringLiteral("cp"), {QStringLiteral("-R"), original, maker});
     const QString path = maker + QStringLiteral("/scripts/common/") + script;
-    const QByteArray edited = TestFiles::outputOf(QStringLiteral("/bin/sed"), {sedExpression, path});
+    const QString sed = QStandardPaths::findExecutable(QStringLiteral("sed"),
+                                                       {QStringLiteral("/bin"), QStringLiteral("/usr/bin")});
+    const QByteArray edited = TestFiles::outputOf(sed, {sedExpression, path});
     if (edited == TestFiles::read(path))
         qFatal("the expression changes nothing in %s", qPrintable(path));
     TestFiles::write(path, edited);
@@ -107,9 +129,8 @@ QString PctRunner::document(const QByteArray &root, const QByteArray &body, cons
 void PctRunner::replaceTool(const QString &name, const QByteArray &script) const
 {
     removeTool(name);
-    const QByteArray real = QByteArrayLiteral(PCT_HOSTTOOLS_DIR "/") + name.toUtf8();
     TestFiles::writeScript(m_folder.filePath(QStringLiteral("tools/") + name),
-                           "real='" + real + "'\n" + script);
+                           "real='" + QFile::encodeName(realTool(name)) + "'\n" + script);
 }
 
 void PctRunner::breakTool(const QString &name) const
@@ -122,7 +143,7 @@ void PctRunner::breakTool(const QString &name) const
 void PctRunner::removeTool(const QString &name) const
 {
     if (!QFile::remove(m_folder.filePath(QStringLiteral("tools/") + name)))
-        qFatal("there is no stand-in %s", qPrintable(name));
+        qFatal("there is no command %s", qPrintable(name));
 }
 
 void PctRunner::restoreTool(const QString &name) const
@@ -133,7 +154,7 @@ void PctRunner::restoreTool(const QString &name) const
 
 void PctRunner::linkTool(const QString &name) const
 {
-    const QString real = QStringLiteral(PCT_HOSTTOOLS_DIR "/") + name;
+    const QString real = realTool(name);
     if (!QFile::link(real, m_folder.filePath(QStringLiteral("tools/") + name)))
         qFatal("cannot link to %s", qPrintable(real));
 }

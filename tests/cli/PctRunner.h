@@ -24,8 +24,8 @@ struct PctResult
     bool isOneLineRefusal() const;
 };
 
-/// A folder of its own for one test: files in "files", the temporary folder of `pct` in "tmp", and stand-ins
-/// for commands in "tools", which are the real ones until a test puts its own in their place.
+/// A folder of its own for one test: files in "files", the temporary folder of `pct` in "tmp", and the
+/// commands that it starts in "tools", which are the real ones until a test puts its own in their place.
 class PctRunner
 {
 public:

@@ -4,7 +4,7 @@
 #include "core/HostPaths.h"
 #include "package/PackageBuild.h"
 #include "resources/Resources.h"
-#include "tests/package/Archive.h"
+#include "tests/support/Archive.h"
 #include "tests/support/TestFiles.h"
 
 #include <QProcess>
@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <sys/stat.h>
+#include <utility>
 
 namespace {
 
@@ -70,7 +71,7 @@ private slots:
         initPctResources();
         HostPaths::putStandInsFirst();
         m_products = {makeProduct(true), makeProduct(false)};
-        for (const Product &product : qAsConst(m_products))
+        for (const Product &product : std::as_const(m_products))
             QVERIFY2(product.report.succeeded(),
                      qPrintable(product.report.failedStep + QStringLiteral(": ") + product.report.problem));
     }
@@ -103,7 +104,7 @@ private slots:
         for (const char *needed : {"Payload", "Bom", "PackageInfo"})
             QVERIFY(names.contains(product().component + QLatin1Char('/') + QString::fromLatin1(needed)));
         QVERIFY(names.contains(QStringLiteral("unpacked scripts/._postinstall")));
-        for (const QString &name : qAsConst(names))
+        for (const QString &name : std::as_const(names))
             TestFiles::outputOf(QStringLiteral("cmp"), {product().before + QLatin1Char('/') + name,
                                                         product().after + QLatin1Char('/') + name});
     }
