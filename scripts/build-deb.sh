@@ -1,7 +1,7 @@
 #!/bin/sh
 # SPDX-License-Identifier: Apache-2.0
 # build-deb.sh FOLDER [CMAKE-OPTION...]: builds the Debian packages with Debian's compiler settings and puts
-# them into FOLDER. The build happens in build/deb. "-D PCT_QT_MAJOR=6" builds them with Qt 6.
+# them into FOLDER. The build happens in build/deb. "-D PCT_QT_MAJOR=5" builds them with Qt 5.15.
 set -eu
 if [ $# -eq 0 ]; then
     echo "usage: build-deb.sh FOLDER [CMAKE-OPTION...]" >&2

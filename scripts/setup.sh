@@ -1,24 +1,49 @@
 #!/bin/sh
 # SPDX-License-Identifier: Apache-2.0
-# setup.sh: installs what building, running and testing need and this machine lacks. Asks nothing.
-# On Debian, a user who is not root needs sudo only when something is missing; on a Mac, Homebrew installs for the user.
+# setup.sh [run|test]: installs what this machine lacks, either to build and run only, or (without an argument as well)
+# to test, too. Asks nothing. On Debian, a user who is not root needs sudo only when something is missing; on a Mac,
+# Homebrew installs for the user.
 set -eu
 
 here=$(cd "$(dirname "$0")" && pwd)
+purpose=${1:-test}
 
-# wanted LIST: the names in one of the lists beside this script
+# wanted LIST: the names in one of the lists beside this script, for the purpose
 wanted() {
-    sed -e 's/#.*//' "$here/$1"
+    if [ "$purpose" = run ]; then
+        sed -e '/^# test$/,$d' -e 's/#.*//' "$here/$1"
+    else
+        sed -e 's/#.*//' "$here/$1"
+    fi
+}
+
+# alternatives NAMES: the words of "a|b"
+alternatives() {
+    echo "$1" | sed -e 's/|/ /g'
+}
+
+is_installed() {
+    for name in $(alternatives "$1"); do
+        case $(dpkg-query -W -f '${db:Status-Abbrev}' "$name" 2>/dev/null || true) in
+            ?i*) return 0 ;;
+        esac
+    done
+    return 1
 }
 
 missing_on_debian() {
-    for package in $(wanted packages-debian.txt); do
-        state=$(dpkg-query -W -f '${db:Status-Abbrev}' "$package" 2>/dev/null || true)
-        case $state in
-            ?i*) ;;
-            *) printf '%s ' "$package" ;;
-        esac
+    for names in $(wanted packages-debian.txt); do
+        is_installed "$names" || printf '%s ' "$names"
     done
+}
+
+# first_there_is NAMES: the first of "a|b" that this suite has; what stands alone is not asked about
+first_there_is() {
+    for name in $(alternatives "$1"); do
+        [ "$name" != "$1" ] || break
+        [ -z "$(apt-cache show --no-all-versions "$name" 2>/dev/null)" ] || break
+    done
+    printf '%s ' "$name"
 }
 
 as_root() {
@@ -37,9 +62,10 @@ install_on_debian() {
     [ -n "$missing" ] || return 0
     echo "setup: installing $missing" >&2
     as_root apt-get update -qq
+    chosen=$(for names in $missing; do first_there_is "$names"; done)
     # The names are meant to be split into words.
     # shellcheck disable=SC2086
-    as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends $missing >&2
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends $chosen >&2
 }
 
 missing_on_mac() {
@@ -63,6 +89,13 @@ install_nothing() {
     command -v cmake >/dev/null 2>&1 || exit 1
 }
 
+case $purpose in
+    run | test) ;;
+    *)
+        echo "usage: setup.sh [run|test]" >&2
+        exit 2
+        ;;
+esac
 if [ "$(uname)" = Darwin ] && command -v brew >/dev/null 2>&1; then
     install_on_mac
 elif command -v dpkg-query >/dev/null 2>&1; then

@@ -15,11 +15,15 @@ constexpr const char *brew =
     "esac\n";
 constexpr const char *noteCall = "echo \"$(basename \"$0\") $*\" >>\"$PCT_TEST_LOG\"\n";
 
-QStringList namesIn(const char *list)
+QString listed(const char *list)
+{
+    return QString::fromUtf8(
+        TestFiles::read(QStringLiteral(PCT_SOURCE_DIR "/scripts/") + QLatin1String(list)));
+}
+
+QStringList namesIn(const QString &text)
 {
     QStringList names;
-    const QString text =
-        QString::fromUtf8(TestFiles::read(QStringLiteral(PCT_SOURCE_DIR "/scripts/") + QLatin1String(list)));
     for (const QString &line : text.split(QLatin1Char('\n'))) {
         const QString name = line.section(QLatin1Char('#'), 0, 0).trimmed();
         if (!name.isEmpty())
@@ -41,14 +45,19 @@ private slots:
     void aMacThatHasEverythingIsLeftAlone();
     void aFailedInstallationIsAFailure();
     void aMacWithoutHomebrewIsTold();
+    void aMacThatOnlyRunsTheToolGetsNoTestersPrograms();
     void debianGetsWhatItLacks();
+    void debianThatOnlyRunsTheToolGetsNoTestersPackages();
+    void theNameThatTheSuiteHasIsTaken();
+    void anUnknownPurposeIsRefused();
 
 private:
     void play(const char *command, const QByteArray &script) const
     {
         TestFiles::writeScript(m_folder->filePath(QLatin1String("bin/") + QLatin1String(command)), script);
     }
-    int setUp();
+    int setUp(const QStringList &purpose = {});
+    void playDebianWithout(const QByteArray &pattern) const;
     QString log() const;
 
     std::unique_ptr<QTemporaryDir> m_folder;
@@ -71,11 +80,12 @@ void tst_SetUp::init()
     m_environment.insert(QStringLiteral("PCT_TEST_LOG"), m_folder->filePath(QStringLiteral("log")));
 }
 
-int tst_SetUp::setUp()
+int tst_SetUp::setUp(const QStringList &purpose)
 {
     QProcess script;
     script.setProcessEnvironment(m_environment);
-    script.start(QStringLiteral("/bin/sh"), {QStringLiteral(PCT_SOURCE_DIR "/scripts/setup.sh")});
+    script.start(QStringLiteral("/bin/sh"),
+                 QStringList{QStringLiteral(PCT_SOURCE_DIR "/scripts/setup.sh")} + purpose);
     if (!script.waitForFinished() || script.exitStatus() != QProcess::NormalExit)
         return -1;
     m_errors = QString::fromUtf8(script.readAllStandardError());
@@ -91,7 +101,7 @@ QString tst_SetUp::log() const
 void tst_SetUp::aMacGetsWhatItLacks()
 {
     play("brew", brew);
-    QStringList names = namesIn("packages-homebrew.txt");
+    QStringList names = namesIn(listed("packages-homebrew.txt"));
     QVERIFY(names.removeOne(QStringLiteral("cmake")));
     QVERIFY(names.contains(QStringLiteral("qtbase")));
     m_environment.insert(QStringLiteral("PCT_TEST_INSTALLED"), QStringLiteral("cmake"));
@@ -103,7 +113,7 @@ void tst_SetUp::aMacThatHasEverythingIsLeftAlone()
 {
     play("brew", brew);
     m_environment.insert(QStringLiteral("PCT_TEST_INSTALLED"),
-                         namesIn("packages-homebrew.txt").join(QLatin1Char(' ')));
+                         namesIn(listed("packages-homebrew.txt")).join(QLatin1Char(' ')));
     QCOMPARE(setUp(), 0);
     QCOMPARE(log(), QString());
     QCOMPARE(m_errors, QString());
@@ -124,16 +134,60 @@ void tst_SetUp::aMacWithoutHomebrewIsTold()
     QCOMPARE(setUp(), 0);
 }
 
-void tst_SetUp::debianGetsWhatItLacks()
+void tst_SetUp::aMacThatOnlyRunsTheToolGetsNoTestersPrograms()
+{
+    play("brew", brew);
+    const QString list = listed("packages-homebrew.txt");
+    const auto end = list.indexOf(QStringLiteral("\n# test\n"));
+    QVERIFY(end > 0);
+    const QStringList names = namesIn(list.left(end));
+    QVERIFY(names.contains(QStringLiteral("qtbase")) && !names.contains(QStringLiteral("p7zip")));
+    QCOMPARE(setUp({QStringLiteral("run")}), 0);
+    QCOMPARE(log(), QStringLiteral("brew install --quiet %1\n").arg(names.join(QLatin1Char(' '))));
+}
+
+/// A Debian that lacks the packages which match the pattern of a shell.
+void tst_SetUp::playDebianWithout(const QByteArray &pattern) const
 {
     play("uname", "echo Linux\n");
     play("brew", "exit 1\n");
     play("id", "echo 0\n");
     play("apt-get", noteCall);
-    play("dpkg-query", "case \"$4\" in xvfb) exit 1 ;; *) echo 'ii ' ;; esac\n");
-    QCOMPARE(setUp(), 0);
+    play("dpkg-query", "case \"$4\" in " + pattern + ") exit 1 ;; *) echo 'ii ' ;; esac\n");
+}
+
+void tst_SetUp::debianGetsWhatItLacks()
+{
+    playDebianWithout("xvfb");
+    QCOMPARE(setUp({QStringLiteral("test")}), 0);
     QCOMPARE(log(), QStringLiteral("apt-get update -qq\n"
                                    "apt-get install -y -qq --no-install-recommends xvfb\n"));
+}
+
+void tst_SetUp::debianThatOnlyRunsTheToolGetsNoTestersPackages()
+{
+    playDebianWithout("xvfb|qtbase5-dev|qt6-base-dev|cmake");
+    QCOMPARE(setUp({QStringLiteral("run")}), 0);
+    QCOMPARE(log(), QStringLiteral("apt-get update -qq\n"
+                                   "apt-get install -y -qq --no-install-recommends cmake qt6-base-dev\n"));
+}
+
+void tst_SetUp::theNameThatTheSuiteHasIsTaken()
+{
+    playDebianWithout("p7zip-full|7zip");
+    play("apt-cache", "[ \"$3\" != 7zip ] || echo 'Package: 7zip'\n");
+    QCOMPARE(setUp(), 0);
+    QVERIFY2(log().endsWith(QStringLiteral(" --no-install-recommends 7zip\n")), qPrintable(log()));
+    QFile::remove(m_folder->filePath(QStringLiteral("log")));
+    playDebianWithout("p7zip-full");
+    QCOMPARE(setUp(), 0);
+    QCOMPARE(log(), QString());
+}
+
+void tst_SetUp::anUnknownPurposeIsRefused()
+{
+    QCOMPARE(setUp({QStringLiteral("everything")}), 2);
+    QVERIFY(m_errors.startsWith(QStringLiteral("usage:")));
 }
 
 QTEST_GUILESS_MAIN(tst_SetUp)
