@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: Apache-2.0
-# pct build and pct check on a large package: the build as multiples of one cp of the package, beside expanding and
-# flattening alone; the check as a multiple of the check of a small package. In turns in one run, medians.
+# pct build and pct check on a large package, in turns in one run, medians. A build forces its package to the disk, so it
+# is shown as a multiple of one cp of the package that is forced to the disk, beside expanding and flattening with our
+# tools and with bsdtar, forced to the disk alike; the check as a multiple of the check of a small package.
 #
 # usage: build-vs-cp.sh BUILD_FOLDER [MEBIBYTES [ROUNDS]]
 set -euo pipefail
@@ -23,15 +24,22 @@ make_package() {
 make_package "$work/small.pkg" 1
 make_package "$work/large.pkg" "$size"
 
-copy() { cp "$work/large.pkg" "$work/out.pkg" && rm "$work/out.pkg"; }
+force_to_disk() { command sync "$work/out.pkg" "$work"; }
+copy() { cp --reflink=never "$work/large.pkg" "$work/out.pkg" && force_to_disk; }
 tools_alone() {
     "$tools/pkgutil" --expand "$work/large.pkg" "$work/tree"
     "$tools/pkgutil" --flatten "$work/tree" "$work/out.pkg"
-    rm -r "$work/tree" "$work/out.pkg"
+    force_to_disk
+}
+bsdtar_alone() {
+    mkdir "$work/tree"
+    bsdtar -x -f "$work/large.pkg" -C "$work/tree"
+    (cd "$work/tree" && bsdtar -c -f "$work/out.pkg" --format xar \
+        --options xar:compression=none,xar:checksum=sha1,xar:toc-checksum=sha1 ./*)
+    force_to_disk
 }
 whole_build() {
     "$pct" build -q --product editor --input "$work/large.pkg" --output "$work/out.pkg"
-    rm "$work/out.pkg"
 }
 check_small() { "$pct" check --product editor "$work/small.pkg" >/dev/null; }
 check_large() { "$pct" check --product editor "$work/large.pkg" >/dev/null; }
@@ -48,11 +56,13 @@ ratio() { awk -v a="$(median "$1")" -v b="$(median "$2")" 'BEGIN { printf "%.2f"
 
 cat "$work/large.pkg" >/dev/null
 for ((round = 0; round < rounds; ++round)); do
-    for what in copy tools_alone whole_build check_small check_large; do
+    for what in copy tools_alone whole_build bsdtar_alone check_small check_large; do
         measure "$what"
+        rm -rf "$work/tree" "$work/out.pkg"
     done
 done
-echo "package of $size MiB, $rounds rounds, multiples of one cp of it"
+echo "package of $size MiB, $rounds rounds, multiples of one cp of it, all forced to the disk"
 echo "pkgutil --expand and --flatten: $(ratio tools_alone copy)"
 echo "pct build: $(ratio whole_build copy)"
+echo "bsdtar, without unpacking scripts: $(ratio bsdtar_alone copy), $(ratio bsdtar_alone whole_build) times pct build"
 echo "pct check of the large package, as a multiple of that of a small one: $(ratio check_large check_small)"

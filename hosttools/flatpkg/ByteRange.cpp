@@ -143,6 +143,8 @@ Digests copyAndDigest(const ByteRange &from, int to, qint64 toOffset,
     for (qint64 done = 0; done < from.length; done += copyStep) {
         const qint64 count = std::min(copyStep, from.length - done);
         copyRange({from.fd, from.offset + done, count}, to, toOffset + done);
+        // Where the copy shares its blocks nothing of it is in memory yet. Only a hint.
+        posix_fadvise(to, toOffset + done, count, POSIX_FADV_WILLNEED);
         digests.add(count);
     }
     return digests.finish();

@@ -80,8 +80,7 @@ OutputFile::OutputFile(const QByteArray &target)
     const std::optional<struct stat> existing = statusAt(m_target);
     if (existing && !S_ISREG(existing->st_mode))
         throw Error("exists and is not a file; choose another name");
-    m_replaces = existing.has_value();
-    if (m_replaces)
+    if (existing)
         m_mode = existing->st_mode & 0777U;
     m_file = temporary(m_folder, &m_temporaryPath);
 }
@@ -105,7 +104,7 @@ void OutputFile::giveItAName()
 
 void OutputFile::commit()
 {
-    if (fchmod(m_file.get(), m_mode) != 0 || (m_replaces && fsync(m_file.get()) != 0))
+    if (fchmod(m_file.get(), m_mode) != 0)
         throw systemError("cannot be put in place");
     if (m_temporaryPath.isEmpty())
         giveItAName();

@@ -22,8 +22,8 @@ public:
 
     int get() const { return m_file.get(); }
 
-    /// Moves the file into place. A file that is replaced passes on its mode, and is replaced only when the
-    /// new one has reached the disk. A new file gets what the user's file creation mask allows.
+    /// Moves the file into place. A file that is replaced passes on its mode; a new one gets what the user's
+    /// file creation mask allows. Nothing is forced to the disk: that is for whoever wants it.
     void commit();
 
 private:
@@ -32,7 +32,6 @@ private:
     QByteArray m_target;
     QByteArray m_folder;
     QByteArray m_temporaryPath;
-    bool m_replaces = false;
     mode_t m_mode;
     FileDescriptor m_file;
 };
