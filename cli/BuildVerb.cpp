@@ -56,8 +56,7 @@ void writeOutcome(const PackageRequest &request, const Outcome &outcome, bool as
         console.writeJson(outcomeObject(request, outcome));
     else if (!outcome.problem)
         console.confirm(request.output);
-    for (const FileWarning &warning : outcome.warnings)
-        console.warning(warning.file, warning.warning.text);
+    console.warn(outcome.warnings);
     if (outcome.problem)
         console.error(*outcome.problem);
 }

@@ -59,6 +59,12 @@ void Console::warning(const QString &file, const QString &text)
         message(file, QStringLiteral("warning: ") + text);
 }
 
+void Console::warn(const QList<FileWarning> &warnings)
+{
+    for (const FileWarning &found : warnings)
+        warning(found.file, found.warning.text);
+}
+
 void Console::error(const Problem &problem)
 {
     if (!Interruption::happened() || Interruption::isTheFirstToTell())

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "cli/FileWarning.h"
 #include "cli/Problem.h"
 
 #include <QJsonObject>
@@ -36,6 +37,7 @@ public:
     /// A line of `err` that only tells a person something about a file.
     void note(const QString &file, const QString &text);
     void warning(const QString &file, const QString &text);
+    void warn(const QList<FileWarning> &warnings);
     void error(const Problem &problem);
 
     /// False, after a message, when what was written to `out` has not all arrived.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/Console.h"
 #include "cli/ExitCode.h"
+#include "cli/Json.h"
 #include "cli/Product.h"
 #include "cli/SettingsFile.h"
 #include "cli/SettingValue.h"
@@ -67,6 +68,17 @@ QJsonObject fileObject(const QString &path, const SettingsFile &file)
             {QStringLiteral("product"), file.product->word}};
 }
 
+QJsonObject outcomeObject(const VerbLine &line, const SettingsFile &first, const SettingsFile &second,
+                          const QList<Difference> &differences)
+{
+    QJsonObject object{{QStringLiteral("same"), differences.isEmpty()},
+                       {QStringLiteral("first"), fileObject(line.operandPath(0), first)},
+                       {QStringLiteral("second"), fileObject(line.operandPath(1), second)},
+                       {QStringLiteral("differences"), differencesArray(differences)}};
+    insertWarnings(object, first.warnings + second.warnings);
+    return object;
+}
+
 void writeLines(const QList<Difference> &differences, Console &console)
 {
     for (const Difference &difference : differences)
@@ -102,12 +114,10 @@ int runDiff(const VerbLine &line, Console &console)
     }
     const QList<Difference> differences = differencesOf(first, second);
     if (line.isSet(QStringLiteral("json")))
-        console.writeJson({{QStringLiteral("same"), differences.isEmpty()},
-                           {QStringLiteral("first"), fileObject(line.operandPath(0), first)},
-                           {QStringLiteral("second"), fileObject(line.operandPath(1), second)},
-                           {QStringLiteral("differences"), differencesArray(differences)}});
+        console.writeJson(outcomeObject(line, first, second, differences));
     else
         writeLines(differences, console);
+    console.warn(first.warnings + second.warnings);
     return differences.isEmpty() ? ExitCode::done : ExitCode::different;
 }
 

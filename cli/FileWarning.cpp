@@ -2,6 +2,31 @@
 #include "cli/FileWarning.h"
 
 #include "cli/Product.h"
+#include "core/PrintableText.h"
+
+QList<FileWarning> unreadWarnings(const QString &file, const QStringList &settings)
+{
+    constexpr int told = 10;
+    const QString code = QStringLiteral("setting-not-read");
+    QList<FileWarning> warnings;
+    for (const QString &setting : settings.mid(0, told))
+        warnings.append({file,
+                         {code, QStringLiteral("nothing reads the %1; correct its name or remove it")
+                                    .arg(printableText(setting))}});
+    if (settings.size() > told)
+        warnings.append({file, {code, QStringLiteral("there is more in it that nothing reads")}});
+    return warnings;
+}
+
+FileWarning ribbonWarning(const QString &document, const QString &name)
+{
+    return {
+        document,
+        {QStringLiteral("ribbon-not-carried"),
+         QStringLiteral("its %1 holds a text, or an element with the name of an attribute beside it, which a "
+                        "profile cannot carry; the rest is there")
+             .arg(name)}};
+}
 
 FileWarning otherProductWarning(const QString &document, const Product &made, const Product &wanted)
 {

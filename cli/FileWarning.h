@@ -15,5 +15,12 @@ struct FileWarning
     BuildWarning warning;
 };
 
+/// For a document, or the one in a package, with settings that nobody reads; one warning for each of the
+/// first few, whose names are as unreadSettings gives them.
+QList<FileWarning> unreadWarnings(const QString &file, const QStringList &settings);
+
+/// For a document whose ribbon element, called `name`, a profile cannot carry as it is.
+FileWarning ribbonWarning(const QString &document, const QString &name);
+
 /// For a document that was made for one product and is used for the other.
 FileWarning otherProductWarning(const QString &document, const Product &made, const Product &wanted);

@@ -30,6 +30,12 @@ QJsonArray warningsArray(const QList<FileWarning> &warnings)
     return array;
 }
 
+void insertWarnings(QJsonObject &object, const QList<FileWarning> &warnings)
+{
+    if (!warnings.isEmpty())
+        object.insert(QStringLiteral("warnings"), warningsArray(warnings));
+}
+
 QJsonObject identityObject(const ProfilePayloadInfo &identity)
 {
     return {

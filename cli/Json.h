@@ -24,5 +24,8 @@ QJsonObject warningObject(const BuildWarning &warning);
 /// Objects with "code", "text" and "file".
 QJsonArray warningsArray(const QList<FileWarning> &warnings);
 
+/// Adds "warnings" to an object that has such a member only when there are any.
+void insertWarnings(QJsonObject &object, const QList<FileWarning> &warnings);
+
 /// The members of a profile's identity under their names.
 QJsonObject identityObject(const ProfilePayloadInfo &identity);

@@ -73,6 +73,7 @@ Verdict PackageJob::readSettings()
     if (!m_request.config.isEmpty()) {
         if (Verdict problem = readDocument(m_request.config, file))
             return problem;
+        m_warnings += file.warnings;
         if (file.product != m_request.product)
             m_warnings.append(otherProductWarning(m_request.config, *file.product, *m_request.product));
     }

@@ -34,6 +34,18 @@ bool sameTexts(const EditorXmlData &first, const EditorXmlData &second)
            });
 }
 
+/// A profile has one place for what an element holds under one name, and none for text.
+bool fitsIntoProfile(const QDomElement &element)
+{
+    for (QDomNode node = element.firstChild(); !node.isNull(); node = node.nextSibling()) {
+        const QDomElement child = node.toElement();
+        const bool isText = node.isText() || node.isCDATASection();
+        if (isText || element.hasAttribute(child.tagName()) || !fitsIntoProfile(child))
+            return false;
+    }
+    return true;
+}
+
 } // namespace
 
 ProfileJob::ProfileJob(const ProfileRequest &request)
@@ -98,9 +110,14 @@ Verdict ProfileJob::readConfig(EditorXmlData &settings)
     SettingsFile file;
     if (Verdict problem = readDocument(m_request.config, file))
         return problem;
+    m_warnings += file.warnings;
     if (file.product != m_request.product)
         m_warnings.append(otherProductWarning(m_request.config, *file.product, *m_request.product));
     settings = file.settings;
+    if (!fitsIntoProfile(settings.elemRibbonCategory))
+        m_warnings.append(ribbonWarning(m_request.config, QStringLiteral("ribbon")));
+    if (!fitsIntoProfile(settings.elemQuickAccessBar))
+        m_warnings.append(ribbonWarning(m_request.config, QStringLiteral("quick-access bar")));
     return std::nullopt;
 }
 

@@ -6,6 +6,7 @@
 #include "cli/PrivateFolder.h"
 #include "cli/Product.h"
 #include "config/ConfigDocument.h"
+#include "config/UnreadSettings.h"
 #include "core/PrintableText.h"
 #include "core/SafeFile.h"
 #include "profile/ProfileDocument.h"
@@ -14,8 +15,9 @@
 
 namespace {
 
-/// Loads the document at `path`; `error` gets what is wrong, without what to do about it.
-bool loadDocument(const QString &path, SettingsFile &file, QString &error)
+/// Loads the document at `path`, which warnings call `subject`; `error` gets what is wrong, without what to
+/// do about it.
+bool loadDocument(const QString &path, const QString &subject, SettingsFile &file, QString &error)
 {
     QDomDocument document;
     if (!ConfigDocument::load(path, document, &error))
@@ -28,6 +30,7 @@ bool loadDocument(const QString &path, SettingsFile &file, QString &error)
     }
     file.settings = EditorXmlData();
     ConfigDocument::apply(document, file.settings);
+    file.warnings = unreadWarnings(subject, unreadSettings(document));
     return true;
 }
 
@@ -48,7 +51,7 @@ Verdict readPackagedDocument(const QString &package, const QString &document, Se
         return Problem{package, QStringLiteral("holds no ProfStore.xml, so it was not customized; give a "
                                                "package that this tool has made")};
     QString error;
-    if (loadDocument(document, file, error))
+    if (loadDocument(document, package, file, error))
         return std::nullopt;
     return Problem{package, QStringLiteral("its ProfStore.xml is no configuration document (%1); build the "
                                            "package again")
@@ -76,7 +79,7 @@ Verdict parseDocument(const QString &path, SettingsFile &file)
 {
     file.kind = QStringLiteral("document");
     QString error;
-    if (loadDocument(path, file, error))
+    if (loadDocument(path, path, file, error))
         return std::nullopt;
     return Problem{
         path,

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "cli/FileWarning.h"
 #include "cli/Problem.h"
 #include "config/EditorXmlData.h"
 
@@ -15,6 +16,7 @@ struct SettingsFile
     QString signer; ///< who signed a profile; empty when nobody did, and for the other kinds
     const Product *product = nullptr;
     EditorXmlData settings;
+    QList<FileWarning> warnings; ///< of what a document holds beside its settings
 };
 
 /// Reads a configuration document. A document whose root element is neither product's is refused.

@@ -27,6 +27,7 @@ QJsonObject fileObject(const SettingsFile &file)
     QJsonObject object{{QStringLiteral("kind"), file.kind},
                        {QStringLiteral("product"), file.product->word},
                        {QStringLiteral("settings"), settingsObject(file.settings)}};
+    insertWarnings(object, file.warnings);
     if (isProfile(file)) {
         object.insert(QStringLiteral("identity"), identityObject(file.settings.payloadInfo));
         object.insert(QStringLiteral("signer"), textOrNull(file.signer));
@@ -93,6 +94,7 @@ int runShow(const VerbLine &line, Console &console)
         console.writeJson(fileObject(file));
     else
         writeReadable(path, file, console);
+    console.warn(file.warnings);
     return ExitCode::done;
 }
 

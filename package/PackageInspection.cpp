@@ -29,6 +29,8 @@ QString patchProblem(const QString &text, LinesEdit edit)
     return edit(lines, &error) ? QString() : unpatchedReason(error);
 }
 
+const QString patchedBefore = QStringLiteral("it was patched before");
+
 int linesThatHold(const QString &text, const QStringList &lines)
 {
     return static_cast<int>(std::count_if(lines.begin(), lines.end(),
@@ -38,8 +40,11 @@ int linesThatHold(const QString &text, const QStringList &lines)
 void inspectPreinstall(const QString &path, ScriptsInspection &inspection)
 {
     QString text;
-    if (readScript(path, text, &inspection.preinstallProblem))
-        inspection.preinstallProblem = patchProblem(text, patchPreinstallLines);
+    if (!readScript(path, text, &inspection.preinstallProblem))
+        return;
+    inspection.preinstallPatched = isPatchedPreinstall(scriptLines(text));
+    inspection.preinstallProblem =
+        inspection.preinstallPatched ? patchedBefore : patchProblem(text, patchPreinstallLines);
 }
 
 void inspectPostinstall(const QString &path, ScriptsInspection &inspection)
@@ -47,9 +52,11 @@ void inspectPostinstall(const QString &path, ScriptsInspection &inspection)
     QString text;
     if (!readScript(path, text, &inspection.postinstallProblem))
         return;
-    inspection.postinstallProblem = patchProblem(text, patchPostinstallLines);
-    inspection.version = productVersion(text);
     const QStringList lines = scriptLines(text);
+    inspection.postinstallPatched = isPatchedPostinstall(lines);
+    inspection.postinstallProblem =
+        inspection.postinstallPatched ? patchedBefore : patchProblem(text, patchPostinstallLines);
+    inspection.version = productVersion(text);
     inspection.documentSwitches = linesThatHold(QStringLiteral("editorXmlFileCopy=0"), lines);
     inspection.viewerSwitches = linesThatHold(QStringLiteral("setdefaultpdf=0"), lines);
     inspection.preferenceLists = linesThatHold(QStringLiteral("plistValue=\""), lines);
@@ -101,6 +108,17 @@ QString unpatchedText(const QString &script, const QString &problem)
     return QStringLiteral("%1 stays as it is and looks for the user in HOME, which is wrong when a device "
                           "management installs the package: %2")
         .arg(script, problem);
+}
+
+/// Nothing for a script that the build adapts.
+QList<BuildWarning> patchWarnings(const QString &script, const QString &problem, bool patched)
+{
+    if (problem.isEmpty())
+        return {};
+    if (patched)
+        return {{script + QStringLiteral("-patched-before"),
+                 QStringLiteral("%1 was patched before and stays as it is").arg(script)}};
+    return {{script + QStringLiteral("-unpatched"), unpatchedText(script, problem)}};
 }
 
 /// Looks for a signature in a package's table of contents. The files of the package lie deeper.
@@ -219,11 +237,10 @@ QList<BuildWarning> warningsAbout(const ScriptsInspection &scripts, bool wantsDe
     warnIf(wantsIManageLogin && scripts.preferenceLists == 0, QStringLiteral("preference-list-missing"),
            missingSwitchText(QStringLiteral("plistValue=\""),
                              QStringLiteral("the iManage sign-in method is not set")));
-    warnIf(!scripts.preinstallProblem.isEmpty(), QStringLiteral("preinstall-unpatched"),
-           unpatchedText(QStringLiteral("preinstall"), scripts.preinstallProblem));
-    warnIf(!scripts.postinstallProblem.isEmpty(), QStringLiteral("postinstall-unpatched"),
-           unpatchedText(QStringLiteral("postinstall"), scripts.postinstallProblem));
-    return warnings;
+    return warnings +
+           patchWarnings(QStringLiteral("preinstall"), scripts.preinstallProblem, scripts.preinstallPatched) +
+           patchWarnings(QStringLiteral("postinstall"), scripts.postinstallProblem,
+                         scripts.postinstallPatched);
 }
 
 QList<BuildWarning> warningsAbout(const PackageInspection &package, bool wantsDefaultViewer,

@@ -16,14 +16,16 @@ struct BuildWarning
 /// What a vendor package offers to a build, seen from its install scripts.
 struct ScriptsInspection
 {
-    QString version;               ///< product version that postinstall names, may be empty
-    bool customizedBefore = false; ///< there is a "ProfStore.xml" already; a build would fail
-    bool holdsViewerTool = false;  ///< there is a "duti" already; a build that adds one would fail
-    QString preinstallProblem;     ///< why preinstall cannot be patched; empty when it can
-    QString postinstallProblem;    ///< the same for postinstall
-    int documentSwitches = 0;      ///< lines of postinstall that hold "editorXmlFileCopy=0"
-    int viewerSwitches = 0;        ///< lines that hold "setdefaultpdf=0"
-    int preferenceLists = 0;       ///< lines that hold plistValue= and an opening double quote
+    QString version;                 ///< product version that postinstall names, may be empty
+    bool customizedBefore = false;   ///< there is a "ProfStore.xml" already; a build would fail
+    bool holdsViewerTool = false;    ///< there is a "duti" already; a build that adds one would fail
+    QString preinstallProblem;       ///< why preinstall cannot be patched; empty when it can
+    QString postinstallProblem;      ///< the same for postinstall
+    bool preinstallPatched = false;  ///< it cannot be patched because it was before
+    bool postinstallPatched = false; ///< the same for postinstall
+    int documentSwitches = 0;        ///< lines of postinstall that hold "editorXmlFileCopy=0"
+    int viewerSwitches = 0;          ///< lines that hold "setdefaultpdf=0"
+    int preferenceLists = 0;         ///< lines that hold plistValue= and an opening double quote
 };
 
 /// What is known of a package file without touching its payload.
@@ -42,7 +44,8 @@ ScriptsInspection inspectScripts(const QString &scripts);
 bool canBeBuiltOn(const QString &scripts, QString *problem);
 
 /// What will not work as asked for; empty when all will. The codes, in this order: "document-switch-missing",
-/// "viewer-switch-missing", "preference-list-missing", "preinstall-unpatched" and "postinstall-unpatched";
+/// "viewer-switch-missing", "preference-list-missing", "preinstall-unpatched" and "postinstall-unpatched", or
+/// "preinstall-patched-before" and "postinstall-patched-before" in their place;
 /// the overload for a package begins with "signature-dropped".
 QList<BuildWarning> warningsAbout(const ScriptsInspection &scripts, bool wantsDefaultViewer,
                                   bool wantsIManageLogin);

@@ -4,6 +4,8 @@
 #include "core/SafeFile.h"
 #include "package/ScriptLines.h"
 
+#include <algorithm>
+
 namespace {
 
 using LinesEdit = bool (*)(QStringList &, QString *);
@@ -84,6 +86,12 @@ bool insertPostinstallBlock(QStringList &lines, QString *error)
     return anchor >= 1 && replaceLineRange(lines, anchor, anchor, block, error);
 }
 
+bool isPatched(const QStringList &lines, const QStringList &block)
+{
+    return !lines.contains(homeDetectionComment) &&
+           std::search(lines.begin(), lines.end(), block.begin(), block.end()) != lines.end();
+}
+
 bool patchFile(const QString &path, LinesEdit edit, QString *error)
 {
     QString text;
@@ -121,6 +129,16 @@ bool patchPreinstallLines(QStringList &lines, QString *error)
     return replaceUniqueLine(lines, QStringLiteral("mydir=`pwd`"), scriptFolderLine, error) &&
            replaceHomeDetection(lines, QStringLiteral(R"sh(user_from_home=$(basename "${HOME}"))sh"),
                                 preinstallBlock(), error);
+}
+
+bool isPatchedPostinstall(const QStringList &lines)
+{
+    return isPatched(lines, postinstallBlock());
+}
+
+bool isPatchedPreinstall(const QStringList &lines)
+{
+    return isPatched(lines, preinstallBlock());
 }
 
 QString unpatchedReason(const QString &error)

@@ -17,6 +17,11 @@ bool patchPreinstall(const QString &path, QString *error = nullptr);
 bool patchPostinstallLines(QStringList &lines, QString *error = nullptr);
 bool patchPreinstallLines(QStringList &lines, QString *error = nullptr);
 
+/// Whether the lines are those of a script that was patched before: they hold the block that finds the user
+/// at the console, and what it stands in for no longer.
+bool isPatchedPostinstall(const QStringList &lines);
+bool isPatchedPreinstall(const QStringList &lines);
+
 /// The reason of a failed patch for people. A patch can fail without a text: when the line that
 /// everything is inserted before is the first one.
 QString unpatchedReason(const QString &error);

@@ -52,6 +52,7 @@ private slots:
     void warnsOfAMissingSwitch_data();
     void warnsOfAMissingSwitch();
     void warnsOfAScriptThatCannotBePatched();
+    void aScriptThatWasPatchedBeforeIsCalledSo();
     void quietHoldsBackWarningsButNotErrors();
     void readsScriptsOnlyAndLeavesNothingBehind();
 };
@@ -214,6 +215,34 @@ void tst_PctCheck::warnsOfAScriptThatCannotBePatched()
     const QJsonObject preinstall =
         json.value(text("package")).toObject().value(text("preinstall")).toObject();
     QCOMPARE(preinstall.value(text("patchable")), QJsonValue(false));
+}
+
+void tst_PctCheck::aScriptThatWasPatchedBeforeIsCalledSo()
+{
+    const PctRunner runner;
+    const BuildCommand first{true, runner.samplePackage(true), runner.file(text("out.pkg")), {}};
+    QCOMPARE(runner.run(first.arguments()).exitCode, 0);
+    const ExpandedPackage patched(first.output);
+    const QString package = runner.changedPackage(
+        true, text("cp '%1' preinstall; cp '%2' postinstall")
+                  .arg(patched.scriptPath(text("preinstall")), patched.scriptPath(text("postinstall"))));
+    const QStringList codes{text("document-switch-missing"), text("viewer-switch-missing"),
+                            text("preinstall-patched-before"), text("postinstall-patched-before")};
+    const QJsonObject json = checkJson(runner, "editor", package);
+    QCOMPARE(warningCodes(json), codes);
+    const QJsonObject expected{{text("patchable"), false}, {text("problem"), text("it was patched before")}};
+    for (const auto *script : {"preinstall", "postinstall"})
+        QCOMPARE(json.value(text("package")).toObject().value(text(script)).toObject(), expected);
+
+    const BuildCommand second{true, package, runner.file(text("again.pkg")), {}};
+    const PctResult built = runner.run(second.arguments());
+    QVERIFY2(built.exitCode == 0 && !built.err.contains("anchor"), built.err.constData());
+    QVERIFY2(built.err.contains("warning: preinstall was patched before and stays as it is"),
+             built.err.constData());
+    QVERIFY2(built.err.contains("warning: postinstall was patched before and stays as it is"),
+             built.err.constData());
+    for (const auto *script : {"preinstall", "postinstall"})
+        QCOMPARE(ExpandedPackage(second.output).script(text(script)), patched.script(text(script)));
 }
 
 void tst_PctCheck::quietHoldsBackWarningsButNotErrors()

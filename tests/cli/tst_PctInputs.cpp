@@ -4,6 +4,7 @@
 #include "tests/support/TestFiles.h"
 
 #include <QDir>
+#include <QJsonArray>
 #include <QtTest>
 
 #include <sys/stat.h>
@@ -81,6 +82,10 @@ private slots:
     void namesTheOptionThatTakesAFileOfThisKind_data();
     void namesTheOptionThatTakesAFileOfThisKind();
     void anInstallerOfAnotherProgramIsOfNeitherProduct();
+    void whatNothingReadsInADocumentIsWarnedAbout_data();
+    void whatNothingReadsInADocumentIsWarnedAbout();
+    void ofManySettingsThatNothingReadsOnlyTheFirstAreNamed();
+    void aRibbonThatAProfileCannotCarryIsWarnedAbout();
     void aFolderThatCannotBeEnteredIsNoPlaceForAnOutput_data();
     void aFolderThatCannotBeEnteredIsNoPlaceForAnOutput();
 
@@ -192,6 +197,79 @@ void tst_PctInputs::anInstallerOfAnotherProgramIsOfNeitherProduct()
              "pct: " + package.toUtf8() +
                  ": is the installer of neither the Pelix PDF Editor nor the Pelix PDF Reader; give a "
                  "package that this tool has made\n");
+}
+
+void tst_PctInputs::whatNothingReadsInADocumentIsWarnedAbout_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::newRow("build") << text(
+        "build --product editor --input good.pkg --output out --config FILE --json");
+    QTest::newRow("profile") << text("profile --product editor --output out --config FILE --json");
+    QTest::newRow("show") << text("show --json FILE");
+    QTest::newRow("diff") << text("diff --json FILE good.xml");
+}
+
+void tst_PctInputs::whatNothingReadsInADocumentIsWarnedAbout()
+{
+    QFETCH(QString, line);
+    const PctRunner runner;
+    makeGoodFiles(runner);
+    const QString document =
+        runner.document("PelixPDFEditor", "<Preferences><Preference Text='Startpage' Mode='0'/>"
+                                          "<Preference Text='StartPage' mode='0'/></Preferences>");
+    const PctResult result = runner.run(lineWith(document, line));
+    QVERIFY2(result.exitCode == (line.startsWith(text("diff")) ? 1 : 0), result.err.constData());
+    const QStringList texts{text("nothing reads the Preference \"Startpage\"; correct its name or remove it"),
+                            text("nothing reads the attribute \"mode\" of Preference \"StartPage\"; correct "
+                                 "its name or remove it")};
+    QJsonArray expected;
+    QStringList messages;
+    for (const QString &warning : texts) {
+        expected.append(QJsonObject{
+            {text("code"), text("setting-not-read")}, {text("file"), document}, {text("text"), warning}});
+        messages.append(text("pct: ") + document + text(": warning: ") + warning);
+    }
+    QCOMPARE(result.json().value(text("warnings")).toArray(), expected);
+    QCOMPARE(result.messages(), messages);
+}
+
+void tst_PctInputs::ofManySettingsThatNothingReadsOnlyTheFirstAreNamed()
+{
+    const PctRunner runner;
+    const QString document = runner.document("PelixPDFEditor", QByteArray("<Unknown/>").repeated(50000));
+    const PctResult result = runner.run({text("show"), document});
+    QCOMPARE(result.exitCode, 0);
+    QCOMPARE(result.messages().size(), 11);
+    QVERIFY2(result.messages().last().endsWith(text("there is more in it that nothing reads")),
+             result.err.constData());
+}
+
+void tst_PctInputs::aRibbonThatAProfileCannotCarryIsWarnedAbout()
+{
+    const ProfileRunner runner;
+    const auto warned = [&runner](const QByteArray &bar) {
+        const QString document =
+            runner.document("PelixPDFEditor", "<RibbonSetTabElements><QuickAccessBar>" + bar +
+                                                  "</QuickAccessBar></RibbonSetTabElements>");
+        return runner.makeProfile(true, {text("--config"), document, text("--force"), text("--json")})
+            .json()
+            .value(text("warnings"))
+            .toArray();
+    };
+    const QByteArray control = "<control action='a' group='Other' page='Other'/>";
+    QCOMPARE(warned(control + control), QJsonArray());
+    const QVector<QByteArray> lost = {control + "text", "<control action='a'><action/></control>",
+                                      "<control><![CDATA[ ]]></control>"};
+    for (const QByteArray &bar : lost) {
+        const QJsonArray warnings = warned(bar);
+        QCOMPARE(warnings.size(), 1);
+        QCOMPARE(warnings.first().toObject().value(text("code")).toString(), text("ribbon-not-carried"));
+        QVERIFY(warnings.first()
+                    .toObject()
+                    .value(text("text"))
+                    .toString()
+                    .startsWith(text("its quick-access bar holds a text")));
+    }
 }
 
 void tst_PctInputs::aFolderThatCannotBeEnteredIsNoPlaceForAnOutput_data()
