@@ -167,6 +167,7 @@ QByteArray CpioReader::readName(const Header &header)
 
 QByteArray CpioReader::readBytes(qint64 count)
 {
+    account(count);
     QByteArray bytes(static_cast<int>(count), Qt::Uninitialized);
     if (m_source.read(bytes.data(), count) != count)
         refuseDamaged("it ends too early");
@@ -190,7 +191,6 @@ void CpioReader::unpackMember(const QByteArray &path, const Header &header)
 
 void CpioReader::unpackFile(const QByteArray &path, const Header &header)
 {
-    account(header.size);
     if (header.names > 1 && isAnotherName(path, header))
         return skip(header.size); // every name comes with the contents
     m_tree.requireSpaceFor(header.size);
@@ -220,6 +220,7 @@ void CpioReader::unpackLink(const QByteArray &path, const Header &header)
 
 void CpioReader::copyContents(qint64 count, int to)
 {
+    account(count);
     std::array<char, 64 * 1024> buffer;
     for (qint64 done = 0; done < count;) {
         Interrupt::check();

@@ -8,7 +8,7 @@
 namespace FlatPkg {
 
 /// The SHA-1 of a large file, remembered by the run that has verified it, so that flattening need not hash a
-/// payload that nobody has touched. docs/design.md says why what is remembered cannot be wrong.
+/// payload that nobody has touched. docs/flat-packages.md says why what is remembered cannot be wrong.
 ///
 /// It lies in an extended attribute of the file's folder, because one of the file itself would change the
 /// file's ctime, and counts only while device, inode, size, mtime and ctime of the file are what they were

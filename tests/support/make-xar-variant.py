@@ -377,6 +377,8 @@ HOSTILE = {
     "scripts-blank-number": scripts_bytes(packed(cpio(SCRIPTS).replace(b"%06o" % 501, b"   765", 1))),
     "scripts-no-member": scripts_bytes(packed(cpio(SCRIPTS).replace(b"070707", b"070708").replace(b"8", b"7", 1))),
     "scripts-open-name": scripts_bytes(packed(cpio(SCRIPTS).replace(b"./latest\0", b"./latest!"))),
+    "scripts-huge-folder": scripts_bytes(packed(cpio([("./d", 0o40755, b"")]).replace(
+        b"%011o./d" % 0, b"%011o./d" % (1 << 31)))),
     "scripts-no-end": scripts_bytes(packed(cpio(SCRIPTS).split(b"TRAILER")[0][:-76])),
     "scripts-other-form": scripts_bytes(gzip.compress(b"070701" + b"%08X" % 0xCCCCCCCC * 13 + bytes(1000), mtime=0)),
 }
