@@ -52,6 +52,8 @@ QJsonObject outcomeObject(const PackageRequest &request, const Outcome &outcome)
 
 void writeOutcome(const PackageRequest &request, const Outcome &outcome, bool asJson, Console &console)
 {
+    if (!outcome.problem)
+        console.setMade(request.output);
     if (asJson)
         console.writeJson(outcomeObject(request, outcome));
     else if (!outcome.problem)

@@ -71,13 +71,20 @@ void Console::error(const Problem &problem)
         message(problem.file, Interruption::textOf(problem));
 }
 
+void Console::setMade(const QString &path)
+{
+    m_made = path;
+}
+
 bool Console::finish()
 {
     m_out.flush();
     if (m_out.status() == QTextStream::Ok)
         return true;
-    message(QStringLiteral("standard output"),
-            QStringLiteral("%1; write to a place that has room").arg(m_out.device()->errorString()));
+    QString text = m_out.device()->errorString();
+    if (!m_made.isEmpty())
+        text += QStringLiteral(", but %1 was made").arg(m_made);
+    message(QStringLiteral("standard output"), text + QStringLiteral("; write to a place that has room"));
     return false;
 }
 

@@ -40,6 +40,9 @@ public:
     void warn(const QList<FileWarning> &warnings);
     void error(const Problem &problem);
 
+    /// Remembers a file that the run has made: should `out` fail, the message says that it is there.
+    void setMade(const QString &path);
+
     /// False, after a message, when what was written to `out` has not all arrived.
     bool finish();
 
@@ -48,5 +51,6 @@ private:
 
     QTextStream &m_out;
     QTextStream &m_err;
+    QString m_made;
     bool m_quiet = false;
 };

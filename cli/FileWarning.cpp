@@ -35,3 +35,15 @@ FileWarning otherProductWarning(const QString &document, const Product &made, co
              QStringLiteral("is a document of the %1; settings that the %2 lacks are left out")
                  .arg(QString(made.title), QString(wanted.title))}};
 }
+
+QList<FileWarning> identityWarnings(const QStringList &remarks)
+{
+    const QString command = QStringLiteral("security");
+    const QString lineStart = command + QStringLiteral(": ");
+    QList<FileWarning> warnings;
+    for (const QString &remark : remarks) {
+        const QString text = remark.startsWith(lineStart) ? remark.mid(lineStart.size()) : remark;
+        warnings.append({command, {QStringLiteral("signing-identity"), text}});
+    }
+    return warnings;
+}

@@ -2,6 +2,7 @@
 #include "cli/Console.h"
 #include "cli/ExitCode.h"
 #include "cli/HostCommands.h"
+#include "cli/Json.h"
 #include "cli/Verb.h"
 #include "core/PrintableText.h"
 #include "profile/CProfileGenerator.h"
@@ -10,14 +11,24 @@
 
 namespace {
 
-void writeNames(const QStringList &names, bool asJson, Console &console)
+/// What can sign, and what was said about files that cannot or that others can read.
+struct Listing
+{
+    QStringList names;
+    QList<FileWarning> warnings;
+};
+
+void writeListing(const Listing &listing, bool asJson, Console &console)
 {
     if (asJson) {
-        console.writeJson({{QStringLiteral("identities"), QJsonArray::fromStringList(names)}});
-        return;
+        console.writeJson({{QStringLiteral("identities"), QJsonArray::fromStringList(listing.names)},
+                           {QStringLiteral("warnings"), warningsArray(listing.warnings)}});
+    } else {
+        for (const QString &name : listing.names)
+            console.out() << printableText(name) << '\n';
     }
-    for (const QString &name : names)
-        console.out() << printableText(name) << '\n';
+    for (const FileWarning &warning : listing.warnings)
+        console.warning(warning.file, warning.warning.text);
 }
 
 VerbSyntax identitiesSyntax()
@@ -31,13 +42,15 @@ VerbSyntax identitiesSyntax()
     return syntax;
 }
 
-Verdict listIdentities(QStringList &names)
+Verdict listIdentities(Listing &listing)
 {
     const QString command = QStringLiteral("/usr/bin/security");
     if (const Verdict problem = missingCommand({command}))
         return problem;
     QString failure;
-    names = CProfileGenerator::GetSignIDs(&failure);
+    QStringList remarks;
+    listing.names = CProfileGenerator::GetSignIDs(&failure, &remarks);
+    listing.warnings = identityWarnings(remarks);
     if (failure.isEmpty())
         return std::nullopt;
     return Problem{command, QStringLiteral("the identities cannot be listed (%1); check that the keychain is "
@@ -47,12 +60,12 @@ Verdict listIdentities(QStringList &names)
 
 int runIdentities(const VerbLine &line, Console &console)
 {
-    QStringList names;
-    if (const Verdict problem = listIdentities(names)) {
+    Listing listing;
+    if (const Verdict problem = listIdentities(listing)) {
         console.error(*problem);
         return ExitCode::refused;
     }
-    writeNames(names, line.isSet(QStringLiteral("json")), console);
+    writeListing(listing, line.isSet(QStringLiteral("json")), console);
     return ExitCode::done;
 }
 

@@ -223,12 +223,15 @@ Verdict ProfileJob::writeTo(const QString &path)
     return readBack(path);
 }
 
-Verdict ProfileJob::sign(const QString &path) const
+Verdict ProfileJob::sign(const QString &path)
 {
-    if (CProfileGenerator::SignProfile(path, m_request.signer))
-        return std::nullopt;
+    const bool isSigned = CProfileGenerator::SignProfile(path, m_request.signer);
     QString failure;
-    const QStringList identities = CProfileGenerator::GetSignIDs(&failure);
+    QStringList remarks;
+    const QStringList identities = CProfileGenerator::GetSignIDs(&failure, &remarks);
+    m_warnings += identityWarnings(remarks);
+    if (isSigned)
+        return std::nullopt;
     if (failure.isEmpty() && !identities.contains(m_request.signer))
         return Problem{m_request.signer, QStringLiteral("there is no signing identity of this name; \"pct "
                                                         "identities\" lists those that there are")};

@@ -53,7 +53,7 @@ private:
     Verdict readManaged(ManagedProfile::Outcome outcome, const QString &reason);
     void settleIdentity();
     Verdict writeTo(const QString &path);
-    Verdict sign(const QString &path) const;
+    Verdict sign(const QString &path);
     Verdict readBack(const QString &path);
 
     ProfileRequest m_request;

@@ -58,6 +58,8 @@ QJsonObject outcomeObject(const ProfileRequest &request, const Outcome &outcome)
 
 void writeOutcome(const ProfileRequest &request, const Outcome &outcome, bool asJson, Console &console)
 {
+    if (!outcome.problem)
+        console.setMade(request.output);
     if (asJson)
         console.writeJson(outcomeObject(request, outcome));
     else if (!outcome.problem)

@@ -24,8 +24,9 @@ public:
     static bool ImportProfile(EditorXmlData *data, bool bEditor);
 
     /// Names of the code-signing identities in the user's keychains, in the system's order. `problem` (may be
-    /// null) says in one line why they could not be listed, and becomes empty otherwise.
-    static QStringList GetSignIDs(QString *problem = nullptr);
+    /// null) says in one line why they could not be listed, and becomes empty otherwise. `remarks` (may be
+    /// null) gets the lines that the command had to say about identities nevertheless.
+    static QStringList GetSignIDs(QString *problem = nullptr, QStringList *remarks = nullptr);
 
     /// Replaces a profile by its signed form. False when the command or the check afterwards fails; the
     /// command may have left the file in any state then.

@@ -37,13 +37,15 @@ QStringList quotedNames(const QString &listing)
 
 } // namespace
 
-QStringList CProfileGenerator::GetSignIDs(QString *problem)
+QStringList CProfileGenerator::GetSignIDs(QString *problem, QStringList *remarks)
 {
     const CommandResult result = runSecurity({QStringLiteral("find-identity"), QStringLiteral("-v"),
                                               QStringLiteral("-p"), QStringLiteral("codesigning")});
     const QString failure = result.outputProblem();
     if (problem)
         *problem = failure;
+    if (remarks)
+        *remarks = saidOnError(result).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     if (failure.isEmpty())
         return quotedNames(QString::fromUtf8(result.standardOutput));
     warn(QStringLiteral("Failed to retrieve sign IDs."));

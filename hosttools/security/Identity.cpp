@@ -48,7 +48,8 @@ Certificate takeCertificateOf(EVP_PKEY *key, std::vector<Certificate> *certifica
 Identity identityOf(IdentityFile file)
 {
     if (!file.key)
-        throw Error("has no private key");
+        throw Error(file.keyIsLocked ? "its private key cannot be read; is PCT_IDENTITIES_PASSWORD right?"
+                                     : "has no private key");
     Identity identity;
     identity.certificate = takeCertificateOf(file.key.get(), &file.certificates);
     if (!identity.certificate)

@@ -59,6 +59,12 @@ void take(const StoredObject &object, IdentityFile *contents)
         contents->key.reset(OSSL_STORE_INFO_get1_PKEY(object.get()));
 }
 
+bool decryptionHasFailed()
+{
+    const int library = ERR_GET_LIB(ERR_peek_last_error());
+    return library == ERR_LIB_PKCS12 || library == ERR_LIB_EVP || library == ERR_LIB_PROV;
+}
+
 void takeAll(OSSL_STORE_CTX *store, IdentityFile *contents)
 {
     while (!OSSL_STORE_eof(store)) {
@@ -68,6 +74,7 @@ void takeAll(OSSL_STORE_CTX *store, IdentityFile *contents)
         else if (OSSL_STORE_error(store))
             break; // also how an ordinary file ends
     }
+    contents->keyIsLocked = !contents->key && decryptionHasFailed();
     if (contents->certificates.empty() && !contents->key)
         fail("cannot be read as an identity; is PCT_IDENTITIES_PASSWORD right?");
 }

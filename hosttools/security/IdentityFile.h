@@ -11,6 +11,7 @@ struct IdentityFile
     std::vector<OpenSsl::Certificate> certificates;
     OpenSsl::PrivateKey key; ///< null when the file has none; the first when it has several
     bool readableByOthers = false;
+    bool keyIsLocked = false; ///< there is no key because the password does not fit
 
     /// Reads PEM, DER or PKCS#12; what is encrypted is tried with no password and then with that of
     /// PCT_IDENTITIES_PASSWORD. Nobody is ever asked for one. Throws FlatPkg::Error without the path.

@@ -39,6 +39,8 @@ private slots:
     void wrongUsageIsOneLineAndExitCode2_data();
     void wrongUsageIsOneLineAndExitCode2();
     void fullStandardOutputIsAFailure();
+    void aResultThatCannotBeToldIsMadeNevertheless_data();
+    void aResultThatCannotBeToldIsMadeNevertheless();
     void closedStandardOutputIsAFailure();
     void aReaderThatGoesAwayIsAFailure();
     void controlCharactersInNamesAreMadeVisible();
@@ -179,6 +181,34 @@ void tst_PctCommandLine::fullStandardOutputIsAFailure()
     QCOMPARE(result.exitCode, 1);
     QCOMPARE(result.messages().size(), 1);
     QVERIFY2(result.err.startsWith("pct: standard output: "), result.err.constData());
+}
+
+void tst_PctCommandLine::aResultThatCannotBeToldIsMadeNevertheless_data()
+{
+    QTest::addColumn<QString>("command");
+    for (const QString &option : {QString(), text(" --json")}) {
+        QTest::addRow("build%s", qPrintable(option)) << text("build --input in.pkg") + option;
+        QTest::addRow("profile%s", qPrintable(option)) << text("profile") + option;
+    }
+}
+
+void tst_PctCommandLine::aResultThatCannotBeToldIsMadeNevertheless()
+{
+    if (!QFileInfo::exists(text("/dev/full")))
+        QSKIP("this system has no device that is always full");
+    QFETCH(QString, command);
+    const PctRunner runner;
+    const QString made = runner.file(text("made"));
+    runner.samplePackage(true, text("in.pkg"));
+    const PctResult result =
+        runInShell(runner, text("cd '%1'; \"$0\" %2 --product editor --output '%3' > /dev/full")
+                               .arg(runner.file(QString()), command, made));
+    QCOMPARE(result.exitCode, 1);
+    QCOMPARE(result.messages().last(),
+             text("pct: standard output: No space left on device, but %1 was made; write to a place that has "
+                  "room")
+                 .arg(made));
+    QVERIFY(QFileInfo(made).size() > 0);
 }
 
 void tst_PctCommandLine::closedStandardOutputIsAFailure()

@@ -28,6 +28,8 @@ class tst_PctSigning : public QObject
 private slots:
     void identitiesAreListedByName();
     void withoutIdentitiesTheListIsEmpty();
+    void whatIsWrongWithAnIdentityIsPassedOn_data();
+    void whatIsWrongWithAnIdentityIsPassedOn();
     void identitiesThatCannotBeListedAreAFailure_data();
     void identitiesThatCannotBeListedAreAFailure();
     void aMissingSecurityCommandIsNamed();
@@ -64,6 +66,59 @@ void tst_PctSigning::withoutIdentitiesTheListIsEmpty()
     QCOMPARE(listed.exitCode, 0);
     QCOMPARE(listed.out + listed.err, QByteArray());
     QVERIFY(runner.run({text("identities"), text("--json")}).json().value(text("identities")).isArray());
+}
+
+void tst_PctSigning::whatIsWrongWithAnIdentityIsPassedOn_data()
+{
+    QTest::addColumn<QString>("change"); // of key.pem and certificate.pem in the folder of the identities
+    QTest::addColumn<QByteArray>("said");
+    QTest::newRow("wrong password for the key")
+        << text("openssl pkey -in key.pem -aes256 -passout pass:right > "
+                "locked.key; cat certificate.pem locked.key > other.pem")
+        << QByteArray("other.pem: its private key cannot be read; is "
+                      "PCT_IDENTITIES_PASSWORD right?; it is left out");
+    QTest::newRow("wrong password for all of it")
+        << text(
+               "openssl pkcs12 -export -in certificate.pem -inkey key.pem -passout pass:right -out other.p12")
+        << QByteArray("other.p12: cannot be read as an identity; is PCT_IDENTITIES_PASSWORD right?");
+    QTest::newRow("no key file") << text("cp certificate.pem other.crt")
+                                 << QByteArray(
+                                        "other.key: cannot be opened: No such file or directory; it is "
+                                        "left out");
+    QTest::newRow("key that others can read")
+        << text("cat key.pem certificate.pem > other.pem; chmod 644 other.pem")
+        << QByteArray("other.pem: others can read this private key; chmod 600 keeps it private");
+}
+
+void tst_PctSigning::whatIsWrongWithAnIdentityIsPassedOn()
+{
+    QFETCH(QString, change);
+    QFETCH(QByteArray, said);
+    ProfileRunner runner;
+    runner.addIdentity(text("Good"));
+    runner.addIdentity(text("Other"));
+    const QString folder = QFileInfo(runner.identityFile(text("Other"))).path();
+    TestFiles::outputOf(text("sh"), {text("-ec"),
+                                     text("umask 077; cd \"$1\"; openssl pkey -in \"$2\" > key.pem\n"
+                                          "openssl x509 -in \"$2\" > certificate.pem; rm \"$2\"\n") +
+                                         change + text("\nrm -f key.pem certificate.pem locked.key"),
+                                     text("sh"), folder, runner.identityFile(text("Other"))});
+    runner.setEnvironment(text("PCT_IDENTITIES_PASSWORD"), text("wrong"));
+    const QByteArray start = "pct: security: warning: " + folder.toUtf8() + '/' + said;
+
+    const PctResult listed = runner.run({text("identities")});
+    QCOMPARE(listed.exitCode, 0);
+    QVERIFY(listed.out.startsWith("Good\n"));
+    QVERIFY2(listed.err.startsWith(start) && listed.messages().size() == 1, listed.err.constData());
+    const QJsonArray warnings =
+        runner.run({text("identities"), text("--json")}).json().value(text("warnings")).toArray();
+    QCOMPARE(warnings.size(), 1);
+    QCOMPARE(warnings.at(0).toObject().value(text("code")).toString(), text("signing-identity"));
+
+    const PctResult made = runner.makeProfile(true, {text("--sign"), text("Good")});
+    QCOMPARE(made.exitCode, 0);
+    QVERIFY2(made.err.startsWith(start) && made.messages().size() == 1, made.err.constData());
+    QVERIFY(!runner.verifiedContent(runner.output()).isEmpty());
 }
 
 void tst_PctSigning::identitiesThatCannotBeListedAreAFailure_data()
@@ -250,7 +305,8 @@ void tst_PctSigning::aSigningThatIsEndedLeavesNothing()
     runner.start(process,
                  runner.profileArguments(true, {text("--force"), text("--sign"), text("Pelix Deployment")}));
     QVERIFY(QTest::qWaitFor([&hanging] { return QFile::exists(hanging); }, 60000));
-    QCOMPARE(runner.files().size(), 2); // the output and the private folder beside it
+    QCOMPARE(runner.files(), QStringList{text("out.mobileconfig")});
+    QCOMPARE(runner.temporaryLeftovers().size(), 1); // the private folder, until the end
     ::kill(static_cast<pid_t>(process.processId()), signal);
     const PctResult result = PctRunner::waitFor(process);
     QCOMPARE(result.status, QProcess::CrashExit);
@@ -258,6 +314,7 @@ void tst_PctSigning::aSigningThatIsEndedLeavesNothing()
     QVERIFY2(result.err.endsWith(": interrupted; run it again\n"), result.err.constData());
     QCOMPARE(TestFiles::read(runner.output()), QByteArray("as it was"));
     QCOMPARE(runner.files(), QStringList{text("out.mobileconfig")});
+    QCOMPARE(runner.temporaryLeftovers(), QStringList());
 }
 
 QTEST_GUILESS_MAIN(tst_PctSigning)
