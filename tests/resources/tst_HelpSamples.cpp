@@ -62,9 +62,8 @@ QString canonical(const QDomElement &element)
 QDomDocument parsed(const QString &text)
 {
     QDomDocument document;
-    QString message;
-    if (!document.setContent(text, &message))
-        qWarning("%s: %s", qUtf8Printable(message), qUtf8Printable(text));
+    if (!document.setContent(text))
+        qWarning("not well formed: %s", qUtf8Printable(text));
     return document;
 }
 

@@ -90,7 +90,7 @@ bool isSharp(const QPixmap &pixmap)
 QPixmap pixmapOf(const QWidget &widget)
 {
     if (const auto *label = qobject_cast<const QLabel *>(&widget))
-        return label->pixmap(Qt::ReturnByValue);
+        return label->property("pixmap").value<QPixmap>();
     const auto *button = qobject_cast<const QAbstractButton *>(&widget);
     return button ? button->icon().pixmap(button->iconSize()) : QPixmap();
 }

@@ -155,7 +155,7 @@ private slots:
         const auto *info2 = qobject_cast<QLabel *>(child(*m_page, "info2"));
         for (const QLabel *icon : {info, info2}) {
             QVERIFY(icon);
-            QVERIFY(icon->pixmap(Qt::ReturnByValue).toImage() ==
+            QVERIFY(icon->property("pixmap").value<QPixmap>().toImage() ==
                     QPixmap(QStringLiteral(":/img/info.png")).toImage());
         }
         QVERIFY(info->toolTip().contains(
