@@ -4,10 +4,14 @@
 #include "cli/HostCommands.h"
 #include "cli/InputFile.h"
 #include "cli/PathRules.h"
+#include "cli/PrivateFolder.h"
 #include "cli/Product.h"
 #include "config/CCommon.h"
 #include "core/Command.h"
 #include "package/SourceDate.h"
+
+#include <QFile>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <cerrno>
@@ -47,11 +51,35 @@ Problem failure(const QString &package, const QString &what, const QString &caus
     return {package, what.arg(cause) + QStringLiteral("; ") + advice};
 }
 
+/// The package under a name that the system's command takes for one: it goes by the ending, we by the
+/// contents.
+class NamedPackage
+{
+public:
+    explicit NamedPackage(const QString &package)
+        : m_path(package)
+    {
+        if (package.endsWith(QLatin1String(".pkg")))
+            return;
+        m_folder.emplace();
+        const QString link = m_folder->filePath(QStringLiteral("package.pkg"));
+        if (QFile::link(QFileInfo(package).absoluteFilePath(), link))
+            m_path = link;
+    }
+
+    const QString &path() const { return m_path; }
+
+private:
+    QString m_path;
+    std::optional<PrivateFolder> m_folder;
+};
+
 /// What the package calls itself, or why that cannot be said.
 Verdict readPackageInfo(const QString &package, QString &info)
 {
-    const CommandResult result = Command::run(QStringLiteral("installer"),
-                                              {QStringLiteral("-pkginfo"), QStringLiteral("-pkg"), package});
+    const NamedPackage named(package);
+    const CommandResult result = Command::run(
+        QStringLiteral("installer"), {QStringLiteral("-pkginfo"), QStringLiteral("-pkg"), named.path()});
     info = QString::fromUtf8(result.standardOutput);
     if (result.succeeded())
         return std::nullopt;
@@ -115,7 +143,7 @@ Verdict installerProblem(const QString &package, const Product &product, const Q
     if (!problem)
         problem = fileProblem(package);
     QString cause;
-    if (!problem && !CCommon::CheckPkg(package, product.editor, &cause))
+    if (!problem && !CCommon::CheckPkg(NamedPackage(package).path(), product.editor, &cause))
         problem = explainRejection(package, product, cause);
     return problem;
 }
@@ -161,8 +189,9 @@ const Product *productOfInstaller(const QString &package, Verdict &problem)
     if (problem)
         return nullptr;
     QString cause;
+    const NamedPackage named(package);
     for (const bool editor : {true, false}) {
-        if (CCommon::CheckPkg(package, editor, &cause))
+        if (CCommon::CheckPkg(named.path(), editor, &cause))
             return &productOf(editor);
     }
     problem = explainRejection(package, cause);

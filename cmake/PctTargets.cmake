@@ -98,6 +98,34 @@ function(pct_add_test name)
         ENVIRONMENT_MODIFICATION "SOURCE_DATE_EPOCH=unset:;PCT_LANGUAGE=unset:")
 endfunction()
 
+# pct_add_apple_like_runs(TEST... [IN_PATH]): the same programs once more, over commands that are as unkind as Apple's;
+# with IN_PATH these and those of BSD also take the place of the shell's, for tests of scripts. Called where the tests are made.
+function(pct_add_apple_like_runs)
+    cmake_parse_arguments(ARG "IN_PATH" "" "" ${ARGN})
+    if(APPLE)
+        return()
+    endif()
+    set(commands "${CMAKE_SOURCE_DIR}/tests/support/apple-like")
+    set(modification "SOURCE_DATE_EPOCH=unset:;PCT_LANGUAGE=unset:")
+    if(ARG_IN_PATH)
+        list(APPEND modification "PATH=path_list_prepend:${commands}" "PATH=path_list_prepend:${commands}/shell")
+    endif()
+    foreach(name ${ARG_UNPARSED_ARGUMENTS})
+        get_test_property(${name} ENVIRONMENT environment)
+        get_test_property(${name} LABELS labels)
+        list(FILTER environment EXCLUDE REGEX "^PCT_HOSTTOOLS=")
+        set(command $<TARGET_FILE:${name}>)
+        if("gui" IN_LIST labels)
+            list(PREPEND command "${CMAKE_SOURCE_DIR}/scripts/with-display.sh")
+        endif()
+        add_test(NAME ${name}_apple_like COMMAND ${command})
+        set_tests_properties(${name}_apple_like PROPERTIES
+            TIMEOUT 1200 LABELS "${labels};apple-like"
+            ENVIRONMENT "${environment};PCT_HOSTTOOLS=${commands};APPLE_LIKE_REAL=${PCT_HOSTTOOLS_DIR}"
+            ENVIRONMENT_MODIFICATION "${modification}")
+    endforeach()
+endfunction()
+
 # All stand-ins together; empty on macOS, which has the commands themselves.
 add_custom_target(hosttools)
 

@@ -18,20 +18,26 @@ QString sampleName(bool editor)
     return editor ? QStringLiteral("Pelix PDF Editor.pkg") : QStringLiteral("Pelix PDF Reader.pkg");
 }
 
-/// The stand-ins; on a Mac, which has none, the commands that pct finds by their names.
+/// The commands that the tests are to run over: the stand-ins of the build folder, or others in their place.
+QString commandFolder()
+{
+    return qEnvironmentVariable("PCT_HOSTTOOLS", QStringLiteral(PCT_HOSTTOOLS_DIR));
+}
+
+/// These; on a Mac, which has none, the commands that pct finds by their names.
 QStringList toolNames()
 {
-    const QStringList standIns = QDir(QStringLiteral(PCT_HOSTTOOLS_DIR)).entryList(QDir::Files);
+    const QStringList standIns = QDir(commandFolder()).entryList(QDir::Files);
     if (!standIns.isEmpty())
         return standIns;
     return {QStringLiteral("ditto"), QStringLiteral("installer"), QStringLiteral("pkgutil"),
             QStringLiteral("sed"), QStringLiteral("xar")};
 }
 
-/// The stand-in of the build folder; on a Mac, the command itself.
+/// One of them; on a Mac, the command itself.
 QString realTool(const QString &name)
 {
-    const QString standIn = QStringLiteral(PCT_HOSTTOOLS_DIR "/") + name;
+    const QString standIn = commandFolder() + QLatin1Char('/') + name;
     return QFileInfo::exists(standIn) ? standIn : QStandardPaths::findExecutable(name);
 }
 
