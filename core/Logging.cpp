@@ -11,7 +11,8 @@ QtMessageHandler handlerBefore = nullptr;
 
 void logVisibly(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
-    handlerBefore(type, context, visibleLogText(text));
+    // What follows a line break must never look like a line of its own.
+    handlerBefore(type, context, visibleLines(text).replace(QLatin1Char('\n'), QLatin1String("\n    ")));
 }
 
 } // namespace

@@ -37,11 +37,10 @@ QString escaped(uint character)
     return character < 0x10000 ? hexadecimal("\\u", character, 4) : hexadecimal("\\U", character, 8);
 }
 
-QString escapedForLog(uint character)
+QString escapedInLine(uint character)
 {
-    if (character == '\n')
-        return QStringLiteral("\n    ");
-    return character == '\t' ? QStringLiteral("\t") : escaped(character);
+    const bool isLayout = character == '\n' || character == '\t';
+    return isLayout ? QString(QChar(static_cast<ushort>(character))) : escaped(character);
 }
 
 /// Inside of strings everything below the blank is written out already; outside it is layout.
@@ -93,9 +92,9 @@ QString visibleText(const QString &text)
     return withEscapes(text, escaped);
 }
 
-QString visibleLogText(const QString &text)
+QString visibleLines(const QString &text)
 {
-    return withEscapes(text, escapedForLog);
+    return withEscapes(text, escapedInLine);
 }
 
 QString visibleJson(const QString &json)

@@ -13,9 +13,8 @@ QString printableText(const QString &text);
 /// One line that can be read; a backslash stays one. For paths, and for messages that hold printable texts.
 QString visibleText(const QString &text);
 
-/// The same for a log: what follows a line break begins with blanks, so that it never looks like a line of
-/// its own.
-QString visibleLogText(const QString &text);
+/// The same with its line breaks and tabs as they are.
+QString visibleLines(const QString &text);
 
 /// A JSON document that says the same: what cannot be seen in its strings is written as \uHHHH.
 QString visibleJson(const QString &json);

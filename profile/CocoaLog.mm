@@ -14,6 +14,6 @@ void cocoaLog(NSString *format, ...)
     va_start(values, format);
     NSString *text = [[NSString alloc] initWithFormat:format arguments:values];
     va_end(values);
-    NSLog(@"%@", toNSString(visibleLogText(toQString(text))));
+    NSLog(@"%@", toNSString(visibleLines(toQString(text))));
     [text release];
 }

@@ -31,6 +31,7 @@ private slots:
     void aFlatteningThatMadeNothingFailsTheBuild();
     void theWorkFolderIsPrivateAndNamedAfterThePackage();
     void foldersThatTheirOwnerCannotChangeAreRemoved();
+    void namesThatAreNoTextAreRemoved();
 };
 
 void tst_PctTools::aToolThatDoesNotWorkFailsTheBuild_data()
@@ -179,6 +180,17 @@ void tst_PctTools::foldersThatTheirOwnerCannotChangeAreRemoved()
     runner.replaceTool(text("pkgutil"), "[ \"$1\" = --expand ] || exec \"$real\" \"$@\"\n"
                                         "mkdir -p \"$3/deep/deeper\"; : > \"$3/deep/deeper/file\"\n"
                                         "chmod 0 \"$3/deep/deeper\"; chmod 0500 \"$3/deep\"; exit 1");
+    const BuildCommand build{true, runner.samplePackage(true), runner.file(text("out.pkg")), {}};
+    QVERIFY(runner.run(build.arguments()).isOneLineRefusal());
+    QCOMPARE(runner.temporaryLeftovers(), QStringList());
+}
+
+void tst_PctTools::namesThatAreNoTextAreRemoved()
+{
+    const PctRunner runner;
+    runner.replaceTool(text("pkgutil"), "[ \"$1\" = --expand ] || exec \"$real\" \"$@\"\n"
+                                        "name=$(printf 'a\\377b'); mkdir -p \"$3/$name/$name\"\n"
+                                        ": > \"$3/$name/$name/$name\"; : > \"$3/$name/file\"; exit 1");
     const BuildCommand build{true, runner.samplePackage(true), runner.file(text("out.pkg")), {}};
     QVERIFY(runner.run(build.arguments()).isOneLineRefusal());
     QCOMPARE(runner.temporaryLeftovers(), QStringList());

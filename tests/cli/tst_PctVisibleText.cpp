@@ -95,11 +95,12 @@ void tst_PctVisibleText::theDebugLog()
     PctRunner runner;
     runner.setEnvironment(text("PCT_DEBUG"), text("1"));
     const BuildCommand build{
-        true, runner.samplePackage(true, hostileName()), runner.file(text("out.pkg")), {}};
+        true, runner.samplePackage(true, text("a\nline") + hostileName()), runner.file(text("out.pkg")), {}};
     const PctResult result = runner.run(build.arguments());
     QCOMPARE(result.exitCode, 0);
     QVERIFY2(isHarmless(result.err), result.err.constData());
     QVERIFY(result.err.contains("ExpandPkg qscmd:pkgutil --expand"));
+    QVERIFY(!result.err.contains("\nline"));
     QVERIFY(result.err.contains(visibleName));
 }
 

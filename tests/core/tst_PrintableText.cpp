@@ -41,9 +41,9 @@ private slots:
         QCOMPARE(visibleText(QStringLiteral("a\\b\x1b")), QStringLiteral("a\\b\\x1b"));
     }
 
-    void aLogLineIsContinuedBehindBlanks()
+    void linesStayLines()
     {
-        QCOMPARE(visibleLogText(QStringLiteral("a\nb\tc\x1b")), QStringLiteral("a\n    b\tc\\x1b"));
+        QCOMPARE(visibleLines(QStringLiteral("a\nb\tc\x1b")), QStringLiteral("a\nb\tc\\x1b"));
     }
 
     void jsonSaysTheSame()
