@@ -84,7 +84,7 @@ public:
     /// Flattens a folder into a package file.
     static bool FlattenUnPkg(QString srcDir, QString outPkg, QString *error = nullptr);
 
-    /// The product version that the postinstall script names, or empty.
+    /// The product version that the postinstall script names, or empty; see productVersion().
     static QString GetAppVersion(QString pkgDir, bool bEditor);
 
     // ---- Adding to an expanded package (package/CCommon_additions.cpp) ----

@@ -14,10 +14,15 @@ bool isHalf(const QString &text, int place)
 
 } // namespace
 
+bool isXmlUnit(const QString &text, int place)
+{
+    return isXmlCharacter(text.at(place)) && !isHalf(text, place);
+}
+
 bool isXmlText(const QString &text)
 {
     for (int place = 0; place < text.size(); ++place) {
-        if (!isXmlCharacter(text.at(place)) || isHalf(text, place))
+        if (!isXmlUnit(text, place))
             return false;
     }
     return true;
@@ -30,7 +35,7 @@ QString xmlText(const QString &text)
     QString kept;
     kept.reserve(text.size());
     for (int place = 0; place < text.size(); ++place) {
-        if (isXmlCharacter(text.at(place)) && !isHalf(text, place))
+        if (isXmlUnit(text, place))
             kept += text.at(place);
     }
     return kept;

@@ -12,8 +12,10 @@ inline bool isXmlCharacter(QChar c)
     return c.unicode() != 0x7f && c.unicode() != 0xfffe && c.unicode() != 0xffff;
 }
 
-/// Whether a document or profile can hold the text: all of it are such characters, and surrogates are in
-/// pairs.
+/// The same for the unit at a place of the text, which is not half a surrogate pair either.
+bool isXmlUnit(const QString &text, int place);
+
+/// Whether a document or profile can hold the text: all its units are such.
 bool isXmlText(const QString &text);
 
 /// The text without what keeps it from being XML text.

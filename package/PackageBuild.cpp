@@ -7,11 +7,13 @@
 #include "package/BuildPaths.h"
 #include "package/Failure.h"
 #include "package/Logging.h"
+#include "package/ReplacedDocument.h"
 #include "package/ScriptsFolder.h"
 #include "package/SourceDate.h"
 #include "package/StagedOutput.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
 
@@ -38,6 +40,15 @@ bool isSignedPackage(const QString &package)
 {
     const TransientFolder folder(QStringLiteral("pct-"));
     return folder.isValid() && isSigned(package, folder.path(), nullptr).value_or(false);
+}
+
+/// The settings that are about to be added are for nobody else on this machine.
+bool makePrivate(const QString &folder, QString *problem)
+{
+    if (!isRealFolder(folder, problem))
+        return false;
+    return QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner) ||
+           fail(problem, QStringLiteral("%1: cannot be closed to other users").arg(folder));
 }
 
 /// What the steps of one build share.
@@ -68,6 +79,7 @@ private:
     QString m_component;
     PackageInspection m_inspection;
     std::optional<qint64> m_sourceDate;
+    std::optional<ReplacedDocument> m_replacedDocument;
     bool m_wantsDefaultViewer = false;
     bool m_wantsIManageLogin = false;
 };
@@ -105,7 +117,7 @@ bool Build::expand(QString *problem)
     QString cause;
     const bool expanded = CCommon::ExpandPkg(m_files.input, m_plan.workFolder, &cause);
     *problem = cause;
-    return expanded && cause.isEmpty();
+    return expanded && cause.isEmpty() && makePrivate(m_plan.workFolder, problem);
 }
 
 bool Build::inspect(QString *problem)
@@ -126,8 +138,13 @@ bool Build::collectSettings(QString *)
     return true;
 }
 
+/// A kept document stays only when the whole build succeeds.
 bool Build::addDocument(QString *problem)
 {
+    if (!m_plan.documentPath.isEmpty())
+        *problem = m_replacedDocument.emplace(m_files.document).problem();
+    if (!problem->isEmpty())
+        return false;
     return CCommon::EditorXmlConfigfileToPkg(m_component, m_plan.editor, m_files.document, problem);
 }
 
@@ -167,9 +184,14 @@ bool Build::limitTimes(QString *problem)
 bool Build::flatten(QString *problem)
 {
     QString cause;
-    return flattenStaged(m_plan.workFolder, m_plan.editor, *m_output, problem) &&
-           checkFilesDiffer(m_files, problem) &&
-           (m_output->place(&cause) || fail(problem, m_files.output + QStringLiteral(": ") + cause));
+    if (!flattenStaged(m_plan.workFolder, m_plan.editor, *m_output, problem) ||
+        !checkFilesDiffer(m_files, problem))
+        return false;
+    if (!m_output->place(&cause))
+        return fail(problem, m_files.output + QStringLiteral(": ") + cause);
+    if (m_replacedDocument)
+        m_replacedDocument->forget();
+    return true;
 }
 
 bool Build::removeLeftovers(QString *)

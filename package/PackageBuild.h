@@ -58,8 +58,8 @@ QString defaultWorkFolder(const QString &inputPackage);
 std::vector<BuildStep> buildSteps(const BuildPlan &plan, BuildReport &report);
 
 /// Runs the steps up to the first that fails. Blocks on external commands; any thread. The output appears
-/// under its name only when it is complete; the input, and on failure an existing output, stay as they
-/// were. Only a real folder at `workFolder` is ever removed. After a failure the work folder is left.
-/// Builds that run at the same time need work folders and documents of their own. SOURCE_DATE_EPOCH limits
-/// the times in the output, see SourceDate.
+/// under its name only when it is complete; the input, and on failure an existing output and an existing file
+/// at `documentPath`, are as they were. Only a real folder at `workFolder` is ever removed; what it holds is
+/// for its user only. After a failure the work folder is left. Builds that run at the same time need work
+/// folders and documents of their own. SOURCE_DATE_EPOCH limits the times in the output, see SourceDate.
 BuildReport buildPackage(const BuildPlan &plan);

@@ -56,7 +56,7 @@ void inspectPostinstall(const QString &path, ScriptsInspection &inspection)
     inspection.postinstallPatched = isPatchedPostinstall(lines);
     inspection.postinstallProblem =
         inspection.postinstallPatched ? patchedBefore : patchProblem(text, patchPostinstallLines);
-    inspection.version = productVersion(text);
+    inspection.version = productVersion(text, &inspection.versionUnusable);
     inspection.documentSwitches = linesThatHold(QStringLiteral("editorXmlFileCopy=0"), lines);
     inspection.viewerSwitches = linesThatHold(QStringLiteral("setdefaultpdf=0"), lines);
     inspection.preferenceLists = linesThatHold(QStringLiteral("plistValue=\""), lines);
@@ -228,6 +228,10 @@ QList<BuildWarning> warningsAbout(const ScriptsInspection &scripts, bool wantsDe
         if (condition)
             warnings.append({code, text});
     };
+    warnIf(scripts.versionUnusable, QStringLiteral("version-unusable"),
+           QStringLiteral(
+               "postinstall names a version with characters that no document can hold, so it counts as "
+               "none"));
     warnIf(scripts.documentSwitches == 0, QStringLiteral("document-switch-missing"),
            missingSwitchText(QStringLiteral("editorXmlFileCopy=0"),
                              QStringLiteral("the settings are not installed")));

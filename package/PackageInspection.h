@@ -17,6 +17,7 @@ struct BuildWarning
 struct ScriptsInspection
 {
     QString version;                 ///< product version that postinstall names, may be empty
+    bool versionUnusable = false;    ///< it names one that no document can hold, which does not count
     bool customizedBefore = false;   ///< there is a "ProfStore.xml" already; a build would fail
     bool holdsViewerTool = false;    ///< there is a "duti" already; a build that adds one would fail
     QString preinstallProblem;       ///< why preinstall cannot be patched; empty when it can
@@ -43,9 +44,9 @@ ScriptsInspection inspectScripts(const QString &scripts);
 /// one, a preinstall, both regular files and no links. `problem` gets a clause: "its postinstall is a link".
 bool canBeBuiltOn(const QString &scripts, QString *problem);
 
-/// What will not work as asked for; empty when all will. The codes, in this order: "document-switch-missing",
-/// "viewer-switch-missing", "preference-list-missing", "preinstall-unpatched" and "postinstall-unpatched", or
-/// "preinstall-patched-before" and "postinstall-patched-before" in their place;
+/// What will not work as asked for; empty when all will. The codes, in this order: "version-unusable",
+/// "document-switch-missing", "viewer-switch-missing", "preference-list-missing", "preinstall-unpatched" and
+/// "postinstall-unpatched", or "preinstall-patched-before" and "postinstall-patched-before" in their place;
 /// the overload for a package begins with "signature-dropped".
 QList<BuildWarning> warningsAbout(const ScriptsInspection &scripts, bool wantsDefaultViewer,
                                   bool wantsIManageLogin);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "package/ProductVersion.h"
 
+#include "config/XmlText.h"
 #include "package/Logging.h"
 
 #include <optional>
@@ -26,22 +27,40 @@ QString shortened(const QString &version)
     return point > 0 ? version.left(2 * point) : version;
 }
 
+/// A document with other characters could not be read again.
+std::optional<QString> usable(const std::optional<QString> &version, bool *unusable)
+{
+    if (!version || isXmlText(*version))
+        return version;
+    *unusable = true;
+    return {};
+}
+
 QString logged(const QString &version)
 {
     qCDebug(logPackage).noquote() << QStringLiteral("version: ") + version;
     return version;
 }
 
-} // namespace
-
-QString productVersion(const QString &postinstall)
+QString firstVersion(const QString &postinstall, bool *unusable)
 {
     QString version;
-    if (const auto value = valueOf(QStringLiteral("bigversion="), postinstall))
+    if (const auto value = usable(valueOf(QStringLiteral("bigversion="), postinstall), unusable))
         version = logged(*value);
     if (!version.isEmpty())
         return version;
-    if (const auto value = valueOf(QStringLiteral("newVersion="), postinstall))
+    if (const auto value = usable(valueOf(QStringLiteral("newVersion="), postinstall), unusable))
         version = logged(shortened(*value));
+    return version;
+}
+
+} // namespace
+
+QString productVersion(const QString &postinstall, bool *unusable)
+{
+    bool found = false;
+    const QString version = firstVersion(postinstall, &found);
+    if (unusable)
+        *unusable = found;
     return version;
 }

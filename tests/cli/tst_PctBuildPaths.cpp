@@ -20,6 +20,12 @@ QByteArray encoded(const QString &path)
     return QFile::encodeName(path);
 }
 
+mode_t modeOf(const QString &path)
+{
+    struct stat status = {};
+    return ::stat(encoded(path).constData(), &status) == 0 ? status.st_mode & 07777 : 0;
+}
+
 } // namespace
 
 /// Which files `pct build` takes and which it never touches.
@@ -55,8 +61,10 @@ void tst_PctBuildPaths::anExistingOutputIsReplacedOnlyWithForce()
     QVERIFY2(refused.isOneLineRefusal() && refused.err.contains("--force"), refused.err.constData());
     QCOMPARE(TestFiles::read(build.output), QByteArray("as it was"));
     build.more = QStringList{text("--force")};
+    QCOMPARE(::chmod(encoded(build.output).constData(), 0640), 0);
     QCOMPARE(runner.run(build.arguments()).exitCode, 0);
     QVERIFY(TestFiles::read(build.output).startsWith("xar!"));
+    QCOMPARE(modeOf(build.output), mode_t(0640));
 }
 
 void tst_PctBuildPaths::anExistingKeptDocumentIsReplacedOnlyWithForce()
@@ -71,8 +79,10 @@ void tst_PctBuildPaths::anExistingKeptDocumentIsReplacedOnlyWithForce()
     QCOMPARE(TestFiles::read(kept), QByteArray("as it was"));
     QVERIFY(!QFile::exists(build.output));
     build.more.append(text("--force"));
+    QCOMPARE(::chmod(encoded(kept).constData(), 0604), 0);
     QCOMPARE(runner.run(build.arguments()).exitCode, 0);
     QVERIFY(TestFiles::read(kept).contains("<PelixPDFEditor "));
+    QCOMPARE(modeOf(kept), mode_t(0604));
 }
 
 void tst_PctBuildPaths::filesOfOneRunAreDifferent_data()

@@ -33,7 +33,10 @@ void tst_PctProfilePaths::anExistingOutputIsReplacedOnlyWithForce()
     const PctResult refused = runner.makeProfile(true);
     QVERIFY2(refused.isOneLineRefusal() && refused.err.contains("--force"), refused.err.constData());
     QCOMPARE(TestFiles::read(runner.output()), QByteArray("as it was"));
+    const QFile::Permissions mode = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther;
+    QVERIFY(QFile::setPermissions(runner.output(), mode));
     QCOMPARE(runner.makeProfile(true, {text("--force")}).exitCode, 0);
+    QCOMPARE(QFile::permissions(runner.output()) & 0x7077, mode);
     QCOMPARE(runner.propertyList(runner.output()).value(text("PayloadType")).toString(),
              text("Configuration"));
 }

@@ -6,6 +6,7 @@
 
 #include <QtTest>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <utility>
 
@@ -84,6 +85,56 @@ private slots:
         m_plan.collectSettings = [] { theEditorXmlData.bShowStartPage = true; };
         QVERIFY(builds());
         QVERIFY(withoutPage != TestFiles::read(at("kept.xml")));
+    }
+
+    void theExpandedPackageIsForItsUserOnly()
+    {
+        changeAfterExpansion("chmod 0777 .");
+        mode_t mode = 0;
+        m_plan.collectSettings = [&] {
+            struct stat status = {};
+            if (::stat(QFile::encodeName(m_plan.workFolder).constData(), &status) == 0)
+                mode = status.st_mode & 07777;
+        };
+        QVERIFY(builds());
+        QCOMPARE(mode, mode_t(0700));
+    }
+
+    void aKeptDocumentThatWasThereStaysWhenTheBuildFails_data()
+    {
+        QTest::addColumn<QByteArray>("script");
+        QTest::newRow("no package") << QByteArray("exit 1");
+        QTest::newRow("empty package") << QByteArray(": > \"$3\"");
+        QTest::newRow("the document is gone") << QByteArray("rm out/kept.xml; exit 1");
+    }
+
+    void aKeptDocumentThatWasThereStaysWhenTheBuildFails()
+    {
+        QFETCH(QByteArray, script);
+        keepADocument();
+        flattenWith(QByteArray(script).replace("out/", QFile::encodeName(at("out/"))));
+        struct stat before = {};
+        QCOMPARE(::stat(m_document.constData(), &before), 0);
+        QVERIFY(!builds());
+        QCOMPARE(m_report.failedStep, QStringLiteral("flatten the package"));
+        QCOMPARE(entriesOf("out"), QStringList{QStringLiteral("kept.xml")});
+        QCOMPARE(TestFiles::read(m_plan.documentPath), QByteArray("from before"));
+        struct stat after = {};
+        QCOMPARE(::stat(m_document.constData(), &after), 0);
+        QCOMPARE(after.st_ino, before.st_ino);
+        QCOMPARE(after.st_mode, before.st_mode);
+        QCOMPARE(after.st_mtime, before.st_mtime);
+    }
+
+    void aKeptDocumentThatWasThereIsReplacedWhenTheBuildSucceeds()
+    {
+        keepADocument();
+        QVERIFY(builds());
+        QVERIFY(TestFiles::read(m_plan.documentPath).contains("<PelixPDFEditor"));
+        struct stat status = {};
+        QCOMPARE(::stat(m_document.constData(), &status), 0);
+        QCOMPARE(status.st_mode & 07777, mode_t(0640));
+        QCOMPARE(entriesOf("out"), QStringList({QStringLiteral("%1 put.pkg"), QStringLiteral("kept.xml")}));
     }
 
     void anExpansionThatFailsFailsTheBuild_data()
@@ -295,6 +346,20 @@ private slots:
         QVERIFY(builds());
         QCOMPARE(TestFiles::read(m_plan.outputPackage), QByteArray("flat"));
     }
+
+private:
+    /// A document from before, of a mode and a time of its own.
+    void keepADocument()
+    {
+        m_plan.documentPath = at("out/kept.xml");
+        m_document = QFile::encodeName(m_plan.documentPath);
+        TestFiles::write(m_plan.documentPath, "from before");
+        const timespec times[] = {{1000000000, 0}, {1000000000, 0}};
+        QCOMPARE(::chmod(m_document.constData(), 0640), 0);
+        QCOMPARE(::utimensat(AT_FDCWD, m_document.constData(), times, 0), 0);
+    }
+
+    QByteArray m_document;
 };
 
 QTEST_GUILESS_MAIN(tst_BuildSteps)

@@ -69,6 +69,32 @@ private slots:
         QCOMPARE(scripts.preferenceLists, 1);
     }
 
+    void aVersionThatNoDocumentCanHoldIsNoneAndWarnedAbout_data()
+    {
+        QTest::addColumn<QByteArray>("lines");
+        QTest::addColumn<QString>("version");
+        QTest::newRow("control character") << QByteArray("bigversion=\"13\x01\"\n") << QString();
+        QTest::newRow("terminal's escape") << QByteArray("bigversion=\x1b[2J13\n") << QString();
+        QTest::newRow("noncharacter") << QByteArray("bigversion=13\xef\xbf\xbf\n") << QString();
+        QTest::newRow("the other one is fine")
+            << QByteArray("bigversion=13\x02\nnewVersion=13.1.9\n") << QStringLiteral("13.1");
+        QTest::newRow("newVersion") << QByteArray("newVersion=13.\x02\n") << QString();
+    }
+
+    void aVersionThatNoDocumentCanHoldIsNoneAndWarnedAbout()
+    {
+        QFETCH(QByteArray, lines);
+        QFETCH(QString, version);
+        const QByteArray switches = "\neditorXmlFileCopy=0\nsetdefaultpdf=0\nplistValue=\"\"\n";
+        TestFiles::write(at("Scripts/postinstall"), "#!/bin/sh\n" + lines + switches);
+        const ScriptsInspection scripts = inspectScripts(at("Scripts"));
+        QCOMPARE(scripts.version, version);
+        QCOMPARE(codesOf(warningsAbout(scripts, true, true)).first(), QStringLiteral("version-unusable"));
+        TestFiles::write(at("Scripts/postinstall"), "#!/bin/sh\nbigversion=13\n" + switches);
+        QVERIFY(!codesOf(warningsAbout(inspectScripts(at("Scripts")), true, true))
+                     .contains(QStringLiteral("version-unusable")));
+    }
+
     void missingSwitchesAreWarnedAboutOnlyWhenTheyAreWanted_data()
     {
         QTest::addColumn<bool>("viewer");

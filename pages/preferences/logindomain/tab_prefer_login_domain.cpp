@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "pages/preferences/logindomain/tab_prefer_login_domain.h"
 
+#include "pages/EnteredText.h"
 #include "pages/preferences/logindomain/LoginDomain.h"
 #include "ui_tab_prefer_login_domain.h"
 
@@ -15,6 +16,7 @@ tab_prefer_login_domain::tab_prefer_login_domain(QWidget *parent)
     , m_domains(new QStandardItemModel(0, 1, this))
 {
     m_ui->setupUi(this);
+    takeXmlTextOnly(m_ui->lineEdit_domain);
     m_domains->setHorizontalHeaderLabels({tr("Domain List")});
     m_ui->tableView_domains->setModel(m_domains);
     connect(m_ui->btn_add_domain, &QPushButton::clicked, this,

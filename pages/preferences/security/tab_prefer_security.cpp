@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "pages/preferences/security/tab_prefer_security.h"
 
+#include "pages/EnteredText.h"
 #include "pages/SharpPicture.h"
 #include "ui_tab_prefer_security.h"
 
@@ -9,6 +10,7 @@ tab_prefer_security::tab_prefer_security(QWidget *parent)
     , m_ui(std::make_unique<Ui::tab_prefer_security>())
 {
     m_ui->setupUi(this);
+    takeXmlTextOnly(m_ui->tt_defaultLaunchAttachmentPerms);
     for (QLabel *icon : {m_ui->info, m_ui->info2})
         showSharpPicture(icon, QStringLiteral(":/img/info.png"));
 }
@@ -22,6 +24,8 @@ void tab_prefer_security::setAttachmentMode(int mode)
 
 void tab_prefer_security::setFileTypes(const QString &list)
 {
+    // What was imported is shown as it stands.
+    const QSignalBlocker blocker(m_ui->tt_defaultLaunchAttachmentPerms);
     m_ui->tt_defaultLaunchAttachmentPerms->setPlainText(list);
 }
 
