@@ -102,7 +102,20 @@ Verdict ProfileJob::readSettings()
         return problem;
     m_settings = settingsForProduct(settings, m_request.product->editor);
     settleIdentity();
-    return std::nullopt;
+    return settingsProblem();
+}
+
+/// Only a profile can bring such characters; it is the source then, or is installed.
+Verdict ProfileJob::settingsProblem() const
+{
+    const QString name = unwritableSetting(m_settings);
+    if (name.isEmpty())
+        return std::nullopt;
+    return Problem{
+        m_request.source.isEmpty() ? QStringLiteral("profiles") : m_request.source,
+        QStringLiteral("its %1 holds control characters or others that can be written nowhere; correct "
+                       "it there")
+            .arg(name)};
 }
 
 Verdict ProfileJob::readConfig(EditorXmlData &settings)

@@ -52,6 +52,7 @@ private:
     Verdict readInstalled(EditorXmlData &settings);
     Verdict readManaged(ManagedProfile::Outcome outcome, const QString &reason);
     void settleIdentity();
+    Verdict settingsProblem() const;
     Verdict writeTo(const QString &path);
     Verdict sign(const QString &path);
     Verdict readBack(const QString &path);

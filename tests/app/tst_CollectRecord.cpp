@@ -2,14 +2,18 @@
 #include "app/DlgCustomizationTool_v2.h"
 #include "app/RegisterPages.h"
 #include "config/EditorXmlData.h"
+#include "config/RecordFields.h"
 #include "resources/Resources.h"
 #include "tests/app/FakeHandler.h"
 
 #include <QCheckBox>
 #include <QtTest>
 
+#include <functional>
+
 namespace {
 
+using Change = std::function<void(EditorXmlData &)>;
 using Handler = std::shared_ptr<FakeHandler>;
 
 /// A window with two fake pages.
@@ -34,6 +38,8 @@ EditorXmlData &record()
 
 } // namespace
 
+Q_DECLARE_METATYPE(Change)
+
 class tst_CollectRecord : public QObject
 {
     Q_OBJECT
@@ -48,6 +54,8 @@ private slots:
     }
 
     void everyRowEntersItsMember();
+    void aControlEntersItsMemberAlone_data();
+    void aControlEntersItsMemberAlone();
     void whatNoPageOffersBecomesFalseZeroOrEmpty();
     void theCheckPolicyFollowsTheIndex_data();
     void theCheckPolicyFollowsTheIndex();
@@ -108,6 +116,58 @@ void tst_CollectRecord::everyRowEntersItsMember()
     expected.bSetAsDefaultViewer = true;
     expected.payloadInfo.PayloadIdentifier = QStringLiteral("kept");
     QVERIFY(record() == expected);
+}
+
+void tst_CollectRecord::aControlEntersItsMemberAlone_data()
+{
+    QTest::addColumn<QString>("control");
+    QTest::addColumn<QVariant>("value");
+    QTest::addColumn<Change>("change");
+    const auto row = [](const char *control, const QVariant &value, const Change &change) {
+        QTest::newRow(control) << QString::fromLatin1(control) << value << change;
+    };
+    row("checkBox_showStartPg", true, [](auto &data) { data.bShowStartPage = true; });
+    row("checkBox_removeAdvertise", true, [](auto &data) { data.bRemoveAdvertise = true; });
+    row("cb_hidemyapps", true, [](auto &data) { data.bHideMyApps = true; });
+    row("cb_fileattachmentsMode", 2, [](auto &data) { data.nFileAttachmentsMode = 2; });
+    row("tt_defaultLaunchAttachmentPerms", QStringLiteral("version:1"),
+        [](auto &data) { data.strBuiltInPermList = QStringLiteral("version:1"); });
+    row("rb_disableopenfile_all", true, [](auto &data) { data.bDisableOpenFileAll = true; });
+    row("cb_aip_options", 2, [](auto &data) {
+        data.bMIPCheckPolicySet = true;
+        data.nMIPCheckPolicyOnDocSave = 1;
+    });
+    row("cb_auth_lib_options", 1, [](auto &data) { data.nAuthLibrary = 1; });
+    row("listWidget_pluginList", QStringLiteral("a.dylib;"),
+        [](auto &data) { data.strUnloadPluginArray = QStringLiteral("a.dylib;"); });
+    row("cb_UseExternalBrowserForSSO", true, [](auto &data) { data.bSupportExtSSO = true; });
+    row("cb_biManageLogin", true, [](auto &data) { data.bUseOAuth2 = true; });
+    row("cb_allowed_whitelist", true, [](auto &data) { data.strLoginDomain = QStringLiteral("1"); });
+    row("tableView_domains", QStringLiteral("@a.example"),
+        [](auto &data) { data.strLoginDomainList = QStringLiteral("@a.example"); });
+    row("cb_defaultpdf", true, [](auto &data) { data.bSetAsDefaultViewer = true; });
+}
+
+/// The only one that is not false, zero or empty.
+void tst_CollectRecord::aControlEntersItsMemberAlone()
+{
+    QFETCH(QString, control);
+    QFETCH(QVariant, value);
+    QFETCH(Change, change);
+    Fixture fixture;
+    fixture.first->m_values[control] = value;
+    record().payloadInfo.PayloadIdentifier = QStringLiteral("kept");
+    fixture.window.ReloadEditorXmlData();
+
+    EditorXmlData expected;
+    expected.bShowStartPage = false;
+    expected.nFileAttachmentsMode = 0;
+    expected.strLoginDomain = QStringLiteral("2");
+    expected.bSetAsDefaultViewer = false;
+    expected.payloadInfo.PayloadIdentifier = QStringLiteral("kept");
+    change(expected);
+    for (const RecordField &field : recordFields())
+        QVERIFY2(sameValue(field, record(), expected), field.name.data());
 }
 
 void tst_CollectRecord::whatNoPageOffersBecomesFalseZeroOrEmpty()

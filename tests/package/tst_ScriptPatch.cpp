@@ -3,6 +3,7 @@
 #include "tests/package/VendorScripts.h"
 #include "tests/support/TestFiles.h"
 
+#include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -114,15 +115,16 @@ private slots:
     void patchedScriptsAreSoundForBash_data()
     {
         QTest::addColumn<QByteArray>("script");
-        QTest::newRow("postinstall") << patchedPostinstall;
-        QTest::newRow("preinstall") << patchedPreinstall;
+        QTest::newRow("postinstall") << postinstallAfterPatch(VendorScripts::postinstall());
+        QTest::newRow("preinstall") << preinstallAfterPatch(VendorScripts::preinstall());
     }
 
     void patchedScriptsAreSoundForBash()
     {
         QFETCH(QByteArray, script);
-        TestFiles::write(path(), script);
-        TestFiles::outputOf(QStringLiteral("bash"), {QStringLiteral("-n"), path()});
+        QVERIFY(script.contains("NFSHomeDirectory"));
+        QVERIFY(isSoundForBash(script));
+        QVERIFY(!isSoundForBash(QByteArray(script).replace("exit 1\nfi\n", "exit 1\n")));
     }
 
     void otherLineEndsBecomeLineFeeds_data()
@@ -309,6 +311,12 @@ private:
     }
 
     QString path() const { return m_folder->filePath(QStringLiteral("script")); }
+
+    bool isSoundForBash(const QByteArray &script) const
+    {
+        TestFiles::write(path(), script);
+        return QProcess::execute(QStringLiteral("bash"), {QStringLiteral("-n"), path()}) == 0;
+    }
 
     QByteArray postinstallAfterPatch(const QByteArray &script)
     {
