@@ -58,7 +58,8 @@ bool ReplacedDocument::putBack() const
 {
     const SafeFile::Kind inTheWay = SafeFile::kindOf(m_path);
     return (inTheWay == SafeFile::Kind::File || inTheWay == SafeFile::Kind::Missing) &&
-           std::rename(QFile::encodeName(pathAside()).constData(), QFile::encodeName(m_path).constData()) == 0;
+           std::rename(QFile::encodeName(pathAside()).constData(), QFile::encodeName(m_path).constData()) ==
+               0;
 }
 
 QString ReplacedDocument::pathAside() const
