@@ -168,6 +168,11 @@ Verdict contentProblem(const QString &package, const ScriptsInspection &scripts,
 
 } // namespace
 
+Problem unreadableScripts(const QString &package, const QString &cause)
+{
+    return failure(package, QStringLiteral("its install scripts cannot be read (%1)"), cause);
+}
+
 InstallerCheck checkInstaller(const QString &package, const Product &product, const QString &emptyFolder,
                               bool makesDefaultViewer)
 {
@@ -179,7 +184,7 @@ InstallerCheck checkInstaller(const QString &package, const Product &product, co
     check.inspection = inspectPackage(package, product.editor, emptyFolder, &error);
     check.refusal = check.inspection
                         ? contentProblem(package, check.inspection->scripts, emptyFolder, makesDefaultViewer)
-                        : failure(package, QStringLiteral("its install scripts cannot be read (%1)"), error);
+                        : unreadableScripts(package, error);
     return check;
 }
 

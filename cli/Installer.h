@@ -22,5 +22,8 @@ struct InstallerCheck
 InstallerCheck checkInstaller(const QString &package, const Product &product, const QString &emptyFolder,
                               bool makesDefaultViewer);
 
+/// That the package's install scripts could not be read, with advice that fits the cause.
+Problem unreadableScripts(const QString &package, const QString &cause);
+
 /// The product whose installer the file is. Null, and a problem, when it is neither's.
 const Product *productOfInstaller(const QString &package, Verdict &problem);

@@ -40,9 +40,7 @@ Verdict readScripts(const QString &package, bool editor, const QString &folder, 
     scripts = extractScripts(package, editor, folder, &error);
     if (!scripts.isEmpty())
         return std::nullopt;
-    return Problem{package, QStringLiteral("its install scripts cannot be read (%1); give a package that "
-                                           "this tool has made")
-                                .arg(error)};
+    return unreadableScripts(package, error);
 }
 
 Verdict readPackagedDocument(const QString &package, const QString &document, SettingsFile &file)

@@ -52,6 +52,11 @@ private:
     QVector<QPair<QByteArray, QByteArray>> m_verified;  ///< path, SHA-1
 };
 
+bool everything(const QByteArray & /*path*/)
+{
+    return true;
+}
+
 /// How much the wanted members will take on the disk, in bytes.
 qint64 sizeOf(const XarReader &archive, const Filter &wanted)
 {
@@ -67,8 +72,9 @@ qint64 sizeOf(const XarReader &archive, const Filter &wanted)
 
 void Extraction::extract(const Filter &wanted)
 {
+    // Nothing is taken from a package of which the whole could not be.
+    requirePlausibleSize(sizeOf(m_archive, everything), m_archive.size());
     const qint64 total = sizeOf(m_archive, wanted);
-    requirePlausibleSize(total, m_archive.size());
     m_tree.requireSpaceFor(total);
     forEachEntry(m_archive.toc(), [&](const QByteArray &path, const TocEntry &entry) {
         Interrupt::check();
@@ -133,11 +139,6 @@ void Extraction::rememberDigests()
 bool isAtOrBelow(const QByteArray &path, const QByteArray &member)
 {
     return path == member || path.startsWith(QByteArray(member + '/'));
-}
-
-bool everything(const QByteArray & /*path*/)
-{
-    return true;
 }
 
 /// True for the members themselves, for what is in them and for the folders that they are in.

@@ -65,6 +65,7 @@ private slots:
     void whatABuildRefusesIsRefusedByTheCheck();
     void whatABuildAcceptsIsAcceptedByTheCheck_data();
     void whatABuildAcceptsIsAcceptedByTheCheck();
+    void ofHostilePackagesOnlyDamageInThePayloadPassesTheCheck();
     void aDefaultViewerToolIsInTheWayOnlyWhenOneIsAdded();
     void placesAndVariablesThatABuildRefusesAreRefused();
 };
@@ -124,6 +125,31 @@ void tst_PctVerdicts::whatABuildAcceptsIsAcceptedByTheCheck()
     QVERIFY2(checked.exitCode == 0, checked.err.constData());
     QVERIFY2(built.exitCode == 0, built.err.constData());
     QVERIFY(QFile::exists(runner.file(text("out.pkg"))));
+}
+
+/// The hostile packages of the stand-ins' tests, as installers of the Editor.
+void tst_PctVerdicts::ofHostilePackagesOnlyDamageInThePayloadPassesTheCheck()
+{
+    const PctRunner runner;
+    const QString maker = runner.file(text("maker.py"));
+    TestFiles::write(maker, TestFiles::read(text(PCT_MAKE_XAR_VARIANT))
+                                .replace("Sample Product", "Pelix PDF Editor")
+                                .replace("Sample.pkg", "Pelix_PDF_Editor.pkg"));
+    const QDir packages(runner.file(text("packages")));
+    QVERIFY(QDir().mkpath(packages.path()));
+    TestFiles::outputOf(text("/usr/bin/python3"), {maker, text("--all"), text("hostile"), packages.path()});
+    QStringList passed;
+    for (const QString &name : packages.entryList(QDir::Files)) {
+        if (check(runner, packages.filePath(name)).exitCode != 0)
+            continue;
+        QVERIFY2(build(runner, packages.filePath(name)).isOneLineRefusal(), qPrintable(name));
+        passed.append(name);
+    }
+    const QStringList damagedPayload{text("size-lies-larger"),    text("size-lies-smaller"),
+                                     text("stream-cut"),          text("stream-garbage"),
+                                     text("wrong-archived"),      text("wrong-extracted"),
+                                     text("wrong-extracted-gzip")};
+    QCOMPARE(passed, damagedPayload);
 }
 
 void tst_PctVerdicts::aDefaultViewerToolIsInTheWayOnlyWhenOneIsAdded()
