@@ -9,6 +9,8 @@
 #include <QPushButton>
 #include <QSplitter>
 #include <QStackedLayout>
+#include <QTableView>
+#include <QTextEdit>
 #include <QToolButton>
 #include <QtTest>
 
@@ -80,6 +82,7 @@ private slots:
     void aFileThatIsNoProfileChangesNothing_data();
     void aFileThatIsNoProfileChangesNothing();
     void theIdentityOfTheLoadedProfileIsKeptInTheNextSave();
+    void whatNoFileCanHoldIsShownAsItStandsAndSavedNowhere();
     void afterALoadTheFirstPageOfTheProductIsShown_data();
     void afterALoadTheFirstPageOfTheProductIsShown();
     void reloadingTheInformationFollowsItsButton();
@@ -251,6 +254,26 @@ void tst_ProfileFlowOpen::theIdentityOfTheLoadedProfileIsKeptInTheNextSave()
     m_flow->save(*m_window, {choose(m_flow->output()), read(&shown)});
     for (const char *key : {"PayloadIdentifier", "PayloadUUID"})
         QCOMPARE(valueIn(m_flow->output(), key), valueIn(profile, key));
+}
+
+/// Old-style lists can hold control characters, profiles and documents cannot.
+void tst_ProfileFlowOpen::whatNoFileCanHoldIsShownAsItStandsAndSavedNowhere()
+{
+    const QString path = m_flow->path("old.mobileconfig");
+    TestFiles::write(path, "{PayloadContent=({PayloadIdentifier=\"com.pelix-software.Pelix.PDF.Editor\";"
+                           "Preferences=({Preference={Text=DefaultLaunchAttachmentPerms;"
+                           "BuiltInPermList=\".a\001:3\";};},{Preference={Text=LoginDomainList;"
+                           "String=\"@a\002.example\";};});});}");
+    m_window->on_profileload(path);
+    const auto *fileTypes =
+        m_window->findChild<QTextEdit *>(QStringLiteral("tt_defaultLaunchAttachmentPerms"));
+    const auto *domains = m_window->findChild<QTableView *>(QStringLiteral("tableView_domains"));
+    QCOMPARE(fileTypes->toPlainText(), QStringLiteral(".a\u0001:3"));
+    QCOMPARE(domains->model()->index(0, 0).data().toString(), QStringLiteral("@a\u0002.example"));
+    ShownMessage shown;
+    m_flow->save(*m_window, {choose(m_flow->output()), read(&shown)});
+    QCOMPARE(shown.text, ProfileMessages::failed);
+    QVERIFY(!QFileInfo::exists(m_flow->output()));
 }
 
 void tst_ProfileFlowOpen::afterALoadTheFirstPageOfTheProductIsShown_data()
