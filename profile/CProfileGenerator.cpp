@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "profile/CProfileGenerator.h"
 
+#include "config/ConfigDocument.h"
 #include "core/SafeFile.h"
 #include "profile/ConfigGenerator.h"
 #include "profile/FreshUuid.h"
 #include "profile/LocalHostName.h"
 #include "profile/Logging.h"
 #include "profile/ProfileProduct.h"
-#include "profile/PropertyListInput.h"
 #include "profile/UserDefaults.h"
 
 #include <QFile>
@@ -21,12 +21,12 @@ bool warn(const QString &text)
     return false;
 }
 
-/// The text up to the first NUL. One byte more than may be read, so that a file that is too large is noticed
+/// The bytes up to the first NUL. One byte more than may be read, so that a file that is too large is noticed
 /// without reading all of it.
-QString firstText(QFile &file)
+QByteArray firstText(QFile &file)
 {
-    const QByteArray bytes = file.read(PropertyListInput::maximumBytes + 1);
-    return QString::fromUtf8(bytes.constData());
+    const QByteArray bytes = file.read(ConfigDocument::maximumImportBytes + 1);
+    return bytes.left(static_cast<int>(qstrlen(bytes.constData())));
 }
 
 } // namespace
@@ -57,8 +57,11 @@ bool CProfileGenerator::ImportProfile(const QString &path, EditorXmlData *data, 
     // Opening a named pipe would wait for its writer.
     if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly | QIODevice::Text))
         return warn(QStringLiteral("Failed to open file: ") + path);
+    const QByteArray text = firstText(file);
+    if (text.size() > ConfigDocument::maximumImportBytes)
+        return warn(QStringLiteral("Failed to parse profile : it is larger than 1 MiB"));
     QString error;
-    const auto result = ConfigGenerator::importText(firstText(file), *data, bEditor, error);
+    const auto result = ConfigGenerator::importText(QString::fromUtf8(text), *data, bEditor, error);
     if (result == ConfigGenerator::Import::Unreadable)
         return warn(QStringLiteral("Failed to parse profile : ") + error);
     return result == ConfigGenerator::Import::Filled;

@@ -17,7 +17,8 @@ public:
     static bool CreateProfile(const EditorXmlData *data, const QString &path, bool bEditor);
 
     /// Fills the record from an unsigned profile file. False, with the record as it was, when the file is
-    /// no profile of the product.
+    /// no profile of the product or, because the window waits for it, larger than
+    /// ConfigDocument::maximumImportBytes.
     static bool ImportProfile(const QString &path, EditorXmlData *data, bool bEditor);
 
     /// Fills the record from the product's profile that is installed on this machine.
