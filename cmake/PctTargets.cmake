@@ -18,7 +18,7 @@ if(PCT_CCACHE)
     # leave out the time at which it was made.
     target_compile_options(pct_build_options INTERFACE
         $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>
-        $<$<CXX_COMPILER_ID:AppleClang,Clang>:SHELL:-Xclang -fno-pch-timestamp>)
+        $<$<COMPILE_LANG_AND_ID:CXX,AppleClang,Clang>:SHELL:-Xclang -fno-pch-timestamp>)
 endif()
 
 # Precompiled headers are made once for each kind of target; one for each target would cost gigabytes.

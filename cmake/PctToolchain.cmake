@@ -28,3 +28,8 @@ if(PCT_SANITIZE)
     add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
     add_link_options(-fsanitize=address,undefined)
 endif()
+
+if(PCT_LIBFUZZER)
+    # The engine sees which lines of the C++ sources an input reaches. The Objective-C++ of GNUstep needs GCC.
+    add_compile_options($<$<COMPILE_LANG_AND_ID:CXX,Clang>:-fsanitize=fuzzer-no-link>)
+endif()

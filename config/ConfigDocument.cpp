@@ -64,8 +64,14 @@ QDomDocument ConfigDocument::fromRecord(bool editor, const QString &version)
     return document;
 }
 
-bool ConfigDocument::save(const QDomDocument &document, const QString &path, QString *error)
+QByteArray ConfigDocument::toXml(const QDomDocument &document, QString *error)
 {
     const QByteArray bytes = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n" + XmlMarkup::of(document, 4);
-    return readsBack(bytes, document, error) && SafeFile::replaceContents(path, bytes, error);
+    return readsBack(bytes, document, error) ? bytes : QByteArray();
+}
+
+bool ConfigDocument::save(const QDomDocument &document, const QString &path, QString *error)
+{
+    const QByteArray bytes = toXml(document, error);
+    return !bytes.isEmpty() && SafeFile::replaceContents(path, bytes, error);
 }

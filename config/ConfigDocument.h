@@ -3,6 +3,7 @@
 
 #include "config/XmlStream.h"
 
+#include <QByteArray>
 #include <QString>
 
 struct EditorXmlData;
@@ -26,9 +27,11 @@ void apply(const QDomDocument &document, EditorXmlData &data);
 /// The document of the live record for a product; `version` is the product's version.
 QDomDocument fromRecord(bool editor, const QString &version);
 
-/// Writes the document as UTF-8 with an XML declaration, an indent of 4 spaces and sorted attributes,
-/// so that equal documents are equal files. What load() would refuse or read otherwise is not written. The
-/// old file stays when that fails; a link or a special file at the path is refused.
+/// The document as UTF-8 with an XML declaration, an indent of 4 spaces and sorted attributes, so that equal
+/// documents are equal files. Empty for what load() would refuse or read otherwise.
+QByteArray toXml(const QDomDocument &document, QString *error = nullptr);
+
+/// Writes toXml(). The old file stays when that fails; a link or a special file at the path is refused.
 bool save(const QDomDocument &document, const QString &path, QString *error = nullptr);
 
 } // namespace ConfigDocument

@@ -1,7 +1,5 @@
 # Fuzz targets. With Clang, -DPCT_LIBFUZZER=ON links them to libFuzzer; otherwise each is a program that
 # takes files, and ctest runs it for a few seconds on mutations of its seeds that never change.
-option(PCT_LIBFUZZER "Link the fuzz targets to libFuzzer (needs Clang)" OFF)
-
 set(PCT_FUZZ_DIR "${CMAKE_CURRENT_LIST_DIR}")
 
 # pct_add_fuzz_target(NAME SOURCES file... LINK library... SEEDS folder MUTATIONS count)

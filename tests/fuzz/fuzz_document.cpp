@@ -3,28 +3,29 @@
 // again, and then stays the same.
 #include "config/ConfigDocument.h"
 #include "config/EditorXmlData.h"
+#include "config/XmlTree.h"
 #include "tests/fuzz/FuzzFile.h"
 
 #include <QDomDocument>
 
 namespace {
 
-bool readInto(const QString &path, EditorXmlData &settings)
+bool readInto(const QByteArray &xml, EditorXmlData &settings)
 {
     QDomDocument document;
-    if (!ConfigDocument::load(path, document))
+    if (!XmlTree::read(xml, document))
         return false;
     ConfigDocument::apply(document, settings);
     return true;
 }
 
-EditorXmlData writtenAndRead(const EditorXmlData &settings, const QString &path)
+EditorXmlData writtenAndRead(const EditorXmlData &settings)
 {
     theEditorXmlData = settings;
-    const bool saved =
-        ConfigDocument::save(ConfigDocument::fromRecord(true, QStringLiteral("2026.1.0")), path);
+    const QByteArray xml =
+        ConfigDocument::toXml(ConfigDocument::fromRecord(true, QStringLiteral("2026.1.0")));
     EditorXmlData result;
-    if (!saved || !readInto(path, result))
+    if (xml.isEmpty() || !readInto(xml, result))
         std::abort();
     return result;
 }
@@ -33,14 +34,12 @@ EditorXmlData writtenAndRead(const EditorXmlData &settings, const QString &path)
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char *bytes, std::size_t count)
 {
-    static const FuzzFile file;
     muteLog();
-    file.write(QByteArray(reinterpret_cast<const char *>(bytes), static_cast<int>(count)));
     EditorXmlData settings;
-    if (!readInto(file.path(), settings))
+    if (!readInto(QByteArray(reinterpret_cast<const char *>(bytes), static_cast<int>(count)), settings))
         return 0;
-    const EditorXmlData once = writtenAndRead(settings, file.path());
-    if (writtenAndRead(once, file.path()) != once)
+    const EditorXmlData once = writtenAndRead(settings);
+    if (writtenAndRead(once) != once)
         std::abort();
     return 0;
 }
