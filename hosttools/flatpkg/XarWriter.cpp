@@ -14,7 +14,13 @@ namespace FlatPkg {
 namespace {
 
 constexpr int headerSize = 28;
-constexpr qint64 pageSize = 4096;
+
+/// The kernel shares pages. It copies in pieces of 64 KiB, and each of them is one in memory only where it
+/// begins at a multiple of that, which a small member is not worth.
+qint64 alignmentFor(qint64 size)
+{
+    return size < worthRemembering ? 4096 : 64 * 1024;
+}
 constexpr quint32 sha1Number = 1;
 
 struct Member
@@ -123,18 +129,23 @@ void XarWriter::layOut()
     }
 }
 
+/// Blank lines can begin another stored block, which takes a few bytes itself: hence several tries, and a
+/// place farther behind when the one before cannot be met.
 void XarWriter::alignLargest()
 {
-    const qint64 lastOffset = m_members.empty() ? 0 : m_members.back().data->offset;
-    const auto misplacedBy = [&] {
+    const MemberData last = m_members.empty() ? MemberData() : *m_members.back().data;
+    const qint64 alignment = alignmentFor(last.size);
+    const auto place = [&] {
         m_heapOffset = headerSize + stored(tocText()).size();
-        return (m_heapOffset + lastOffset) % pageSize;
+        return m_heapOffset + last.offset;
     };
-    // Blank lines can begin another stored block, which takes a few bytes itself: hence a second try.
-    for (int tries = 0; tries < 2; ++tries)
-        if (const qint64 misplaced = misplacedBy())
-            m_padding += static_cast<int>(pageSize - misplaced);
-    static_cast<void>(misplacedBy());
+    const qint64 first = (place() + alignment - 1) / alignment * alignment;
+    for (int tries = 0; tries < 8; ++tries) {
+        const qint64 wanted = first + tries / 4 * alignment;
+        m_padding = static_cast<int>(std::max<qint64>(0, m_padding + wanted - place()));
+        if (place() == wanted)
+            return;
+    }
 }
 
 void XarWriter::writeMember(const Member &member)

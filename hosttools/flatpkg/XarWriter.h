@@ -23,9 +23,9 @@ using MemberSource = std::function<MemberBytes(const QByteArray &path)>;
 ///
 /// The form is the one that every known reader takes: a 28-byte header, a stored table of contents, its
 /// SHA-1 at offset 0 of the heap, members stored with SHA-1 checksums. The largest member comes last and
-/// starts on a page boundary (blank lines after the table of contents see to that), so that the kernel can
-/// share or copy whole pages. Throws Error, also when a member changes meanwhile; the file is then good for
-/// nothing.
+/// starts on a page boundary, from 1 MiB on at a multiple of 64 KiB (blank lines after the table of contents
+/// see to that), so that the kernel can share blocks and copy in large pieces. Throws Error, also when a
+/// member changes meanwhile; the file is then good for nothing.
 Toc writeXar(std::vector<TocEntry> entries, const MemberSource &source, int to);
 
 } // namespace FlatPkg

@@ -108,24 +108,29 @@ void tst_PkgutilFlatten::writesTheFormThatEveryReaderTakes()
 void tst_PkgutilFlatten::putsTheLargestMemberLastAndOnAPage_data()
 {
     QTest::addColumn<int>("members");
-    QTest::newRow("a short table of contents") << 1;
-    QTest::newRow("one that takes several stored blocks") << 400;
+    QTest::addColumn<int>("size");
+    QTest::addColumn<int>("alignment");
     // Padding that begins another stored block needs a second look.
-    for (int members = 100; members < 112; ++members)
-        QTest::addRow("about one stored block, %d members", members) << members;
+    for (const int members :
+         {1, 20, 50, 100, 101, 102, 103, 104, 105, 106, 107, 108, 109, 110, 111, 200, 400}) {
+        QTest::addRow("a small one after %d others", members) << members << 50000 << 4096;
+        QTest::addRow("a large one after %d others", members) << members << 1100000 << 65536;
+    }
 }
 
 void tst_PkgutilFlatten::putsTheLargestMemberLastAndOnAPage()
 {
     QFETCH(int, members);
+    QFETCH(int, size);
+    QFETCH(int, alignment);
     for (int i = 0; i < members; ++i)
         TestFiles::write(at("tree/Resources/") + QString::number(i), "resource");
-    TestFiles::write(at("tree/Sample.pkg/Payload"), "THE PAYLOAD" + QByteArray(50000, 'p'));
+    TestFiles::write(at("tree/Sample.pkg/Payload"), "THE PAYLOAD" + QByteArray(size, 'p'));
     tocOfTree();
     const QByteArray package = TestFiles::read(at("out.pkg"));
     const int payload = package.indexOf("THE PAYLOAD");
-    QCOMPARE(payload % 4096, 0);
-    QCOMPARE(payload + 50011, package.size());
+    QCOMPARE(payload % alignment, 0);
+    QCOMPARE(payload + 11 + size, package.size());
 }
 
 void tst_PkgutilFlatten::isReadByOtherArchivers()
