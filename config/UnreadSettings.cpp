@@ -56,6 +56,7 @@ private:
     bool readPlugin(const QDomElement &item);
     bool readInstallationOption(const QDomElement &item);
     bool readRibbon(const QDomElement &element);
+    bool readQuickAccessBar(const QDomElement &element);
     void requireAttributes(const QDomElement &element, const QStringList &known);
 
     std::array<Section, 5> m_sections;
@@ -69,7 +70,7 @@ Walk::Walk(const QDomElement &root)
     m_sections = {{section("Preferences", &Walk::readPreference), section("Plugins", &Walk::readPlugin),
                    section("Installation_Options", &Walk::readInstallationOption),
                    section("RibbonSetRibbonCategory", &Walk::readRibbon),
-                   section("RibbonSetTabElements", &Walk::readRibbon)}};
+                   section("RibbonSetTabElements", &Walk::readQuickAccessBar)}};
     requireAttributes(root,
                       {QStringLiteral("version"), QStringLiteral("Edition"), QStringLiteral("XMLversion")});
     visitChildren(root);
@@ -150,9 +151,25 @@ bool Walk::readInstallationOption(const QDomElement &item)
 
 bool Walk::readRibbon(const QDomElement &element)
 {
-    const bool isCategory = element.parentNode().nodeName() == QLatin1String("RibbonSetRibbonCategory");
-    const QString read = isCategory ? QStringLiteral("RibbonUI") : QStringLiteral("QuickAccessBar");
-    return element.tagName() == read && element.previousSiblingElement(read).isNull();
+    const QString tag = QStringLiteral("RibbonUI");
+    return element.tagName() == tag && element.previousSiblingElement(tag).isNull();
+}
+
+bool Walk::readQuickAccessBar(const QDomElement &element)
+{
+    const QString tag = QStringLiteral("QuickAccessBar");
+    if (element.tagName() != tag || !element.previousSiblingElement(tag).isNull())
+        return false;
+    requireAttributes(element, {});
+    for (QDomElement child = element.firstChildElement(); !child.isNull();
+         child = child.nextSiblingElement()) {
+        if (child.tagName() == QLatin1String("control"))
+            requireAttributes(child,
+                              {QStringLiteral("action"), QStringLiteral("page"), QStringLiteral("group")});
+        else
+            unread.append(described(child));
+    }
+    return true;
 }
 
 void Walk::requireAttributes(const QDomElement &element, const QStringList &known)

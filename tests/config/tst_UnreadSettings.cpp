@@ -84,6 +84,10 @@ void tst_UnreadSettings::tellsWhatNobodyReads_data()
         {});
     row("ribbon in the other's place", "<RibbonSetRibbonCategory><QuickAccessBar/></RibbonSetRibbonCategory>",
         {text("QuickAccessBar in RibbonSetRibbonCategory")});
+    row("quick-access bar with other elements and attributes",
+        "<RibbonSetTabElements><QuickAccessBar><Control action='a'/><control action='a' page='b' Group='c'/>"
+        "</QuickAccessBar></RibbonSetTabElements>",
+        {text("Control in QuickAccessBar"), text("attribute \"Group\" of control in QuickAccessBar")});
     row("quick-access bar without its section", "<QuickAccessBar><control/></QuickAccessBar>",
         {text("QuickAccessBar in Profstore")});
     row("quick-access bar a second time",
