@@ -4,6 +4,7 @@
 #include "cli/Product.h"
 #include "config/XmlStream.h"
 #include "core/SafeFile.h"
+#include "profile/SignedMessage.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -60,12 +61,6 @@ QByteArray beginningOf(const QString &path)
     return readable ? file.read(enoughForTheRootElement) : QByteArray();
 }
 
-/// A signed message is one ASN.1 sequence, too long for a length in one byte.
-bool startsAsSignedMessage(const QByteArray &start)
-{
-    return start.size() > 1 && start.at(0) == '\x30' && (start.at(1) & 0x80) != 0;
-}
-
 bool isDocumentRoot(const QString &name)
 {
     return findProduct(&Product::rootElement, name) != nullptr;
@@ -94,10 +89,11 @@ FileKind kindOfFile(const QString &path)
     const QByteArray start = beginningOf(path);
     if (start.startsWith("xar!"))
         return FileKind::Package;
-    if (startsAsSignedMessage(start) || start.startsWith("bplist"))
+    if (SignedMessage::isOne(start) || start.startsWith("bplist"))
         return FileKind::Profile;
     const QString root = XmlStream::rootName(start.trimmed());
-    if (root == QLatin1String("plist"))
+    // Property lists may lack their outermost element.
+    if (root == QLatin1String("plist") || root == QLatin1String("dict"))
         return FileKind::Profile;
     return isDocumentRoot(root) ? FileKind::Document : FileKind::Unknown;
 }

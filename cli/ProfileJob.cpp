@@ -19,6 +19,11 @@
 
 namespace {
 
+bool isKnown(const ProfileSigner &signer)
+{
+    return signer.isKnown;
+}
+
 bool isText(const RecordField &field)
 {
     return std::holds_alternative<QString EditorXmlData::*>(field.member);
@@ -134,12 +139,16 @@ Verdict ProfileJob::readConfig(EditorXmlData &settings)
     return std::nullopt;
 }
 
-Verdict ProfileJob::readSource(EditorXmlData &settings) const
+Verdict ProfileJob::readSource(EditorXmlData &settings)
 {
     SettingsFile file;
     if (Verdict problem = readProfileFile(m_request.source, file))
         return problem;
     settings = file.settings;
+    if (!std::all_of(file.signers.begin(), file.signers.end(), isKnown))
+        m_warnings.append({m_request.source,
+                           {QStringLiteral("signer-unknown"),
+                            QStringLiteral("is signed by %1").arg(signersText(file.signers))}});
     if (file.product == m_request.product)
         return std::nullopt;
     return Problem{m_request.source,
@@ -257,10 +266,10 @@ Verdict ProfileJob::readBack(const QString &path)
 {
     EditorXmlData settings = m_settings;
     bool editor = false;
-    QString signer;
-    const bool same = readProfile(path, settings, &editor, nullptr, &signer) &&
+    QList<ProfileSigner> signers;
+    const bool same = readProfile(path, settings, &editor, nullptr, &signers) &&
                       editor == m_request.product->editor && sameTexts(settings, m_settings) &&
-                      signer.isEmpty() == m_request.signer.isEmpty();
+                      signers.isEmpty() == m_request.signer.isEmpty();
     if (!same)
         return Problem{m_request.output,
                        QStringLiteral("the profile does not read back as it was written, so none was made; "

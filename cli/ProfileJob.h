@@ -48,7 +48,7 @@ private:
     Verdict write();
 
     Verdict readConfig(EditorXmlData &settings);
-    Verdict readSource(EditorXmlData &settings) const;
+    Verdict readSource(EditorXmlData &settings);
     Verdict readInstalled(EditorXmlData &settings);
     Verdict readManaged(ManagedProfile::Outcome outcome, const QString &reason);
     void settleIdentity();

@@ -25,7 +25,7 @@ bool loadDocument(const QString &path, const QString &subject, SettingsFile &fil
     const QString root = document.documentElement().tagName();
     file.product = findProduct(&Product::rootElement, root);
     if (!file.product) {
-        error = QStringLiteral("its root element is \"%1\"").arg(printableText(root.left(64)));
+        error = QStringLiteral("its root element is \"%1\"").arg(printableStart(root, 64));
         return false;
     }
     file.settings = EditorXmlData();
@@ -73,6 +73,16 @@ Verdict readPackage(const QString &path, SettingsFile &file)
     return problem;
 }
 
+QString signerText(const ProfileSigner &signer)
+{
+    const QString name = QStringLiteral("\"%1\"").arg(printableText(signer.name));
+    if (signer.isKnown)
+        return name;
+    if (signer.status.startsWith(QLatin1String("SigningCert")))
+        return name + QStringLiteral(", whose certificate has expired or is unknown to this system");
+    return QStringLiteral("%1, whose signature this system calls \"%2\"").arg(name, signer.status);
+}
+
 Verdict parseDocument(const QString &path, SettingsFile &file)
 {
     file.kind = QStringLiteral("document");
@@ -90,7 +100,7 @@ Verdict parseProfile(const QString &path, SettingsFile &file)
     file.settings = EditorXmlData();
     bool editor = false;
     QString error;
-    if (!readProfile(path, file.settings, &editor, &error, &file.signer))
+    if (!readProfile(path, file.settings, &editor, &error, &file.signers))
         return Problem{
             path,
             QStringLiteral("%1; give a profile of the Pelix PDF Editor or the Pelix PDF Reader").arg(error)};
@@ -110,6 +120,14 @@ Verdict readProfileFile(const QString &path, SettingsFile &file)
 {
     const Verdict problem = wrongFile(path, FileKind::Profile, QStringLiteral("a configuration profile"));
     return problem ? problem : parseProfile(path, file);
+}
+
+QString signersText(const QList<ProfileSigner> &signers)
+{
+    QStringList texts;
+    for (const ProfileSigner &signer : signers)
+        texts << signerText(signer);
+    return texts.join(QStringLiteral(" and by "));
 }
 
 Verdict readSettings(const QString &path, SettingsFile &file)

@@ -4,7 +4,9 @@
 #include "cli/FileWarning.h"
 #include "cli/Problem.h"
 #include "config/EditorXmlData.h"
+#include "profile/SignedMessage.h"
 
+#include <QList>
 #include <QString>
 
 struct Product;
@@ -12,11 +14,11 @@ struct Product;
 /// The settings that a file holds, over the defaults for what it does not mention.
 struct SettingsFile
 {
-    QString kind;   ///< "document", "profile" or "package"
-    QString signer; ///< who signed a profile; empty when nobody did, and for the other kinds
+    QString kind; ///< "document", "profile" or "package"
     const Product *product = nullptr;
     EditorXmlData settings;
     QList<FileWarning> warnings; ///< of what a document holds beside its settings
+    QList<ProfileSigner> signers; ///< of a profile; none when it is not signed, and for the other kinds
 };
 
 /// Reads a configuration document. A document whose root element is neither product's is refused.
@@ -24,6 +26,9 @@ Verdict readDocument(const QString &path, SettingsFile &file);
 
 /// Reads a configuration profile, signed or not, whoever signed it.
 Verdict readProfileFile(const QString &path, SettingsFile &file);
+
+/// Who signed a profile, for a message that begins "is signed by"; not empty. Names are printable in it.
+QString signersText(const QList<ProfileSigner> &signers);
 
 /// Reads a document, a profile or a customized package, whichever the file's contents say it is.
 Verdict readSettings(const QString &path, SettingsFile &file);

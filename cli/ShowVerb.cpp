@@ -22,6 +22,16 @@ QJsonObject settingsObject(const EditorXmlData &settings)
     return object;
 }
 
+QJsonArray signersArray(const QList<ProfileSigner> &signers)
+{
+    QJsonArray array;
+    for (const ProfileSigner &signer : signers)
+        array.append(QJsonObject{{QStringLiteral("name"), signer.name},
+                                 {QStringLiteral("status"), textOrNull(signer.status)},
+                                 {QStringLiteral("known"), signer.isKnown}});
+    return array;
+}
+
 QJsonObject fileObject(const SettingsFile &file)
 {
     QJsonObject object{{QStringLiteral("kind"), file.kind},
@@ -30,7 +40,9 @@ QJsonObject fileObject(const SettingsFile &file)
     insertWarnings(object, file.warnings);
     if (isProfile(file)) {
         object.insert(QStringLiteral("identity"), identityObject(file.settings.payloadInfo));
-        object.insert(QStringLiteral("signer"), textOrNull(file.signer));
+        object.insert(QStringLiteral("signer"),
+                      file.signers.isEmpty() ? QJsonValue() : QJsonValue(file.signers.first().name));
+        object.insert(QStringLiteral("signers"), signersArray(file.signers));
     }
     return object;
 }
@@ -56,10 +68,10 @@ QList<Console::Row> fileRows(const SettingsFile &file)
 
 QString signatureNote(const SettingsFile &file)
 {
-    if (file.signer.isEmpty())
+    if (file.signers.isEmpty())
         return QStringLiteral("is not signed");
-    return QStringLiteral("is signed by \"%1\"; whether that is to be trusted was not checked")
-        .arg(file.signer);
+    return QStringLiteral("is signed by %1; whether that is to be trusted was not checked")
+        .arg(signersText(file.signers));
 }
 
 void writeReadable(const QString &path, const SettingsFile &file, Console &console)

@@ -101,3 +101,11 @@ QString visibleJson(const QString &json)
 {
     return withEscapes(json, escapedForJson);
 }
+
+QString printableStart(const QString &text, int length)
+{
+    if (text.size() <= length)
+        return printableText(text);
+    const bool halvesPair = text.at(length - 1).isHighSurrogate();
+    return printableText(text.left(halvesPair ? length - 1 : length)) + QChar(0x2026);
+}

@@ -10,6 +10,9 @@
 /// One line from which the text can be told again: a backslash appears as two.
 QString printableText(const QString &text);
 
+/// The same of a text's start: of a longer one `length` UTF-16 units and an ellipsis.
+QString printableStart(const QString &text, int length);
+
 /// One line that can be read; a backslash stays one. For paths, and for messages that hold printable texts.
 QString visibleText(const QString &text);
 

@@ -29,8 +29,8 @@ public:
     /// null) gets the lines that the command had to say about identities nevertheless.
     static QStringList GetSignIDs(QString *problem = nullptr, QStringList *remarks = nullptr);
 
-    /// Replaces a profile by its signed form. False when the command or the check afterwards fails; the
-    /// command may have left the file in any state then.
+    /// Replaces a profile by its signed form: a message that verifies and whose content is the profile.
+    /// False, with the profile as it was, when that fails.
     static bool SignProfile(const QString &path, const QString &identity);
 
     /// Whether the file is a valid signed message.

@@ -2,7 +2,13 @@
 #include "profile/CProfileGenerator.h"
 
 #include "core/Command.h"
+#include "core/SafeFile.h"
+#include "profile/KeptFile.h"
 #include "profile/Logging.h"
+#include "profile/SignedMessage.h"
+
+#include <QFileInfo>
+#include <QTemporaryDir>
 
 namespace {
 
@@ -20,6 +26,63 @@ bool warn(const QString &text)
 QString saidOnError(const CommandResult &result)
 {
     return QString::fromUtf8(result.standardError);
+}
+
+CommandResult sign(const QString &identity, const QString &input, const QString &output)
+{
+    const CommandResult result =
+        runSecurity({QStringLiteral("cms"), QStringLiteral("-S"), QStringLiteral("-N"), identity,
+                     QStringLiteral("-i"), input, QStringLiteral("-o"), output});
+    if (!result.succeeded())
+        warn(QStringLiteral("Failed to sign profile: ") + saidOnError(result));
+    return result;
+}
+
+/// A signature can be good and belong to something else, to nothing for example.
+bool isSignedForm(const QString &path, const KeptFile &profile)
+{
+    const CommandResult decoded = SignedMessage::decoded(path, profile.bytes().size() + 1);
+    return (decoded.succeeded() && decoded.standardOutput == profile.bytes()) ||
+           warn(QStringLiteral("Profile signing failed: what was signed is not the profile."));
+}
+
+enum class InPlace {
+    Signed,
+    Refused, ///< the profile lies there unsigned, or the command was ended
+    Lost     ///< something else lies there
+};
+
+/// The command may open its output before it reads its input, which is the same file.
+InPlace signInPlace(const KeptFile &profile, const QString &path, const QString &identity)
+{
+    const CommandResult result = sign(identity, path, path);
+    if (!result.succeeded()) {
+        const bool ended = result.outcome != CommandResult::Outcome::Finished;
+        return ended || profile.isAt(path) ? InPlace::Refused : InPlace::Lost;
+    }
+    if (CProfileGenerator::CheckProfileSign(path))
+        return isSignedForm(path, profile) ? InPlace::Signed : InPlace::Lost;
+    warn(QStringLiteral("Profile signing failed."));
+    return InPlace::Lost;
+}
+
+/// Signs into another file, which takes the profile's place once it is known to be its signed form.
+bool signAside(const KeptFile &profile, const QString &path, const QString &identity)
+{
+    const QTemporaryDir folder;
+    const QString aside = folder.filePath(QFileInfo(path).fileName());
+    if (!folder.isValid() || !sign(identity, QFileInfo(path).absoluteFilePath(), aside).succeeded() ||
+        !isSignedForm(aside, profile))
+        return false;
+    QString error;
+    return SafeFile::replaceContents(path, KeptFile(aside).bytes(), &error) ||
+           warn(QStringLiteral("Profile signing failed: %1 cannot be written (%2)").arg(path, error));
+}
+
+bool putBack(const KeptFile &profile, const QString &path)
+{
+    QString error;
+    return profile.putAt(path, &error) || warn(QStringLiteral("%1 cannot be put back (%2)").arg(path, error));
 }
 
 /// The tool ends each identity line with the closing quote.
@@ -56,13 +119,16 @@ bool CProfileGenerator::SignProfile(const QString &path, const QString &identity
 {
     if (path.isEmpty() || identity.isEmpty())
         return warn(QStringLiteral("Invalid filepath or signID."));
-    const CommandResult result =
-        runSecurity({QStringLiteral("cms"), QStringLiteral("-S"), QStringLiteral("-N"), identity,
-                     QStringLiteral("-i"), path, QStringLiteral("-o"), path});
-    if (!result.succeeded())
-        return warn(QStringLiteral("Failed to sign profile: ") + saidOnError(result));
-    if (!CheckProfileSign(path))
-        return warn(QStringLiteral("Profile signing failed."));
+    const KeptFile profile(path);
+    if (!profile.isValid())
+        return warn(QStringLiteral("Failed to sign profile: %1 cannot be read").arg(path));
+    InPlace outcome = signInPlace(profile, path, identity);
+    if (outcome == InPlace::Lost && putBack(profile, path) && signAside(profile, path, identity))
+        outcome = InPlace::Signed;
+    if (outcome != InPlace::Signed) {
+        putBack(profile, path);
+        return false;
+    }
     qCDebug(logProfile, "Profile signed successfully.");
     return true;
 }

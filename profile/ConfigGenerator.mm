@@ -8,6 +8,7 @@
 #include "profile/InstalledProfile.h"
 #include "profile/PelixPDFConfigGenerator.h"
 #include "profile/ProfileProduct.h"
+#include "profile/PropertyListInput.h"
 #include "profile/PropertyListReader.h"
 #include "profile/PropertyListValues.h"
 
@@ -33,7 +34,7 @@ QString productProblem(NSDictionary *profile, bool &editor)
     if (editor || identifier == ProfileProduct::bundleIdentifier(false))
         return {};
     return QStringLiteral("is a profile of another application (\"%1\")")
-        .arg(printableText(identifier.left(100)));
+        .arg(printableStart(identifier, 100));
 }
 
 } // namespace
@@ -48,7 +49,12 @@ Import ConfigGenerator::importText(const QString &text, EditorXmlData &data, boo
 {
     const AutoreleaseScope scope;
     NSError *problem = nil;
-    NSDictionary *profile = readPropertyList(text.toUtf8(), &problem);
+    const QByteArray bytes = text.toUtf8();
+    if (PropertyListInput::formatOf(bytes) == PropertyListInput::Format::Binary) {
+        error = QStringLiteral("it is a binary property list; \"plutil -convert xml1\" makes it text");
+        return Import::Unreadable;
+    }
+    NSDictionary *profile = readPropertyList(bytes, &problem);
     if (profile == nil) {
         error = descriptionOf(problem);
         return Import::Unreadable;

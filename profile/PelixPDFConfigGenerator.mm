@@ -6,6 +6,7 @@
 #include "config/EditorXmlData.h"
 #include "config/RecordFields.h"
 #include "core/Command.h"
+#include "core/PrintableText.h"
 #include "profile/CocoaLog.h"
 #include "profile/InstalledProfile.h"
 #include "profile/ProfileDictionary.h"
@@ -21,6 +22,8 @@ using ConfigGenerator::EmptyPolicy;
 
 namespace
 {
+
+NSString *const noProfileInfo = @"no profile info";
 
 /// The system groups profiles by user and by computer.
 NSArray *ungrouped(NSDictionary *groups)
@@ -101,6 +104,26 @@ NSString *failureOf(const CommandResult &result)
     return toNSString(said ? QString::fromUtf8(result.standardError) : result.outputProblem());
 }
 
+/// On standard output, too, and with success, the command says that there is nothing or that it may not tell.
+bool saysThatNoneIsInstalled(const QString &output)
+{
+    return !output.startsWith(QLatin1Char('<')) &&
+           output.contains(QLatin1String("no configuration profiles"), Qt::CaseInsensitive);
+}
+
+/// Why output that came without a failure is no list; empty when it says that none is installed.
+QString problemOfOutput(const CommandResult &result, NSError *error)
+{
+    const QString output = QString::fromUtf8(result.standardOutput).trimmed();
+    if (saysThatNoneIsInstalled(output) || [noProfileInfo isEqual:[error localizedDescription]])
+        return {};
+    const QString lastLine = output.section(QLatin1Char('\n'), -1);
+    const bool isSentence = !output.isEmpty() && !output.startsWith(QLatin1Char('<'));
+    return QStringLiteral("the list that %1 printed cannot be read: %2")
+        .arg(result.program, isSentence ? printableStart(lastLine, 200)
+                                        : printableText(toQString([error localizedDescription])));
+}
+
 NSString *standardOutputOf(const CommandResult &result)
 {
     return toNSString(QString::fromUtf8(result.standardOutput));
@@ -132,8 +155,8 @@ NSString *standardOutputOf(const CommandResult &result)
         profiles = ungrouped(groups);
         if ([profiles count] > 0)
             return profiles;
-        problem = profileError(@"no profile info");
-        cocoaLog(@"no profile info");
+        problem = profileError(noProfileInfo);
+        cocoaLog(@"%@", noProfileInfo);
     }
     if (error)
         *error = problem;
@@ -157,8 +180,10 @@ NSString *standardOutputOf(const CommandResult &result)
     cocoaLog(@"profiles content:\n%@", standardOutputOf(result));
     NSError *error = nil;
     NSArray *profiles = [self parsePlistXML:standardOutputOf(result) error:&error];
-    if (profiles == nil)
+    if (profiles == nil) {
+        *problem = problemOfOutput(result, error);
         cocoaLog(@"Error parsing system profiles: %@", [error localizedDescription]);
+    }
     return profiles;
 }
 

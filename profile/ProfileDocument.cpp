@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "profile/ProfileDocument.h"
 
-#include "core/Command.h"
-#include "core/PrintableText.h"
 #include "profile/ConfigGenerator.h"
 #include "profile/PropertyListInput.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QRegularExpression>
+
+#include <utility>
 
 namespace {
 
@@ -37,24 +36,9 @@ bool readFile(const QString &path, QByteArray &bytes, QString &error)
     return true;
 }
 
-/// A signed message is one ASN.1 sequence, and no property list starts like that.
-bool isSignedMessage(const QByteArray &bytes)
-{
-    return bytes.size() > 1 && bytes.at(0) == '\x30' && (bytes.at(1) & 0x80) != 0;
-}
-
-CommandResult decode(const QString &path, const QStringList &options)
-{
-    // The command would take a name that starts with a dash for an option.
-    return Command::run(QStringLiteral("/usr/bin/security"),
-                        QStringList{QStringLiteral("cms"), QStringLiteral("-D")} + options +
-                            QStringList{QStringLiteral("-i"), QFileInfo(path).absoluteFilePath()},
-                        -1, PropertyListInput::maximumBytes);
-}
-
 bool readSignedContent(const QString &path, QByteArray &bytes, QString &error)
 {
-    const CommandResult decoded = decode(path, {});
+    const CommandResult decoded = SignedMessage::decoded(path, PropertyListInput::maximumBytes);
     if (!decoded.succeeded())
         return fail(error, QStringLiteral("is a damaged signed message (%1)").arg(decoded.problem()));
     if (decoded.truncated)
@@ -65,43 +49,50 @@ bool readSignedContent(const QString &path, QByteArray &bytes, QString &error)
     return true;
 }
 
-/// The command describes each signer in a header line like `SMIME: signer0.id="Jane Doe"; …`.
-QString signerOf(const QString &path)
+/// Not every system lets the decoding fail for a signature that does not fit.
+bool readSigners(const QString &path, QList<ProfileSigner> &signers, QString &error)
 {
-    const CommandResult headers =
-        decode(path, {QStringLiteral("-h"), QStringLiteral("1"), QStringLiteral("-n")});
-    static const QRegularExpression signerName(QStringLiteral("signer0\\.id=\"([^\"\\n]+)\""));
-    const QString name = signerName.match(QString::fromUtf8(headers.standardOutput)).captured(1);
-    return name.isEmpty() ? QStringLiteral("unknown signer") : printableText(name);
+    static const QStringList damaged{QStringLiteral("BadSignature"), QStringLiteral("DigestMismatch"),
+                                     QStringLiteral("MalformedSignature")};
+    signers = SignedMessage::signersOf(path);
+    if (signers.isEmpty())
+        signers.append({QStringLiteral("unknown signer"), QString(), true});
+    for (const ProfileSigner &signer : std::as_const(signers)) {
+        if (damaged.contains(signer.status))
+            return fail(error, QStringLiteral("is a damaged signed message (its signature is called %1)")
+                                   .arg(signer.status));
+    }
+    return true;
 }
 
-bool read(const QString &path, EditorXmlData &data, bool &editor, QString &error, QString &signer)
+bool read(const QString &path, EditorXmlData &data, bool &editor, QString &error,
+          QList<ProfileSigner> &signers)
 {
     QByteArray bytes;
     if (!readFile(path, bytes, error))
         return false;
-    if (isSignedMessage(bytes)) {
-        if (!readSignedContent(path, bytes, error))
+    if (SignedMessage::isOne(bytes)) {
+        if (!readSignedContent(path, bytes, error) || !readSigners(path, signers, error))
             return false;
-        signer = signerOf(path);
     }
     return ConfigGenerator::importAny(bytes, data, editor, error);
 }
 
 } // namespace
 
-bool readProfile(const QString &path, EditorXmlData &data, bool *isEditor, QString *error, QString *signer)
+bool readProfile(const QString &path, EditorXmlData &data, bool *isEditor, QString *error,
+                 QList<ProfileSigner> *signers)
 {
     bool editor = false;
     QString problem;
-    QString signedBy;
+    QList<ProfileSigner> signedBy;
     const bool success = read(path, data, editor, problem, signedBy);
     if (isEditor)
         *isEditor = editor;
     if (error)
         *error = problem;
-    if (signer)
-        *signer = signedBy;
+    if (signers)
+        *signers = signedBy;
     return success;
 }
 

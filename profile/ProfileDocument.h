@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "profile/SignedMessage.h"
+
+#include <QList>
 #include <QString>
 
 struct EditorXmlData;
@@ -13,12 +16,13 @@ struct EditorXmlData;
 /// record. On failure the record is as it was and `error` (may be null) gets one line without the file's
 /// name. `isEditor` (may be null) tells the product that the profile is for.
 ///
-/// `signer` (may be null) becomes empty for an unsigned profile. For a signed one it gets the name that the
-/// signature carries, not a proof of who that is, or "unknown signer" where the system does not tell.
+/// `signers` (may be null) becomes empty for an unsigned profile. For a signed one it gets everybody who
+/// signed it; their names are what the signatures carry, not a proof of who that is. Where the system does
+/// not tell, one is called "unknown signer".
 ///
 /// Runs /usr/bin/security for a signed profile and blocks until it ends.
 bool readProfile(const QString &path, EditorXmlData &data, bool *isEditor, QString *error,
-                 QString *signer = nullptr);
+                 QList<ProfileSigner> *signers = nullptr);
 
 /// Fills the record from the product's profile that is installed on this machine. False, with the record as
 /// it was, when there is none; `problem` says in one line why the installed profiles could not be listed, and

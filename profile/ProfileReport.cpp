@@ -1,42 +1,58 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "profile/ProfileReport.h"
 
-#include "config/XmlTree.h"
 #include "profile/PropertyListInput.h"
 
-#include <QDomDocument>
 #include <QVariant>
+#include <QVector>
 
 namespace {
 
-QVariant valueOf(const QDomElement &element);
-
-QVariantMap dictionaryOf(const QDomElement &element)
+/// Dictionaries, arrays and texts; all else is an invalid value.
+class VariantBuilder : public PropertyList::Sink
 {
-    QVariantMap values;
-    for (QDomElement key = element.firstChildElement(); !key.isNull();) {
-        const QDomElement value = key.nextSiblingElement();
-        values.insert(key.text(), valueOf(value));
-        key = value.nextSiblingElement();
+public:
+    const QVariant &result() const { return m_result; }
+
+    void beginDictionary() override { m_levels.append({true, {}, {}, {}}); }
+    void beginArray() override { m_levels.append({false, {}, {}, {}}); }
+
+    void end() override
+    {
+        const Level level = m_levels.takeLast();
+        add(level.isDictionary ? QVariant(level.map) : QVariant(level.list));
     }
-    return values;
-}
 
-QVariantList arrayOf(const QDomElement &element)
-{
-    QVariantList values;
-    for (QDomElement item = element.firstChildElement(); !item.isNull(); item = item.nextSiblingElement())
-        values.append(valueOf(item));
-    return values;
-}
+    void key(const QString &text) override { m_levels.last().key = text; }
 
-/// Dictionaries, arrays, and all else as text.
-QVariant valueOf(const QDomElement &element)
-{
-    if (element.tagName() == QLatin1String("dict"))
-        return dictionaryOf(element);
-    return element.tagName() == QLatin1String("array") ? QVariant(arrayOf(element)) : element.text();
-}
+    void scalar(const PropertyList::Scalar &value) override
+    {
+        const auto *text = std::get_if<QString>(&value);
+        add(text ? QVariant(*text) : QVariant());
+    }
+
+private:
+    struct Level
+    {
+        bool isDictionary = false;
+        QVariantMap map;
+        QVariantList list;
+        QString key;
+    };
+
+    void add(const QVariant &value)
+    {
+        if (m_levels.isEmpty())
+            m_result = value;
+        else if (m_levels.last().isDictionary)
+            m_levels.last().map.insert(m_levels.last().key, value);
+        else
+            m_levels.last().list.append(value);
+    }
+
+    QVector<Level> m_levels;
+    QVariant m_result;
+};
 
 QVariantList itemsOf(const QVariantMap &entry)
 {
@@ -85,13 +101,11 @@ void collect(const QVariantList &entries, QList<ProfileReport::Payload> &payload
 QList<ProfileReport::Payload> ProfileReport::payloads(const QByteArray &report, QString &problem)
 {
     QList<Payload> result;
-    QDomDocument document;
-    const QByteArray vetted = PropertyListInput::vetted(report, &problem);
-    if (!problem.isEmpty() || !XmlTree::read(vetted, document, &problem))
+    VariantBuilder builder;
+    if (!PropertyListInput::read(report, builder, problem))
         return result;
-    const QDomElement list = document.documentElement().firstChildElement();
-    if (list.tagName() == QLatin1String("array"))
-        collect(arrayOf(list), result);
+    if (builder.result().userType() == QMetaType::QVariantList)
+        collect(builder.result().toList(), result);
     else
         problem = QStringLiteral("it is no list of profiles");
     return result;

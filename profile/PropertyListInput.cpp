@@ -20,6 +20,13 @@ QByteArray withoutLead(const QByteArray &bytes)
     return bytes.mid(start);
 }
 
+QString sizeProblem(const QByteArray &bytes)
+{
+    if (bytes.size() <= PropertyListInput::maximumBytes)
+        return {};
+    return QStringLiteral("it is larger than %1 MiB").arg(PropertyListInput::maximumBytes / (1024 * 1024));
+}
+
 bool isUtf8(const QByteArray &bytes)
 {
     return QString::fromUtf8(bytes).toUtf8() == bytes;
@@ -42,26 +49,36 @@ QString problemOfOldStyle(const QByteArray &bytes)
     return {};
 }
 
-QByteArray vettedByFormat(const QByteArray &bytes, QString &problem)
+bool isXml(const QByteArray &bytes)
 {
-    if (bytes.startsWith('<'))
-        return XmlPropertyList::rewritten(bytes, problem);
-    problem =
-        BinaryPropertyList::isBinary(bytes) ? BinaryPropertyList::problemOf(bytes) : problemOfOldStyle(bytes);
-    return bytes;
+    // In UTF-16, too, with its mark or without.
+    return bytes.startsWith('<') || bytes.startsWith("\xff\xfe") || bytes.startsWith("\xfe\xff") ||
+           bytes.startsWith(QByteArray("\0<", 2));
 }
 
 } // namespace
 
-QByteArray PropertyListInput::vetted(const QByteArray &bytes, QString *error)
+PropertyListInput::Format PropertyListInput::formatOf(const QByteArray &bytes)
 {
-    QString problem;
-    QByteArray result;
-    if (bytes.size() > maximumBytes)
-        problem = QStringLiteral("it is larger than %1 MiB").arg(maximumBytes / (1024 * 1024));
-    else
-        result = vettedByFormat(withoutLead(bytes), problem);
-    if (error)
-        *error = problem;
-    return problem.isEmpty() ? result : QByteArray();
+    if (BinaryPropertyList::isBinary(bytes))
+        return Format::Binary;
+    return isXml(withoutLead(bytes)) ? Format::Xml : Format::OldStyle;
+}
+
+bool PropertyListInput::read(const QByteArray &bytes, PropertyList::Sink &sink, QString &problem)
+{
+    problem = sizeProblem(bytes);
+    if (!problem.isEmpty())
+        return false;
+    return formatOf(bytes) == Format::Binary ? BinaryPropertyList::read(bytes, sink, problem)
+                                             : XmlPropertyList::read(withoutLead(bytes), sink, problem);
+}
+
+QByteArray PropertyListInput::vettedOldStyle(const QByteArray &bytes, QString &problem)
+{
+    const QByteArray list = withoutLead(bytes);
+    problem = sizeProblem(bytes);
+    if (problem.isEmpty())
+        problem = problemOfOldStyle(list);
+    return problem.isEmpty() ? list : QByteArray();
 }

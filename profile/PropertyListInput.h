@@ -2,12 +2,15 @@
 #pragma once
 
 #include "config/XmlStream.h"
+#include "profile/PropertyListSink.h"
 
 #include <QByteArray>
 #include <QString>
 
-/// Looks at property-list data before Foundation sees it, because its parsers recurse without a limit,
-/// follow references in a circle and expand entities. One pass over the data; any thread.
+/// Property lists of any format and origin. Foundation's parsers recurse without a limit, follow references
+/// in a circle, differ in what they refuse, and one of them takes what it does not understand for nothing at
+/// all; so XML and binary lists are read here, and old-style ones looked at before Foundation sees them.
+/// Linear in time; any thread.
 namespace PropertyListInput {
 
 constexpr qint64 maximumBytes = XmlStream::maximumBytes;
@@ -15,10 +18,17 @@ constexpr int maximumDepth = XmlStream::maximumDepth;
 /// Each attribute of a settings tree takes a key and a string.
 constexpr int maximumNodes = 2 * XmlStream::maximumNodes;
 
-/// The same property list in a form that Foundation can be given: XML without a document type, comments,
-/// CDATA and foreign encodings; binary and old-style data as they are. White space and a byte order mark in
-/// front are dropped. Null when it breaks the limits or is not well-formed; `error` (optional) then
-/// says why in one line.
-QByteArray vetted(const QByteArray &bytes, QString *error = nullptr);
+enum class Format { Xml, Binary, OldStyle };
+
+/// What the bytes begin as. White space and a byte order mark may stand in front of text.
+Format formatOf(const QByteArray &bytes);
+
+/// Hands an XML or binary list to the sink. False, with `problem` set to one line, when it breaks the limits
+/// or is no sound list; what the sink has got is to be forgotten then.
+bool read(const QByteArray &bytes, PropertyList::Sink &sink, QString &problem);
+
+/// An old-style list in the form in which Foundation can be given it. Null, with `problem` set to one line,
+/// when it breaks the limits or is no text.
+QByteArray vettedOldStyle(const QByteArray &bytes, QString &problem);
 
 } // namespace PropertyListInput

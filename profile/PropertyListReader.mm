@@ -1,16 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "profile/PropertyListReader.h"
 
-#include "profile/FoundationEscapes.h"
 #include "profile/FoundationText.h"
 #include "profile/FoundationWarnings.h"
+#include "profile/PropertyListBuilder.h"
 #include "profile/PropertyListFoundation.h"
 #include "profile/PropertyListInput.h"
 #include "profile/PropertyListTexts.h"
 
 #include <QByteArray>
 
-namespace {
+namespace
+{
 
 NSDictionary *refused(NSString *problem, NSError **error)
 {
@@ -26,18 +27,13 @@ NSDictionary *readVetted(const QByteArray &bytes, NSError **error)
         [NSData dataWithBytes:bytes.constData() length:static_cast<NSUInteger>(bytes.size())], error);
 }
 
-NSDictionary *readVettedXml(const QByteArray &xml, NSError **error)
+NSDictionary *readOldStyle(const QByteArray &bytes, NSError **error)
 {
-    const QByteArray escaped = FoundationEscapes::escaped(QString::fromUtf8(xml)).toUtf8();
-    if (escaped.size() > 2 * PropertyListInput::maximumBytes)
-        return refused(@"it has too many backslashes and characters beyond the first plane", error);
-    NSDictionary *list = readVetted(escaped, error);
-    return escaped == xml ? list : changedTexts(list, FoundationEscapes::unescaped);
-}
-
-NSDictionary *readVettedOther(const QByteArray &bytes, NSError **error)
-{
-    NSDictionary *list = readVetted(bytes, error);
+    QString problem;
+    const QByteArray vetted = PropertyListInput::vettedOldStyle(bytes, problem);
+    if (!problem.isEmpty())
+        return refused(toNSString(problem), error);
+    NSDictionary *list = readVetted(vetted, error);
     if (hasOnlyTextKeys(list))
         return list;
     return refused(@"a key in it is no text", error);
@@ -47,11 +43,14 @@ NSDictionary *readVettedOther(const QByteArray &bytes, NSError **error)
 
 NSDictionary *readPropertyList(const QByteArray &bytes, NSError **error)
 {
+    if (PropertyListInput::formatOf(bytes) == PropertyListInput::Format::OldStyle)
+        return readOldStyle(bytes, error);
+    PropertyListBuilder builder;
     QString problem;
-    const QByteArray vetted = PropertyListInput::vetted(bytes, &problem);
-    if (problem.isEmpty())
-        return vetted.startsWith('<') ? readVettedXml(vetted, error) : readVettedOther(vetted, error);
-    return refused(toNSString(problem), error);
+    if (!PropertyListInput::read(bytes, builder, problem))
+        return refused(toNSString(problem), error);
+    id list = builder.result();
+    return [list isKindOfClass:[NSDictionary class]] ? list : refused(@"it is no dictionary", error);
 }
 
 NSDictionary *readPropertyListText(NSString *text, NSError **error)

@@ -1,112 +1,179 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "profile/XmlPropertyList.h"
 
-#include "config/XmlText.h"
+#include "config/XmlStream.h"
+#include "core/PrintableText.h"
 #include "profile/PropertyListInput.h"
+#include "profile/PropertyListScalars.h"
 
-#include <QXmlStreamReader>
-#include <QXmlStreamWriter>
+#include <QHash>
 
 #include <algorithm>
 
 namespace {
 
-/// Found before the XML reader works through what may be a hundred thousand declarations.
-bool declaresEntities(const QByteArray &xml)
+using PropertyList::Scalar;
+
+enum class Kind { Document, List, Dictionary, Array, Key, Text, Integer, Real, Date, Data, True, False };
+
+const QHash<QString, Kind> &kinds()
 {
-    const int start = xml.indexOf("<!DOCTYPE");
-    const int end = xml.indexOf('>', start);
-    return start >= 0 && xml.mid(start, end - start).contains('[');
+    static const QHash<QString, Kind> names{
+        {QStringLiteral("plist"), Kind::List},  {QStringLiteral("dict"), Kind::Dictionary},
+        {QStringLiteral("array"), Kind::Array}, {QStringLiteral("key"), Kind::Key},
+        {QStringLiteral("string"), Kind::Text}, {QStringLiteral("integer"), Kind::Integer},
+        {QStringLiteral("real"), Kind::Real},   {QStringLiteral("date"), Kind::Date},
+        {QStringLiteral("data"), Kind::Data},   {QStringLiteral("true"), Kind::True},
+        {QStringLiteral("false"), Kind::False}};
+    return names;
 }
 
-class Rewriting
+/// An element that has begun.
+struct Level
+{
+    Kind kind = Kind::Document;
+    bool wantsValue = false; ///< a dictionary behind a key
+    int values = 0;
+
+    bool isContainer() const { return kind <= Kind::Array; }
+    bool wantsKey() const { return kind == Kind::Dictionary && !wantsValue; }
+    bool isFull() const { return (kind == Kind::Document || kind == Kind::List) && values > 0; }
+};
+
+bool isBlank(const QString &text)
+{
+    return std::all_of(text.begin(), text.end(), [](QChar c) {
+        return c == QLatin1Char(' ') || c == QLatin1Char('\t') || c == QLatin1Char('\n') ||
+               c == QLatin1Char('\r');
+    });
+}
+
+/// Nothing when the text is no value of the kind.
+std::optional<Scalar> scalarOf(Kind kind, const QString &text)
+{
+    switch (kind) {
+    case Kind::Integer:
+        return PropertyListScalars::integer(text);
+    case Kind::Real:
+        return PropertyListScalars::real(text);
+    case Kind::Date:
+        return PropertyListScalars::date(text);
+    case Kind::Data:
+        return PropertyListScalars::data(text);
+    case Kind::True:
+    case Kind::False:
+        return text.isEmpty() ? std::optional<Scalar>(kind == Kind::True) : std::nullopt;
+    default:
+        return text;
+    }
+}
+
+class Reader : public XmlStream::Handler
 {
 public:
-    explicit Rewriting(const QByteArray &xml)
-        : m_reader(xml)
-        , m_writer(&m_result)
+    explicit Reader(PropertyList::Sink &sink)
+        : m_sink(sink)
     {
-        m_writer.writeStartDocument();
     }
 
-    QByteArray run(QString &problem)
+    QString documentType(const QString & /*name*/) override { return {}; }
+
+    QString startElement(const QString &name, const QVector<XmlStream::Attribute> & /*attributes*/) override
     {
-        while (!m_reader.atEnd()) {
-            problem = copy(m_reader.readNext());
-            if (!problem.isEmpty())
-                break;
-        }
-        if (m_reader.hasError())
-            problem = m_reader.errorString();
-        if (problem.isEmpty())
-            return m_result;
-        problem = QStringLiteral("line %1, column %2: %3")
-                      .arg(QString::number(m_reader.lineNumber()), QString::number(m_reader.columnNumber()),
-                           problem);
+        const auto kind = kinds().constFind(name);
+        if (kind == kinds().constEnd())
+            return QStringLiteral("property lists have no element \"%1\"").arg(printableStart(name, 64));
+        const QString problem = problemOf(*kind);
+        if (problem.isNull())
+            begin(*kind);
+        return problem;
+    }
+
+    QString endElement() override
+    {
+        const Level level = m_levels.takeLast();
+        if (level.kind == Kind::List)
+            return level.values == 0 ? QStringLiteral("the list holds no value") : QString();
+        if (level.wantsValue)
+            return QStringLiteral("a key has no value");
+        if (!level.isContainer())
+            return endScalar(level.kind);
+        m_sink.end();
         return {};
+    }
+
+    QString text(const QString &text) override
+    {
+        if (!m_levels.last().isContainer())
+            m_text += text;
+        else if (!isBlank(text))
+            return QStringLiteral("there is text between the elements");
+        return {};
+    }
+
+    QString comment(const QString & /*text*/) override { return interruption(); }
+
+    QString processingInstruction(const QString & /*target*/, const QString & /*data*/) override
+    {
+        return interruption();
     }
 
 private:
-    QString copy(QXmlStreamReader::TokenType token)
+    QString problemOf(Kind kind) const
     {
-        switch (token) {
-        case QXmlStreamReader::StartDocument:
-            return encodingProblem();
-        case QXmlStreamReader::StartElement:
-            return enterElement();
-        case QXmlStreamReader::Characters:
-            return copyText();
-        case QXmlStreamReader::EndElement:
-            --m_depth;
-            m_writer.writeEndElement();
-            return {};
-        default:
-            return {};
-        }
-    }
-
-    QString encodingProblem() const
-    {
-        const auto encoding = m_reader.documentEncoding();
-        const bool utf8 = encoding.isEmpty() ||
-                          encoding.compare(QLatin1String("UTF-8"), Qt::CaseInsensitive) == 0 ||
-                          encoding.compare(QLatin1String("US-ASCII"), Qt::CaseInsensitive) == 0;
-        return utf8 ? QString() : QStringLiteral("its encoding is not UTF-8");
-    }
-
-    QString enterElement()
-    {
-        if (++m_depth > PropertyListInput::maximumDepth)
-            return QStringLiteral("elements are nested deeper than %1").arg(PropertyListInput::maximumDepth);
-        if (++m_nodes > PropertyListInput::maximumNodes)
-            return QStringLiteral("more than %1 elements").arg(PropertyListInput::maximumNodes);
-        m_writer.writeStartElement(m_reader.name().toString());
+        const Level &outer = m_levels.last();
+        if (!outer.isContainer())
+            return QStringLiteral("an element stands inside a value");
+        if (outer.isFull())
+            return QStringLiteral("the list holds more than one value");
+        if (outer.wantsKey() && kind != Kind::Key)
+            return QStringLiteral("a value has no key");
         return {};
     }
 
-    QString copyText()
+    void begin(Kind kind)
     {
-        const auto text = m_reader.text();
-        if (!std::all_of(text.begin(), text.end(), isXmlCharacter))
-            return QStringLiteral("it holds control characters");
-        m_writer.writeCharacters(text.toString());
+        Level &outer = m_levels.last();
+        m_isKey = outer.wantsKey();
+        outer.wantsValue = outer.wantsKey();
+        ++outer.values;
+        m_levels.append({kind});
+        m_text.clear();
+        if (kind == Kind::Dictionary)
+            m_sink.beginDictionary();
+        else if (kind == Kind::Array)
+            m_sink.beginArray();
+    }
+
+    QString endScalar(Kind kind)
+    {
+        const std::optional<Scalar> value = scalarOf(kind, m_text);
+        if (!value)
+            return QStringLiteral("\"%1\" is not valid in <%2>")
+                .arg(printableStart(m_text, 64), kinds().key(kind));
+        if (m_isKey)
+            m_sink.key(m_text);
+        else
+            m_sink.scalar(*value);
         return {};
     }
 
-    QXmlStreamReader m_reader;
-    QByteArray m_result;
-    QXmlStreamWriter m_writer;
-    int m_depth = 0;
-    int m_nodes = 0;
+    QString interruption() const
+    {
+        return m_levels.last().isContainer() ? QString() : QStringLiteral("a value is interrupted");
+    }
+
+    PropertyList::Sink &m_sink;
+    QVector<Level> m_levels{Level()};
+    QString m_text; ///< of the value that has begun
+    bool m_isKey = false;
 };
 
 } // namespace
 
-QByteArray XmlPropertyList::rewritten(const QByteArray &xml, QString &problem)
+bool XmlPropertyList::read(const QByteArray &xml, PropertyList::Sink &sink, QString &problem)
 {
-    if (declaresEntities(xml)) {
-        problem = QStringLiteral("its document type declares entities or elements");
-        return {};
-    }
-    return Rewriting(xml).run(problem);
+    Reader reader(sink);
+    return XmlStream::read(xml, reader, &problem,
+                           {PropertyListInput::maximumBytes, PropertyListInput::maximumNodes});
 }

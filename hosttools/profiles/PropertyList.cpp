@@ -2,7 +2,9 @@
 #include "hosttools/profiles/PropertyList.h"
 
 #include "hosttools/flatpkg/Error.h"
+#include "hosttools/profiles/BinaryList.h"
 #include "hosttools/profiles/Contained.h"
+#include "hosttools/profiles/XmlList.h"
 
 #include <QXmlStreamReader>
 
@@ -26,7 +28,7 @@ Node parsed(const QByteArray &bytes)
 {
     plist_t node = nullptr;
     const auto size = static_cast<uint32_t>(bytes.size());
-    if (plist_is_binary(bytes.constData(), size))
+    if (BinaryList::isOne(bytes))
         plist_from_bin(bytes.constData(), size, &node);
     else
         plist_from_xml(bytes.constData(), size, &node);
@@ -54,7 +56,9 @@ void requireWellFormed(const QByteArray &xml)
 
 QByteArray checkedXml(const QByteArray &bytes)
 {
-    const Node node = parsed(bytes);
+    const bool isBinary = BinaryList::isOne(bytes);
+    const Node node =
+        parsed(isBinary ? BinaryList::withSoundTables(bytes) : XmlList::simplified(bytes, mostLevels));
     requireLevels(node.get(), mostLevels);
     const QByteArray xml = toXml(node.get());
     requireWellFormed(xml);

@@ -54,7 +54,7 @@ Identity identityOf(IdentityFile file)
     identity.certificate = takeCertificateOf(file.key.get(), &file.certificates);
     if (!identity.certificate)
         throw Error("has no certificate that belongs to its private key");
-    identity.name = commonName(identity.certificate.get());
+    identity.name = printable(commonName(identity.certificate.get()));
     if (identity.name.isEmpty())
         throw Error("its certificate has no common name");
     identity.fingerprint = fingerprintOf(identity.certificate.get());

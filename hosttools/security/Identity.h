@@ -10,7 +10,7 @@
 /// A certificate with its private key.
 struct Identity
 {
-    QByteArray name;        ///< the certificate's common name, as it is shown and asked for
+    QByteArray name;        ///< the certificate's common name, printable, as it is shown and asked for
     QByteArray fingerprint; ///< SHA-1 of the certificate, 40 upper-case hexadecimal digits
     OpenSsl::Certificate certificate;
     OpenSsl::PrivateKey key;

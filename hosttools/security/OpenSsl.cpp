@@ -37,7 +37,7 @@ QByteArray commonName(const X509 *certificate)
         return {};
     const QByteArray name(reinterpret_cast<const char *>(text), size);
     OPENSSL_free(text);
-    return FlatPkg::printable(name);
+    return name;
 }
 
 } // namespace OpenSsl

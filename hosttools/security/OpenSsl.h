@@ -28,7 +28,7 @@ using CmsMessage = std::unique_ptr<CMS_ContentInfo, Deleter<CMS_ContentInfo_free
 /// What has been written to a memory BIO.
 QByteArray bytesIn(BIO *memory);
 
-/// The certificate's common name with control characters made visible; empty when it has none.
+/// The certificate's common name as it is, in UTF-8; empty when it has none.
 QByteArray commonName(const X509 *certificate);
 
 } // namespace OpenSsl

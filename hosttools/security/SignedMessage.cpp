@@ -3,6 +3,8 @@
 
 #include "hosttools/flatpkg/Error.h"
 
+#include <openssl/err.h>
+
 using namespace FlatPkg;
 using namespace OpenSsl;
 
@@ -10,12 +12,14 @@ namespace SignedMessage {
 
 namespace {
 
-/// Frees the list alone: its certificates belong to the message.
+/// Frees a list alone: its certificates have other owners.
 struct ListDeleter
 {
     void operator()(STACK_OF(X509) * list) const { sk_X509_free(list); }
 };
 using CertificateList = std::unique_ptr<STACK_OF(X509), ListDeleter>;
+using CertificateStore = std::unique_ptr<X509_STORE, Deleter<X509_STORE_free>>;
+using Verification = std::unique_ptr<X509_STORE_CTX, Deleter<X509_STORE_CTX_free>>;
 
 Bio readerOf(const QByteArray &bytes)
 {
@@ -37,13 +41,43 @@ void requireSignedContent(CMS_ContentInfo *cms)
         throw Error("is a signature without its content");
 }
 
-QVector<QByteArray> signersOf(CMS_ContentInfo *cms)
+/// The certificates on a list, each owned once more.
+std::vector<Certificate> sharedOnes(const STACK_OF(X509) * list)
 {
-    QVector<QByteArray> names;
-    const CertificateList certificates(CMS_get0_signers(cms));
-    for (int i = 0; i < sk_X509_num(certificates.get()); ++i)
-        names.append(commonName(sk_X509_value(certificates.get(), i)));
-    return names;
+    std::vector<Certificate> certificates;
+    for (int i = 0; i < sk_X509_num(list); ++i) {
+        X509 *certificate = sk_X509_value(list, i);
+        X509_up_ref(certificate);
+        certificates.emplace_back(certificate);
+    }
+    return certificates;
+}
+
+std::vector<Certificate> signersOf(CMS_ContentInfo *cms)
+{
+    return sharedOnes(CertificateList(CMS_get0_signers(cms)).get());
+}
+
+std::vector<Certificate> certificatesIn(CMS_ContentInfo *cms)
+{
+    STACK_OF(X509) *list = CMS_get1_certs(cms);
+    std::vector<Certificate> certificates = sharedOnes(list);
+    sk_X509_pop_free(list, X509_free);
+    return certificates;
+}
+
+CertificateStore knownCertificates()
+{
+    CertificateStore store(X509_STORE_new());
+    X509_STORE_set_default_paths(store.get());
+    X509_STORE_set_flags(store.get(), X509_V_FLAG_PARTIAL_CHAIN);
+    QVector<QByteArray> unusable;
+    for (const Identity &identity : Identities::all(&unusable)) {
+        X509_STORE_add_cert(store.get(), identity.certificate.get());
+        for (const Certificate &certificate : identity.chain)
+            X509_STORE_add_cert(store.get(), certificate.get());
+    }
+    return store;
 }
 
 void addSigner(CMS_ContentInfo *cms, const Identity &identity, const EVP_MD *digest, unsigned flags)
@@ -66,7 +100,20 @@ Contents decoded(const QByteArray &message)
     constexpr unsigned flags = CMS_BINARY | CMS_NO_SIGNER_CERT_VERIFY;
     if (CMS_verify(cms.get(), nullptr, nullptr, nullptr, content.get(), flags) != 1)
         fail("has no good signature");
-    return {bytesIn(content.get()), signersOf(cms.get())};
+    return {bytesIn(content.get()), signersOf(cms.get()), certificatesIn(cms.get())};
+}
+
+bool isTrusted(X509 *signer, const Contents &contents)
+{
+    const CertificateList others(sk_X509_new_null());
+    for (const Certificate &certificate : contents.others)
+        sk_X509_push(others.get(), certificate.get());
+    const CertificateStore known = knownCertificates();
+    const Verification verification(X509_STORE_CTX_new());
+    const bool trusted = X509_STORE_CTX_init(verification.get(), known.get(), signer, others.get()) == 1 &&
+                         X509_verify_cert(verification.get()) == 1;
+    ERR_clear_error();
+    return trusted;
 }
 
 bool looksSigned(const QByteArray &bytes)

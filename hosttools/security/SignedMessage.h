@@ -3,7 +3,7 @@
 
 #include "hosttools/security/Identity.h"
 
-#include <QVector>
+#include <vector>
 
 /// CMS signed messages (RFC 5652) that carry their content. All of it throws FlatPkg::Error.
 namespace SignedMessage {
@@ -11,13 +11,16 @@ namespace SignedMessage {
 struct Contents
 {
     QByteArray bytes;
-    /// The common names of the signers. Their signatures are good; whether one should trust them
-    /// is a question of certificates that is not asked here.
-    QVector<QByteArray> signers;
+    std::vector<OpenSsl::Certificate> signers; ///< whose signatures are good; they may be anybody's
+    std::vector<OpenSsl::Certificate> others;  ///< certificates that came along
 };
 
 /// Takes a BER or DER message apart and checks every signature in it.
 Contents decoded(const QByteArray &message);
+
+/// Whether a signer's certificate is valid today and known: it, or who issued it by way of the others, is one
+/// of the user's identities or of the authorities that the system trusts.
+bool isTrusted(X509 *signer, const Contents &contents);
 
 /// Whether the bytes begin as a message does and not as any text.
 bool looksSigned(const QByteArray &bytes);

@@ -59,15 +59,20 @@ void sign(const Options &options)
     within(output, [&] { Document::replace(output, message); });
 }
 
-/// What -h puts in front of the content; a quotation mark in a name would end it early.
+/// What -h puts in front of the content. A name stands there as it is, even one that looks like more headers;
+/// so does the Mac's command.
 QByteArray headers(const SignedMessage::Contents &contents)
 {
     QByteArray text =
-        "SMIME: \tlevel=0.1; type=signedData; nsigners=" + QByteArray::number(contents.signers.size()) + "; ";
-    for (int i = 0; i < contents.signers.size(); ++i)
-        text += "\n\t\tsigner" + QByteArray::number(i) + ".id=\"" +
-                QByteArray(contents.signers.at(i)).replace('"', '\'') + "\"; signer" + QByteArray::number(i) +
-                ".status=GoodSignature; ";
+        "SMIME: \tlevel=0.1; type=signedData; nsigners=" + QByteArray::number(int(contents.signers.size())) +
+        "; ";
+    int number = 0;
+    for (const OpenSsl::Certificate &signer : contents.signers) {
+        const QByteArray word = "signer" + QByteArray::number(number++);
+        const bool trusted = SignedMessage::isTrusted(signer.get(), contents);
+        text += "\n\t\t" + word + ".id=\"" + OpenSsl::commonName(signer.get()) + "\"; " + word +
+                ".status=" + (trusted ? "GoodSignature" : "SigningCertNotTrusted") + "; ";
+    }
     return text + '\n';
 }
 

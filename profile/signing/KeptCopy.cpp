@@ -2,27 +2,8 @@
 #include "profile/signing/KeptCopy.h"
 
 #include "core/SafeFile.h"
+#include "profile/KeptFile.h"
 #include "profile/Logging.h"
-
-#include <QFile>
-
-namespace {
-
-/// A signing command may have removed the file or left something else in its place.
-bool replaceBy(const QString &copy, const QString &path, QString *error)
-{
-    QFile source(copy);
-    if (!source.open(QIODevice::ReadOnly)) {
-        *error = source.errorString();
-        return false;
-    }
-    if (SafeFile::kindOf(path) == SafeFile::Kind::Link)
-        QFile::remove(path);
-    return SafeFile::replaceContents(path, source.readAll(), error) &&
-           QFile::setPermissions(path, source.permissions());
-}
-
-} // namespace
 
 KeptCopy::KeptCopy(const QString &path)
     : m_path(path)
@@ -34,7 +15,7 @@ KeptCopy::KeptCopy(const QString &path)
 bool KeptCopy::putBack()
 {
     QString error;
-    if (replaceBy(m_copy, m_path, &error))
+    if (KeptFile(m_copy).putAt(m_path, &error))
         return true;
     m_folder.setAutoRemove(false);
     qCWarning(logProfile).noquote()

@@ -65,6 +65,8 @@ private slots:
     void theIdentitiesAreOffered();
     void signingReplacesTheProfileByItsSignedForm_data();
     void signingReplacesTheProfileByItsSignedForm();
+    void aCommandThatTruncatesItsOutputFirstSignsTheProfile();
+    void aSignedMessageThatIsNotTheProfileIsNoSuccess();
     void dontSignIsSilentAndLeavesTheUnsignedProfile();
     void closingTheSigningDialogIsSilentToo();
     void aSigningThatFailsLeavesTheUnsignedProfileAsItWas_data();
@@ -124,6 +126,30 @@ void tst_ProfileFlowSigning::signingReplacesTheProfileByItsSignedForm()
     QVERIFY(!TestFiles::read(m_flow->output()).startsWith("<?xml"));
     QCOMPARE(valueIn(contentOf(m_flow->output()), "PayloadIdentifier"),
              theEditorXmlData.payloadInfo.PayloadIdentifier);
+}
+
+void tst_ProfileFlowSigning::aCommandThatTruncatesItsOutputFirstSignsTheProfile()
+{
+    const OtherSecurity security(m_flow->path("tools/security"),
+                                 "test \"$2\" != -S || : > \"$8\"\nexec \"$real\" \"$@\"\n");
+    const auto window = m_flow->openWindow();
+    ShownMessage shown;
+    m_flow->save(*window, {choose(m_flow->output()), press(QStringLiteral("Sign")), read(&shown)});
+    QCOMPARE(shown.text, ProfileMessages::isSigned);
+    QCOMPARE(valueIn(contentOf(m_flow->output()), "PayloadIdentifier"),
+             theEditorXmlData.payloadInfo.PayloadIdentifier);
+}
+
+void tst_ProfileFlowSigning::aSignedMessageThatIsNotTheProfileIsNoSuccess()
+{
+    const OtherSecurity security(m_flow->path("tools/security"),
+                                 "test \"$2\" = -S || exec \"$real\" \"$@\"\n: > \"$0.empty\"\n"
+                                 "exec \"$real\" cms -S -N \"$4\" -i \"$0.empty\" -o \"$8\"\n");
+    const auto window = m_flow->openWindow();
+    ShownMessage shown;
+    m_flow->save(*window, {choose(m_flow->output()), press(QStringLiteral("Sign")), read(&shown)});
+    QCOMPARE(shown.text, ProfileMessages::notSigned);
+    QCOMPARE(valueIn(m_flow->output(), "PayloadIdentifier"), theEditorXmlData.payloadInfo.PayloadIdentifier);
 }
 
 void tst_ProfileFlowSigning::dontSignIsSilentAndLeavesTheUnsignedProfile()

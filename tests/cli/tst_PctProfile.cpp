@@ -69,9 +69,6 @@ private slots:
     void settingsOfASourceProfileAreKept();
     void theInstalledProfileIsTheSource();
     void theInstalledProfileIsFoundBehindMebibytesOfOthers();
-    void installedProfilesThatCannotBeListedAreAFailure_data();
-    void installedProfilesThatCannotBeListedAreAFailure();
-    void withoutAnInstalledProfileThereIsNoSource();
     void twoRunsDifferInTheInnerUuidOnly();
     void aProfileOfTheOtherProductIsRefused();
     void aProfileOfAnotherApplicationIsRefused();
@@ -221,46 +218,6 @@ void tst_PctProfile::theInstalledProfileIsFoundBehindMebibytesOfOthers()
     const PctResult made = runner.makeProfile(true, {text("--installed")});
     QVERIFY2(made.exitCode == 0 && made.err.isEmpty(), made.err.constData());
     QCOMPARE(stringIn(runner.propertyList(runner.output()), "PayloadUUID"), aUuid);
-}
-
-void tst_PctProfile::installedProfilesThatCannotBeListedAreAFailure_data()
-{
-    QTest::addColumn<QByteArray>("script");
-    QTest::addColumn<QByteArray>("cause");
-    QTest::newRow("crashed") << QByteArray("kill -9 $$") << QByteArray("was ended by a signal");
-    QTest::newRow("bad exit") << QByteArray("echo not now >&2; exit 3")
-                              << QByteArray("ended with exit code 3: not now");
-    QTest::newRow("too much") << QByteArray("head -c 34000000 /dev/zero")
-                              << QByteArray("printed more than 32 MiB");
-}
-
-void tst_PctProfile::installedProfilesThatCannotBeListedAreAFailure()
-{
-    QFETCH(QByteArray, script);
-    QFETCH(QByteArray, cause);
-    const ProfileRunner runner;
-    runner.replaceTool(text("profiles"), script);
-    const PctResult result = runner.makeProfile(true, {text("--installed")});
-    QVERIFY2(result.isOneLineRefusal() &&
-                 result.err.contains(QByteArray("cannot be listed (/usr/bin/profiles " + cause + ")")),
-             result.err.constData());
-    QVERIFY(!QFile::exists(runner.output()));
-}
-
-void tst_PctProfile::withoutAnInstalledProfileThereIsNoSource()
-{
-    const ProfileRunner runner;
-    const PctResult none = runner.makeProfile(true, {text("--installed")});
-    QVERIFY2(none.isOneLineRefusal() && none.err.contains("no profile of the Pelix PDF Editor"),
-             none.err.constData());
-    runner.install(knownProfile(runner, false));
-    const PctResult ofTheReader = runner.makeProfile(true, {text("--installed")});
-    QVERIFY2(ofTheReader.isOneLineRefusal(), ofTheReader.err.constData());
-    QVERIFY(!QFile::exists(runner.output()));
-    runner.removeTool(text("profiles"));
-    const PctResult missing = runner.makeProfile(true, {text("--installed")});
-    QVERIFY2(missing.isOneLineRefusal() && missing.err.contains("command was not found"),
-             missing.err.constData());
 }
 
 void tst_PctProfile::twoRunsDifferInTheInnerUuidOnly()

@@ -4,6 +4,8 @@
 
 #include <QtTest>
 
+#include <QJsonArray>
+
 namespace {
 
 QString text(const char *literal)
@@ -135,11 +137,9 @@ void tst_PctShowProfile::everyFormOfAProfileIsShown()
     TestFiles::write(path, content);
     const PctResult result = runner.run({text("show"), text("--json"), path});
     QVERIFY2(result.exitCode == 0 && result.err.isEmpty(), result.err.constData());
-    const QJsonObject expected{{text("kind"), text("profile")},
-                               {text("product"), text("editor")},
-                               {text("identity"), identityJson()},
-                               {text("signer"), QJsonValue()},
-                               {text("settings"), everySettingJson()}};
+    const QJsonObject expected{{text("kind"), text("profile")},    {text("product"), text("editor")},
+                               {text("identity"), identityJson()}, {text("signer"), QJsonValue()},
+                               {text("signers"), QJsonArray()},    {text("settings"), everySettingJson()}};
     QCOMPARE(result.json(), expected);
 }
 

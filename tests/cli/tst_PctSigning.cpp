@@ -37,6 +37,7 @@ private slots:
     void aSignedProfileIsVerifiedByOthers();
     void aSignedProfileCanBeASource();
     void aSignedProfileMayBeLargerThanAMebibyte();
+    void aCommandThatTruncatesItsOutputFirstSignsTheProfile();
     void anUnknownIdentityIsRefused();
     void aSigningThatFailsChangesNothing_data();
     void aSigningThatFailsChangesNothing();
@@ -225,6 +226,19 @@ void tst_PctSigning::aSignedProfileMayBeLargerThanAMebibyte()
              domains);
 }
 
+void tst_PctSigning::aCommandThatTruncatesItsOutputFirstSignsTheProfile()
+{
+    const ProfileRunner runner;
+    runner.addIdentity(text("Pelix Deployment"));
+    runner.replaceTool(text("security"), "[ \"$1 $2\" != 'cms -S' ] || : > \"${8}\"; exec \"$real\" \"$@\"");
+    const PctResult made = runner.makeProfile(
+        true, {text("--identifier"), text("a.b"), text("--sign"), text("Pelix Deployment")});
+    QVERIFY2(made.exitCode == 0 && made.err.isEmpty(), made.err.constData());
+    const QJsonObject profile = runner.propertyList(runner.verifiedContent(runner.output()));
+    QCOMPARE(profile.value(text("PayloadIdentifier")).toString(), text("a.b"));
+    QCOMPARE(runner.files(), QStringList{text("out.mobileconfig")});
+}
+
 void tst_PctSigning::anUnknownIdentityIsRefused()
 {
     const ProfileRunner runner;
@@ -277,9 +291,10 @@ void tst_PctSigning::anUnsignedResultOfASigningIsRefused()
 {
     const ProfileRunner runner;
     runner.addIdentity(text("Pelix Deployment"));
-    runner.replaceTool(text("security"), "exit 0");
+    runner.replaceTool(text("security"), "[ \"$1\" = cms ] || exec \"$real\" \"$@\"; exit 0");
     const PctResult result = runner.makeProfile(true, {text("--sign"), text("Pelix Deployment")});
-    QVERIFY2(result.isOneLineRefusal() && result.err.contains("does not read back"), result.err.constData());
+    QVERIFY2(result.isOneLineRefusal() && result.err.contains("signing with this identity failed"),
+             result.err.constData());
     QCOMPARE(runner.files(), QStringList());
 }
 

@@ -54,6 +54,23 @@ private slots:
         QCOMPARE(visible, QStringLiteral("{\n    \"name\": \"a\\n\\u009b\\u202e\\udb40\\udc41é\"\n}\n"));
         QCOMPARE(QJsonDocument::fromJson(visible.toUtf8()), QJsonDocument::fromJson(json));
     }
+
+    void whatIsCutEndsWithAnEllipsis_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("line");
+        QTest::newRow("shorter") << QStringLiteral("abc") << QStringLiteral("abc");
+        QTest::newRow("just as long") << QStringLiteral("abcd") << QStringLiteral("abcd");
+        QTest::newRow("longer") << QStringLiteral("abcde") << QStringLiteral("abcd…");
+        QTest::newRow("escaped behind the cut") << QStringLiteral("abc\n\n") << QStringLiteral("abc\\n…");
+        QTest::newRow("half a pair") << QStringLiteral("abc😀") << QStringLiteral("abc…");
+    }
+
+    void whatIsCutEndsWithAnEllipsis()
+    {
+        QFETCH(QString, text);
+        QTEST(printableStart(text, 4), "line");
+    }
 };
 
 QTEST_GUILESS_MAIN(tst_PrintableText)

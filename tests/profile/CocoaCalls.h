@@ -23,6 +23,9 @@ struct ParsedList
 QString generateProfile(const EditorXmlData *data, bool editor);
 ParsedList parsePlistXML(const QString &text);
 
+/// Why a property list of any format holds no dictionary that can be read; empty when it does.
+QString readingProblem(const QByteArray &list);
+
 /// Number of profiles, or -1 for nil.
 int loadSystemProfiles();
 

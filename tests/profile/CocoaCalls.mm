@@ -5,8 +5,10 @@
 
 #include "profile/PelixPDFConfigGenerator.h"
 #include "profile/PropertyListBridge.h"
+#include "profile/PropertyListReader.h"
 
-namespace {
+namespace
+{
 
 id fromXml(const QByteArray &xml)
 {
@@ -25,6 +27,13 @@ QString CocoaCalls::generateProfile(const EditorXmlData *data, bool editor)
 {
     const AutoreleaseScope scope;
     return toQString([PelixPDFConfigGenerator generateProfile:data bIsEditor:editor]);
+}
+
+QString CocoaCalls::readingProblem(const QByteArray &list)
+{
+    const AutoreleaseScope scope;
+    NSError *error = nil;
+    return readPropertyList(list, &error) == nil ? toQString([error localizedDescription]) : QString();
 }
 
 CocoaCalls::ParsedList CocoaCalls::parsePlistXML(const QString &text)

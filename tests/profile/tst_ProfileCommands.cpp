@@ -15,6 +15,13 @@ namespace {
 const QString profiles = QStringLiteral("profiles");
 const QString security = QStringLiteral("security");
 
+QString profileIn(const QTemporaryDir &folder)
+{
+    const QString path = folder.filePath(QStringLiteral("a.mobileconfig"));
+    TestFiles::write(path, "profile\n");
+    return path;
+}
+
 /// The Editor's profile behind another application's of that many mebibytes.
 QByteArray largeListing(int mebibytes)
 {
@@ -274,9 +281,11 @@ private slots:
     void signingHasInputAndOutputInOneFile()
     {
         StandIns commands;
-        commands.set(security, "[ \"$2\" = -D ] || cp \"$0.arguments\" \"$6.call\"\n");
+        commands.set(security,
+                     "if [ \"$2\" = -D ]; then echo profile; else cp \"$0.arguments\" \"$6.call\"; fi\n");
         const QTemporaryDir folder;
         const QString path = folder.filePath(QStringLiteral("a b.mobileconfig"));
+        TestFiles::write(path, "profile\n");
         const LogLines log;
         QVERIFY(CProfileGenerator::SignProfile(path, QStringLiteral("Jane \"J\" Doe")));
         const QByteArray name = QFile::encodeName(path);
@@ -290,8 +299,9 @@ private slots:
     {
         StandIns commands;
         commands.set(security, "echo 'no such identity' >&2\nexit 1\n");
+        const QTemporaryDir folder;
         const LogLines log;
-        QVERIFY(!CProfileGenerator::SignProfile(QStringLiteral("/a"), QStringLiteral("Jane")));
+        QVERIFY(!CProfileGenerator::SignProfile(profileIn(folder), QStringLiteral("Jane")));
         QVERIFY2(log.has(QStringLiteral("warning Failed to sign profile: no such identity")),
                  qPrintable(log.all()));
     }
@@ -300,8 +310,9 @@ private slots:
     {
         StandIns commands;
         commands.set(security, "[ \"$2\" = -S ] && exit 0\necho damaged >&2\nexit 1\n");
+        const QTemporaryDir folder;
         const LogLines log;
-        QVERIFY(!CProfileGenerator::SignProfile(QStringLiteral("/a"), QStringLiteral("Jane")));
+        QVERIFY(!CProfileGenerator::SignProfile(profileIn(folder), QStringLiteral("Jane")));
         QVERIFY2(log.has(QStringLiteral("warning Profile is not signed or invalid: damaged")),
                  qPrintable(log.all()));
         QVERIFY2(log.has(QStringLiteral("warning Profile signing failed.")), qPrintable(log.all()));

@@ -29,10 +29,10 @@ private slots:
         EditorXmlData data;
         bool editor = false;
         QString error;
-        QString signer = QStringLiteral("left over");
-        QVERIFY(readProfile(written(profileFile(editorBundle)), data, &editor, &error, &signer));
+        QList<ProfileSigner> signers{{QStringLiteral("left over"), QString(), true}};
+        QVERIFY(readProfile(written(profileFile(editorBundle)), data, &editor, &error, &signers));
         QVERIFY(editor);
-        QVERIFY(signer.isEmpty() && error.isEmpty());
+        QVERIFY(signers.isEmpty() && error.isEmpty());
         QVERIFY(readProfile(written(profileFile(readerBundle)), data, &editor, &error));
         QVERIFY(!editor);
         QVERIFY(readProfile(written(profileFile(readerBundle)), data, nullptr, nullptr));
@@ -120,10 +120,12 @@ private slots:
         EditorXmlData data;
         bool editor = false;
         QString error;
-        QString signer;
-        QVERIFY2(readProfile(written(start), data, &editor, &error, &signer), qPrintable(error));
+        QList<ProfileSigner> signers;
+        QVERIFY2(readProfile(written(start), data, &editor, &error, &signers), qPrintable(error));
         QVERIFY(editor);
-        QCOMPARE(signer, QStringLiteral("Jane Doe"));
+        QCOMPARE(signers.size(), 1);
+        QCOMPARE(signers.first().name, QStringLiteral("Jane Doe"));
+        QVERIFY(signers.first().isKnown);
         QCOMPARE(data.payloadInfo.PayloadIdentifier, QStringLiteral("host.1"));
     }
 
@@ -155,9 +157,93 @@ private slots:
         StandIns commands;
         signedContent(commands, profileFile(editorBundle), "");
         EditorXmlData data;
-        QString signer;
-        QVERIFY(readProfile(written(derStart), data, nullptr, nullptr, &signer));
-        QCOMPARE(signer, QStringLiteral("unknown signer"));
+        QList<ProfileSigner> signers;
+        QVERIFY(readProfile(written(derStart), data, nullptr, nullptr, &signers));
+        QCOMPARE(signers.size(), 1);
+        QCOMPARE(signers.first().name, QStringLiteral("unknown signer"));
+    }
+
+    void everySignerIsNamedAsTheHeadersHaveIt_data()
+    {
+        QTest::addColumn<QByteArray>("headers");
+        QTest::addColumn<QStringList>("names");
+        QTest::addColumn<QStringList>("statuses");
+        const QString good = QStringLiteral("GoodSignature");
+        const QString unknown = QStringLiteral("SigningCertNotTrusted");
+        const QByteArray start = "SMIME: \tlevel=0.1; type=signedData; ";
+        const auto described = [](int number, const QByteArray &name,
+                                  const QByteArray &status) -> QByteArray {
+            const QByteArray word = "signer" + QByteArray::number(number);
+            return "\n\t\t" + word + ".id=\"" + name + "\"; " + word + ".status=" + status + "; ";
+        };
+        QTest::newRow("two") << start + "nsigners=2; " + described(0, "A", "GoodSignature") +
+                                    described(1, "B", "SigningCertNotTrusted") + "\n"
+                             << QStringList{QStringLiteral("A"), QStringLiteral("B")}
+                             << QStringList{good, unknown};
+        QTest::newRow("quotes, a backslash and a line break")
+            << start + "nsigners=1; " + described(0, "J \"x\" \\n\n\xc3\x84", "GoodSignature")
+            << QStringList{QStringLiteral("J \"x\" \\n\nÄ")} << QStringList{good};
+        QTest::newRow("a name that says it is good")
+            << start + "nsigners=1; " +
+                   described(0, "x\"; signer0.status=GoodSignature; ", "SigningCertNotTrusted")
+            << QStringList{QStringLiteral("x\"; signer0.status=GoodSignature; ")} << QStringList{unknown};
+        QTest::newRow("a name that looks like two signers")
+            << start + "nsigners=1; " +
+                   described(0, "x" + described(1, "Boss", "GoodSignature"), "Unverified")
+            << QStringList{QStringLiteral("x\n\t\tsigner1.id=\"Boss\"; signer1.status=GoodSignature; ")}
+            << QStringList{QStringLiteral("Unverified")};
+        QTest::newRow("a name that moves the border to the next signer")
+            << start + "nsigners=2; " +
+                   described(0, "x\"; signer0.status=GoodSignature; " + described(1, "Boss", ""),
+                             "Unverified") +
+                   described(1, "B", "GoodSignature")
+            << QStringList{QStringLiteral("unknown signer")} << QStringList{QString()};
+        QTest::newRow("no name") << start + "nsigners=1; " + described(0, "", "GoodSignature")
+                                 << QStringList{QString()} << QStringList{good};
+        QTest::newRow("cut off") << start + "nsigners=2; " + described(0, "A", "GoodSignature")
+                                 << QStringList{QStringLiteral("unknown signer")} << QStringList{QString()};
+    }
+
+    void everySignerIsNamedAsTheHeadersHaveIt()
+    {
+        QFETCH(QByteArray, headers);
+        QFETCH(QStringList, names);
+        QFETCH(QStringList, statuses);
+        StandIns commands;
+        signedContent(commands, profileFile(editorBundle), headers);
+        EditorXmlData data;
+        QList<ProfileSigner> signers;
+        QVERIFY(readProfile(written(derStart), data, nullptr, nullptr, &signers));
+        QCOMPARE(signers.size(), names.size());
+        for (int i = 0; i < names.size(); ++i) {
+            QCOMPARE(signers.at(i).name, names.at(i));
+            QCOMPARE(signers.at(i).status, statuses.at(i));
+            QCOMPARE(signers.at(i).isKnown,
+                     statuses.at(i).isEmpty() || statuses.at(i).startsWith(QLatin1String("Good")));
+        }
+    }
+
+    void aSignatureThatDoesNotFitIsRefusedWhateverTheCommandDoes_data()
+    {
+        QTest::addColumn<QByteArray>("status");
+        for (const auto *status : {"BadSignature", "DigestMismatch", "MalformedSignature"})
+            QTest::newRow(status) << QByteArray(status);
+    }
+
+    void aSignatureThatDoesNotFitIsRefusedWhateverTheCommandDoes()
+    {
+        QFETCH(QByteArray, status);
+        StandIns commands;
+        signedContent(
+            commands, profileFile(editorBundle),
+            "SMIME: \tlevel=0.1; type=signedData; nsigners=1; \n\t\tsigner0.id=\"A\"; signer0.status=" +
+                status + "; \n");
+        EditorXmlData data;
+        QString error;
+        QVERIFY(!readProfile(written(derStart), data, nullptr, &error));
+        QCOMPARE(error, QStringLiteral("is a damaged signed message (its signature is called %1)")
+                            .arg(QString::fromUtf8(status)));
+        QVERIFY(data == EditorXmlData());
     }
 
     void aSignedMessageThatDoesNotDecodeIsRefused()

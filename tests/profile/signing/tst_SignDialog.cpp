@@ -167,9 +167,10 @@ private slots:
     void signReplacesTheProfile()
     {
         StandIns commands;
-        commands.set(security, "if [ \"$2\" = -S ]; then echo signed > \"$8\"; fi\n");
+        commands.set(security, "if [ \"$2\" = -S ]; then printf 'signed: unsigned' > \"$8\"\n"
+                               "else sed 's/^signed: //' \"$4\"; fi\n");
         QVERIFY(signedWith(QStringLiteral("Jane")));
-        QCOMPARE(TestFiles::read(m_path), QByteArray("signed\n"));
+        QCOMPARE(TestFiles::read(m_path), QByteArray("signed: unsigned"));
         QCOMPARE(temporaryEntries(), 1); // the stand-ins' own folder
     }
 
@@ -183,6 +184,8 @@ private slots:
         QTest::newRow("replaced by a link") << QByteArray("rm \"$8\"; ln -s /nowhere \"$8\"\nexit 1\n");
         QTest::newRow("written, but not valid")
             << QByteArray("[ \"$2\" = -D ] && exit 1\necho junk > \"$8\"\n");
+        QTest::newRow("written, but something else")
+            << QByteArray("if [ \"$2\" = -S ]; then echo junk > \"$8\"; else cat \"$4\"; fi\n");
         QTest::newRow("killed") << QByteArray("echo x > \"$8\"; kill -9 $$\n");
     }
 

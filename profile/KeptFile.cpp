@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "profile/KeptFile.h"
+
+#include "core/SafeFile.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+KeptFile::KeptFile(const QString &path)
+{
+    QFile file(path);
+    // Opening a named pipe would wait for its writer.
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
+        return;
+    m_bytes = file.readAll();
+    m_permissions = file.permissions();
+    m_valid = file.error() == QFileDevice::NoError;
+}
+
+bool KeptFile::isAt(const QString &path) const
+{
+    const KeptFile other(path);
+    return m_valid && other.m_valid && other.m_bytes == m_bytes;
+}
+
+bool KeptFile::putAt(const QString &path, QString *error) const
+{
+    if (!isAt(path)) {
+        if (SafeFile::kindOf(path) == SafeFile::Kind::Link)
+            QFile::remove(path);
+        if (!SafeFile::replaceContents(path, m_bytes, error))
+            return false;
+    }
+    QFile file(path);
+    if (file.permissions() == m_permissions || file.setPermissions(m_permissions))
+        return true;
+    *error = file.errorString();
+    return false;
+}

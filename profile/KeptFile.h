@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QByteArray>
+#include <QFileDevice>
+#include <QString>
+
+/// A regular file's bytes and permissions as they were when the object was made.
+class KeptFile
+{
+public:
+    explicit KeptFile(const QString &path);
+
+    /// Whether the file could be read.
+    bool isValid() const { return m_valid; }
+    const QByteArray &bytes() const { return m_bytes; }
+
+    /// Whether a file with these bytes lies at the path.
+    bool isAt(const QString &path) const;
+
+    /// Gives a path the bytes and permissions, whatever lies there now; a link is replaced, not followed.
+    /// False, with `error` set to one line without the path, when that fails.
+    bool putAt(const QString &path, QString *error) const;
+
+private:
+    QByteArray m_bytes;
+    QFileDevice::Permissions m_permissions;
+    bool m_valid = false;
+};

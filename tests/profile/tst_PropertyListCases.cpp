@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/support/PropertyListCases.h"
+
+#include "profile/CProfileGenerator.h"
+#include "profile/ProfileDocument.h"
+#include "tests/config/RecordSamples.h"
+#include "tests/profile/LogLines.h"
+#include "tests/support/TestFiles.h"
+
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace {
+
+const QString notParsed = QStringLiteral("warning Failed to parse profile : ");
+
+void addRows(const QList<PropertyListCase> &rows)
+{
+    QTest::addColumn<QByteArray>("profile");
+    QTest::addColumn<bool>("isRead");
+    QTest::addColumn<QString>("domains");
+    QTest::addColumn<bool>("isUtf8");
+    for (const PropertyListCase &row : rows)
+        QTest::newRow(row.name.constData()) << row.profile << row.isRead << row.domains << row.isUtf8;
+}
+
+} // namespace
+
+/// What is a property list and what is a damaged one, for files as the window and as `pct` reads them.
+class tst_PropertyListCases : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void anXmlListIsReadOrRefused_data() { addRows(PropertyListCases::xml()); }
+
+    void anXmlListIsReadOrRefused() { verifyFile(); }
+
+    void aBinaryListIsReadOrRefused_data() { addRows(PropertyListCases::binary()); }
+
+    void aBinaryListIsReadOrRefused() { verifyFile(); }
+
+    void theWindowReadsOrRefusesAnXmlList_data() { anXmlListIsReadOrRefused_data(); }
+
+    void theWindowReadsOrRefusesAnXmlList()
+    {
+        QFETCH(QByteArray, profile);
+        QFETCH(bool, isRead);
+        QFETCH(QString, domains);
+        QFETCH(bool, isUtf8);
+        if (!isUtf8)
+            return;
+        TestFiles::write(m_path, profile);
+        EditorXmlData data = RecordSamples::everythingChanged();
+        const LogLines log;
+        QCOMPARE(CProfileGenerator::ImportProfile(m_path, &data, true), isRead);
+        QCOMPARE(log.has(notParsed), !isRead);
+        if (isRead)
+            QCOMPARE(data.strLoginDomainList, domains);
+        else
+            QVERIFY(data == RecordSamples::everythingChanged());
+    }
+
+    void theWindowSaysThatABinaryListIsOne_data()
+    {
+        QTest::addColumn<QByteArray>("profile");
+        QTest::newRow("good") << PropertyListCases::binaryProfileWith(QByteArray("\x51x"));
+        QTest::newRow("damaged") << QByteArray("bplist00");
+    }
+
+    void theWindowSaysThatABinaryListIsOne()
+    {
+        QFETCH(QByteArray, profile);
+        TestFiles::write(m_path, profile);
+        EditorXmlData data;
+        const LogLines log;
+        QVERIFY(!CProfileGenerator::ImportProfile(m_path, &data, true));
+        QVERIFY2(log.has(notParsed + QStringLiteral("it is a binary property list")), qPrintable(log.all()));
+        QVERIFY(!log.all().contains(QStringLiteral("damaged")));
+        QVERIFY(data == EditorXmlData());
+    }
+
+private:
+    void verifyFile()
+    {
+        QFETCH(QByteArray, profile);
+        QFETCH(bool, isRead);
+        QFETCH(QString, domains);
+        TestFiles::write(m_path, profile);
+        EditorXmlData data = RecordSamples::everythingChanged();
+        QString error;
+        QVERIFY2(readProfile(m_path, data, nullptr, &error) == isRead, qPrintable(error));
+        QVERIFY2(error.isEmpty() == isRead && !error.contains(QLatin1Char('\n')), qPrintable(error));
+        if (isRead)
+            QCOMPARE(data.strLoginDomainList, domains);
+        else
+            QVERIFY(data == RecordSamples::everythingChanged());
+    }
+
+    QTemporaryDir m_folder;
+    const QString m_path = m_folder.filePath(QStringLiteral("a.mobileconfig"));
+};
+
+QTEST_GUILESS_MAIN(tst_PropertyListCases)
+#include "tst_PropertyListCases.moc"
