@@ -288,7 +288,8 @@ void tst_PctBuildPaths::aDocumentThatCannotBeKeptLeavesThePackage()
         true, runner.samplePackage(true), runner.file(text("out.pkg")), {text("--keep-config"), kept}};
     const PctResult result = runner.run(build.arguments());
     QVERIFY2(result.isOneLineRefusal(), result.err.constData());
-    QVERIFY2(result.err.startsWith("pct: " + kept.toUtf8() + ": the document cannot be kept (" + message),
+    QVERIFY2(result.err.startsWith(
+                 QByteArray("pct: " + kept.toUtf8() + ": the document cannot be kept (" + message)),
              result.err.constData());
     const QByteArray made = "; the package was made all the same, as " + build.output.toUtf8() + "\n";
     QVERIFY2(result.err.endsWith(made), result.err.constData());

@@ -164,7 +164,7 @@ void tst_PctSurroundings::aMissingProgramIsNamed()
     runner.setEnvironment(text("PATH"), folderWith(runner, programs));
     const PctResult result = runner.run(words(line));
     QVERIFY2(result.isOneLineRefusal(), result.err.constData());
-    QVERIFY2(result.err.startsWith("pct: " + missing + ": this command was not found; "),
+    QVERIFY2(result.err.startsWith(QByteArray("pct: " + missing + ": this command was not found; ")),
              result.err.constData());
 }
 
@@ -216,8 +216,8 @@ void tst_PctSurroundings::aFullTemporaryFolderIsNamed()
     const PctResult result = runInFolderOfSize(runner, "32k", line);
     QVERIFY2(result.isOneLineRefusal(), result.err.constData());
     const QByteArray folder = runner.environment().value(text("TMPDIR")).toUtf8();
-    QVERIFY2(result.err.startsWith("pct: " + folder +
-                                   ": nothing can be written there (No space left on device); "),
+    QVERIFY2(result.err.startsWith(
+                 QByteArray("pct: " + folder + ": nothing can be written there (No space left on device); ")),
              result.err.constData());
 }
 
