@@ -247,7 +247,9 @@ Verdict ProfileJob::writeTo(const QString &path)
 
 Verdict ProfileJob::sign(const QString &path)
 {
-    const bool isSigned = CProfileGenerator::SignProfile(path, m_request.signer);
+    const QString signedForm = path + QStringLiteral(".signed");
+    const bool isSigned = CProfileGenerator::SignProfileInto(path, m_request.signer, signedForm) &&
+                          QFile::remove(path) && QFile::rename(signedForm, path);
     QString failure;
     QStringList remarks;
     const QStringList identities = CProfileGenerator::GetSignIDs(&failure, &remarks);

@@ -33,6 +33,10 @@ public:
     /// False, with the profile as it was, when that fails.
     static bool SignProfile(const QString &path, const QString &identity);
 
+    /// Makes the signed form with SHA-256, where the system's command by itself still takes SHA-1, as another
+    /// file. False when that fails; there may be anything at `output` then.
+    static bool SignProfileInto(const QString &path, const QString &identity, const QString &output);
+
     /// Whether the file is a valid signed message.
     static bool CheckProfileSign(const QString &path);
 

@@ -28,11 +28,13 @@ QString saidOnError(const CommandResult &result)
     return QString::fromUtf8(result.standardError);
 }
 
-CommandResult sign(const QString &identity, const QString &input, const QString &output)
+CommandResult sign(const QString &identity, const QString &input, const QString &output,
+                   const QStringList &options = {})
 {
     const CommandResult result =
-        runSecurity({QStringLiteral("cms"), QStringLiteral("-S"), QStringLiteral("-N"), identity,
-                     QStringLiteral("-i"), input, QStringLiteral("-o"), output});
+        runSecurity(QStringList{QStringLiteral("cms"), QStringLiteral("-S"), QStringLiteral("-N"), identity,
+                                QStringLiteral("-i"), input, QStringLiteral("-o"), output} +
+                    options);
     if (!result.succeeded())
         warn(QStringLiteral("Failed to sign profile: ") + saidOnError(result));
     return result;
@@ -131,6 +133,16 @@ bool CProfileGenerator::SignProfile(const QString &path, const QString &identity
     }
     qCDebug(logProfile, "Profile signed successfully.");
     return true;
+}
+
+bool CProfileGenerator::SignProfileInto(const QString &path, const QString &identity, const QString &output)
+{
+    const KeptFile profile(path);
+    if (!profile.isValid())
+        return warn(QStringLiteral("Failed to sign profile: %1 cannot be read").arg(path));
+    const CommandResult result = sign(identity, QFileInfo(path).absoluteFilePath(), output,
+                                      {QStringLiteral("-H"), QStringLiteral("SHA256")});
+    return result.succeeded() && isSignedForm(output, profile);
 }
 
 bool CProfileGenerator::CheckProfileSign(const QString &path)

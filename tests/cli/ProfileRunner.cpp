@@ -98,6 +98,16 @@ QString ProfileRunner::verifiedContent(const QString &path) const
     return content;
 }
 
+QByteArray ProfileRunner::digests(const QString &path) const
+{
+    const QByteArray message =
+        TestFiles::outputOf(QStringLiteral("openssl"),
+                            {QStringLiteral("cms"), QStringLiteral("-cmsout"), QStringLiteral("-print"),
+                             QStringLiteral("-inform"), QStringLiteral("DER"), QStringLiteral("-in"), path});
+    const int start = message.indexOf("digestAlgorithms:");
+    return message.mid(start, message.indexOf("encapContentInfo:") - start);
+}
+
 QJsonObject payloadOf(const QJsonObject &profile)
 {
     return profile.value(QStringLiteral("PayloadContent")).toArray().at(0).toObject();

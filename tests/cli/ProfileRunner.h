@@ -28,6 +28,8 @@ public:
     QJsonObject propertyList(const QString &path) const;
     /// The file with the content of a signed message, after openssl has checked the signature.
     QString verifiedContent(const QString &path) const;
+    /// The digests that a signed message names, as openssl prints them.
+    QByteArray digests(const QString &path) const;
 
 private:
     QTemporaryDir m_stores;

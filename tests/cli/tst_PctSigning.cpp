@@ -182,6 +182,8 @@ void tst_PctSigning::aSignedProfileIsVerifiedByOthers()
     QVERIFY2(made.exitCode == 0 && made.err.isEmpty(), made.err.constData());
     const QJsonObject profile = runner.propertyList(runner.verifiedContent(runner.output()));
     QCOMPARE(profile.value(text("PayloadIdentifier")).toString(), text("a.b"));
+    const QByteArray digests = runner.digests(runner.output());
+    QVERIFY2(digests.contains("sha256") && !digests.contains("sha1"), digests.constData());
     QCOMPARE(runner.files(), QStringList{text("out.mobileconfig")});
 
     const PctResult shown = runner.run({text("show"), text("--json"), runner.output()});
