@@ -44,7 +44,6 @@ endfunction()
 # pct_setup(TARGET [KIND]): the options every target of ours has, with the precompiled header of a kind.
 function(pct_setup target)
     target_link_libraries(${target} PRIVATE pct_build_options)
-    set_target_properties(${target} PROPERTIES AUTOMOC ON AUTOUIC ON)
     if(ARGC GREATER 1)
         pct_without_precompiled_header(${target})
         target_precompile_headers(${target} REUSE_FROM pct_pch_${ARGV1})
@@ -52,17 +51,35 @@ function(pct_setup target)
 endfunction()
 
 # pct_add_library(NAME SOURCES file... LINK library... [PCH kind])
-# Makes the static library pct_NAME with the alias pct::NAME.
+# Makes the static library pct_NAME with the alias pct::NAME. Only libraries have forms and headers with Q_OBJECT: the
+# search for them would cost every program as much as compiling it.
 function(pct_add_library name)
     cmake_parse_arguments(ARG "" "PCH" "SOURCES;LINK" ${ARGN})
     add_library(pct_${name} STATIC ${ARG_SOURCES})
     add_library(pct::${name} ALIAS pct_${name})
     target_link_libraries(pct_${name} PUBLIC ${ARG_LINK})
     pct_setup(pct_${name} ${ARG_PCH})
+    set_target_properties(pct_${name} PROPERTIES AUTOMOC ON AUTOUIC ON)
 endfunction()
 
 file(WRITE "${CMAKE_BINARY_DIR}/tests/GNUstep.conf" "GNUSTEP_USER_DEFAULTS_DIR=${CMAKE_BINARY_DIR}/tests/defaults\n")
 file(MAKE_DIRECTORY "${CMAKE_BINARY_DIR}/tests/defaults")
+
+# A quick linker for the tests' many programs. What ships is linked by the system's own.
+find_program(PCT_LLD ld.lld)
+mark_as_advanced(PCT_LLD)
+
+# pct_add_moc_files(TARGET file...): the .moc file that each tst_*.cpp includes
+function(pct_add_moc_files target)
+    list(FILTER ARGN INCLUDE REGEX "(^|/)tst_[^/]*\\.cpp$")
+    foreach(source ${ARGN})
+        get_filename_component(test ${source} NAME_WE)
+        set(moc "${CMAKE_CURRENT_BINARY_DIR}/${target}_moc/${test}.moc")
+        qt_generate_moc("${source}" "${moc}")
+        target_sources(${target} PRIVATE "${moc}")
+    endforeach()
+    target_include_directories(${target} PRIVATE "${CMAKE_CURRENT_BINARY_DIR}/${target}_moc")
+endfunction()
 
 # pct_add_test(NAME SOURCES file... LINK library... [GUI] [WEB_VIEW] [LABELS label...])
 # A Qt Test program run by ctest. GUI tests run in a real window system under xvfb-run; all others
@@ -77,6 +94,10 @@ function(pct_add_test name)
     add_executable(${name} ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE Qt::Test Qt::Widgets ${ARG_LINK})
     pct_setup(${name} test)
+    pct_add_moc_files(${name} ${ARG_SOURCES})
+    if(PCT_LLD AND NOT APPLE)
+        target_link_options(${name} PRIVATE -fuse-ld=lld)
+    endif()
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests")
     # The last two keep tests away from the settings of whoever runs them.
     set(environment "PCT_HOSTTOOLS=${PCT_HOSTTOOLS_DIR}"
