@@ -15,7 +15,8 @@ trap 'rm -rf "$work"' EXIT
 SOURCE_DATE_EPOCH=1767225600
 export SOURCE_DATE_EPOCH
 
-# write PCT PRODUCT TITLE: what that pct makes of the product's sample and settings, into the current folder
+# write PCT PRODUCT TITLE: what that pct makes of the product's sample and settings, into the current folder. Its
+# own path is in what is printed, so it is the same for both.
 write() {
     package="$2 package.pkg"
     "$1" build -q --product "$2" --input "$samples/$3.pkg" --output "$package" --config "$seeds/$2.xml"
@@ -25,7 +26,10 @@ write() {
     rm -r ./*.pkg/
     "$1" profile -q --product "$2" --config "$seeds/$2.xml" --output "$2.mobileconfig" \
         --identifier "com.example.$2" --uuid 8e8f4d07-4b0c-4f0e-9c5b-0d6f3f1c1a11
-    for file in "$package" "$2.mobileconfig" "$seeds/$2.xml"; do
+    # The part's own number is a new one each time.
+    sed -E 's/[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}/NEW/' "$2.mobileconfig" >"$2 profile.xml"
+    rm "$2.mobileconfig"
+    for file in "$package" "$2 profile.xml" "$seeds/$2.xml"; do
         "$1" show --json "$file" >"$2 $(basename "$file").json"
     done
     "$1" diff --json "$seeds/$2.xml" "$package" >"$2 diff.json" || [ $? -eq 1 ]
@@ -33,8 +37,9 @@ write() {
 
 write_all() {
     pct=$(cd "$1/bin" && pwd)/pct
-    mkdir "$2"
-    (cd "$2" && write "$pct" editor 'Pelix PDF Editor' && write "$pct" reader 'Pelix PDF Reader')
+    mkdir "$work/place"
+    (cd "$work/place" && write "$pct" editor 'Pelix PDF Editor' && write "$pct" reader 'Pelix PDF Reader')
+    mv "$work/place" "$2"
 }
 
 write_all "$1" "$work/one"
