@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "core/PrintableText.h"
 
+#include <algorithm>
+
 namespace {
 
 using Escape = QString (*)(uint character);
@@ -64,20 +66,28 @@ uint characterAt(const QString &text, int position)
     return first.unicode();
 }
 
+/// Most text is printable ASCII, which needs no look at what a character is.
+int nextUnusual(const QString &text, int position)
+{
+    const auto found = std::find_if(text.cbegin() + position, text.cend(),
+                                    [](QChar c) { return c.unicode() < ' ' || c.unicode() >= 0x7f; });
+    return static_cast<int>(found - text.cbegin());
+}
+
 QString withEscapes(const QString &text, Escape escape)
 {
     QString visible;
-    visible.reserve(text.size());
+    int written = 0;
     int length = 1;
-    for (int i = 0; i < text.size(); i += length) {
+    for (int i = nextUnusual(text, 0); i < text.size(); i = nextUnusual(text, i + length)) {
         const uint character = characterAt(text, i);
         length = QChar::requiresSurrogates(character) ? 2 : 1;
-        if (isInvisible(character))
-            visible += escape(character);
-        else
-            visible.append(text.constData() + i, length);
+        if (!isInvisible(character))
+            continue;
+        visible.append(text.constData() + written, i - written).append(escape(character));
+        written = i + length;
     }
-    return visible;
+    return written == 0 ? text : visible.append(text.constData() + written, text.size() - written);
 }
 
 } // namespace
