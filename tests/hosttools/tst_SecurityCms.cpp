@@ -31,9 +31,6 @@ private slots:
     void decodesWhatItSigned();
     void decodesIntoAFile();
     void saysWhoSigned();
-    void writesASignersNameAsItIs();
-    void tellsExpiredAndUnknownSignersFromOthers_data();
-    void tellsExpiredAndUnknownSignersFromOthers();
     void refusesWhatIsNoGoodMessage_data();
     void refusesWhatIsNoGoodMessage();
     void refusesAMessageThatIsCutAnywhere();
@@ -290,47 +287,6 @@ void tst_SecurityCms::saysWhoSigned()
     const ToolRun::Result headers =
         decode(at(QStringLiteral("two")), withHeaders + QStringList(QStringLiteral("-n")));
     QCOMPARE(headers.output + content, both.output);
-}
-
-void tst_SecurityCms::writesASignersNameAsItIs()
-{
-    const QString signer = at(QStringLiteral("signer.pem"));
-    const QString name = QStringLiteral("x\"; \\\nsigner1.id=\"Boss");
-    SigningTools::makeIdentity(name, signer, {QStringLiteral("--key"), QStringLiteral("ec")});
-    SigningTools::signWithOpenSsl(m_file, signer, at(QStringLiteral("message")));
-    const ToolRun::Result result = decode(at(QStringLiteral("message")),
-                                          {QStringLiteral("-n"), QStringLiteral("-h"), QStringLiteral("0")});
-    QCOMPARE(result.exitCode, 0);
-    QCOMPARE(result.output, "SMIME: \tlevel=0.1; type=signedData; nsigners=1; \n\t\tsigner0.id=\"" +
-                                name.toUtf8() + "\"; signer0.status=SigningCertNotTrusted; \n");
-}
-
-void tst_SecurityCms::tellsExpiredAndUnknownSignersFromOthers_data()
-{
-    QTest::addColumn<QStringList>("options");
-    QTest::addColumn<bool>("isInTheFolder");
-    QTest::addColumn<QByteArray>("status");
-    QTest::newRow("one of the user's") << QStringList() << true << QByteArray("GoodSignature");
-    QTest::newRow("unknown") << QStringList() << false << QByteArray("SigningCertNotTrusted");
-    for (const auto *validity : {"past", "future"})
-        QTest::newRow(validity) << QStringList{QStringLiteral("--validity"), QString::fromLatin1(validity)}
-                                << true << QByteArray("SigningCertNotTrusted");
-}
-
-void tst_SecurityCms::tellsExpiredAndUnknownSignersFromOthers()
-{
-    QFETCH(QStringList, options);
-    QFETCH(bool, isInTheFolder);
-    QFETCH(QByteArray, status);
-    const QString signer = isInTheFolder ? identity("one.pem") : at(QStringLiteral("one.pem"));
-    SigningTools::makeIdentity(QStringLiteral("One"), signer,
-                               QStringList{QStringLiteral("--key"), QStringLiteral("ec")} + options);
-    SigningTools::signWithOpenSsl(m_file, signer, at(QStringLiteral("message")));
-    const ToolRun::Result result = decode(at(QStringLiteral("message")),
-                                          {QStringLiteral("-n"), QStringLiteral("-h"), QStringLiteral("0")});
-    QVERIFY2(result.output.endsWith("signer0.id=\"One\"; signer0.status=" + status + "; \n"),
-             result.output.constData());
-    QFile::remove(identity("one.pem"));
 }
 
 QByteArray tst_SecurityCms::hostileMessage(const QByteArray &kind) const
