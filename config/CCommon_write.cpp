@@ -143,10 +143,11 @@ void CCommon::EditorXmlSaveRibbonSet(QDomDocument &document)
 {
     if (theEditorXmlData.elemRibbonCategory.isNull())
         return;
-    firstNamed(document, QStringLiteral("RibbonSetRibbonCategory"))
-        .appendChild(document.importNode(theEditorXmlData.elemRibbonCategory, true));
-    firstNamed(document, QStringLiteral("RibbonSetTabElements"))
-        .appendChild(document.importNode(theEditorXmlData.elemQuickAccessBar, true));
+    // Both are looked for first: an imported ribbon may hold elements of their names.
+    QDomElement ribbonSection = firstNamed(document, QStringLiteral("RibbonSetRibbonCategory"));
+    QDomElement barSection = firstNamed(document, QStringLiteral("RibbonSetTabElements"));
+    ribbonSection.appendChild(document.importNode(theEditorXmlData.elemRibbonCategory, true));
+    barSection.appendChild(document.importNode(theEditorXmlData.elemQuickAccessBar, true));
 }
 
 QList<_EditorXmlPuginData_> CCommon::EditorXmlReadPluginsTemplate(bool bEditor)

@@ -176,6 +176,18 @@ private slots:
                  QStringLiteral("RibbonUI"));
     }
 
+    void aSectionsNameInTheRibbonDoesNotDrawTheBarThere()
+    {
+        theEditorXmlData.elemRibbonCategory =
+            RecordSamples::element("<RibbonUI><RibbonSetTabElements/></RibbonUI>");
+        theEditorXmlData.elemQuickAccessBar = RecordSamples::element("<QuickAccessBar/>");
+        const QDomElement root = ConfigDocument::fromRecord(true, QString()).documentElement();
+        QVERIFY(elementText(root).endsWith(
+            QStringLiteral("<RibbonSetRibbonCategory><RibbonUI><RibbonSetTabElements/></RibbonUI>"
+                           "</RibbonSetRibbonCategory><RibbonSetTabElements><QuickAccessBar/>"
+                           "</RibbonSetTabElements></Profstore></PelixPDFEditor>")));
+    }
+
     void writingLeavesTheRecordsRibbonInPlace()
     {
         theEditorXmlData = RecordSamples::everythingChanged();
