@@ -117,6 +117,7 @@ BuildPlan PackageJob::plan() const
     plan.workFolder = m_folder.makeSubfolder(QStringLiteral("work")) + QLatin1Char('/') +
                       QFileInfo(m_request.input).fileName();
     plan.removesWorkFolder = false;
+    plan.insistsOnScripts = true;
     plan.editor = m_request.product->editor;
     plan.collectSettings = [] {};
     plan.wantsDefaultViewer = [] { return theEditorXmlData.bSetAsDefaultViewer; };

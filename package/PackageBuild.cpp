@@ -51,6 +51,16 @@ bool makePrivate(const QString &folder, QString *problem)
            fail(problem, QStringLiteral("%1: cannot be closed to other users").arg(folder));
 }
 
+/// Which script could have been adapted as it was inspected, and was not, with the cause; or empty.
+QString lostScript(const ScriptsInspection &inspected, const ScriptsInspection &adapted)
+{
+    if (inspected.preinstallProblem.isEmpty() && !adapted.preinstallProblem.isEmpty())
+        return QStringLiteral("preinstall: ") + adapted.preinstallProblem;
+    if (inspected.postinstallProblem.isEmpty() && !adapted.postinstallProblem.isEmpty())
+        return QStringLiteral("postinstall: ") + adapted.postinstallProblem;
+    return {};
+}
+
 /// What the steps of one build share.
 class Build
 {
@@ -163,15 +173,18 @@ bool Build::addIManageLogin(QString *problem)
 }
 
 /// A script that cannot be adapted is worth a warning, not the build.
-bool Build::adaptScripts(QString *)
+bool Build::adaptScripts(QString *problem)
 {
     ScriptsInspection &scripts = m_inspection.scripts;
+    const ScriptsInspection inspected = scripts;
     scripts.preinstallProblem.clear();
     scripts.postinstallProblem.clear();
     CCommon::AdaptPreInstallForIntune(m_component, m_plan.editor, &scripts.preinstallProblem);
     CCommon::AdaptPostInstallForIntune(m_component, m_plan.editor, &scripts.postinstallProblem);
     m_report.warnings = warningsAbout(m_inspection, m_wantsDefaultViewer, m_wantsIManageLogin);
-    return true;
+    if (m_plan.insistsOnScripts)
+        *problem = lostScript(inspected, scripts);
+    return problem->isEmpty();
 }
 
 /// In the folder rather than in the package: this holds for every command that flattens it.

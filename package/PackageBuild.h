@@ -23,6 +23,9 @@ struct BuildPlan
     QString documentPath;          ///< where the configuration document is kept; empty = temporary folder
     QString workFolder;            ///< where the package is expanded; a folder left there is removed first
     bool removesWorkFolder = true; ///< false when the caller made the place for it and removes that
+    /// Whether a script that could be adapted when it was inspected must be: it can only be the machine that
+    /// fails then.
+    bool insistsOnScripts = false;
     bool editor = true;
 
     /// Brings the live record up to date; called once, after the package has been expanded.

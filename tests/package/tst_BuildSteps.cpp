@@ -68,6 +68,30 @@ private slots:
                         QStringLiteral("/Pelix_PDF_Editor.pkg")));
     }
 
+    void aScriptThatFitsAndIsLostCountsForWhoInsists_data()
+    {
+        QTest::addColumn<bool>("insists");
+        QTest::newRow("insists") << true;
+        QTest::newRow("does not") << false;
+    }
+
+    void aScriptThatFitsAndIsLostCountsForWhoInsists()
+    {
+        QFETCH(bool, insists);
+        m_plan.insistsOnScripts = insists;
+        m_plan.collectSettings = [this] {
+            const QString script =
+                m_plan.workFolder + QStringLiteral("/Pelix_PDF_Editor.pkg/Scripts/preinstall");
+            QVERIFY(QFile::remove(script) && QDir().mkdir(script));
+        };
+        QCOMPARE(builds(), !insists);
+        QCOMPARE(QFileInfo::exists(m_plan.outputPackage), !insists);
+        if (!insists)
+            return;
+        QCOMPARE(m_report.failedStep, QStringLiteral("adapt the install scripts"));
+        QVERIFY2(m_report.problem.startsWith(QStringLiteral("preinstall: ")), qPrintable(m_report.problem));
+    }
+
     void nothingIsAddedThatIsNotWanted()
     {
         m_plan.wantsDefaultViewer = [] { return false; };
