@@ -84,7 +84,7 @@ void tst_PctOutputs::whatAppearsDuringABuildIsNotReplaced()
     const PctResult result = runner.run(build.arguments());
     QVERIFY2(result.isOneLineRefusal() && result.err.contains(message), result.err.constData());
     QVERIFY2(result.err.contains("use --force"), result.err.constData());
-    QVERIFY2(result.err.startsWith("pct: " + path.toUtf8() + ": "), result.err.constData());
+    QVERIFY2(result.err.startsWith(QByteArray("pct: " + path.toUtf8() + ": ")), result.err.constData());
     QCOMPARE(TestFiles::read(path), QByteArray("of another"));
     QCOMPARE(hiddenNames(runner.file(QString())), QStringList());
 }
