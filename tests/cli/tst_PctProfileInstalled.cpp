@@ -82,9 +82,8 @@ void tst_PctProfileInstalled::whatIsNoListIsNotTakenForNoProfile()
     TestFiles::write(runner.file(text("printed")), printed);
     runner.replaceTool(text("profiles"), "cat '" + runner.file(text("printed")).toUtf8() + "'");
     const PctResult result = runner.makeProfile(true, {text("--installed")});
-    QVERIFY2(result.isOneLineRefusal() &&
-                 result.err.contains("(the list that /usr/bin/profiles printed cannot be read: " + cause),
-             result.err.constData());
+    const QByteArray reason = "(the list that /usr/bin/profiles printed cannot be read: " + cause;
+    QVERIFY2(result.isOneLineRefusal() && result.err.contains(reason), result.err.constData());
     QVERIFY(!QFile::exists(runner.output()));
 }
 

@@ -169,9 +169,9 @@ void tst_PctSigners::anIdentifierThatIsCutEndsWithAnEllipsis()
     const ProfileRunner runner;
     const QString path = runner.file(text("other.mobileconfig"));
     TestFiles::write(path, profile(payload("", QByteArray(100, 'x'))));
-    QVERIFY(runner.run({text("show"), path}).err.contains("(\"" + QByteArray(100, 'x') + "\")"));
+    QVERIFY(runner.run({text("show"), path}).err.contains(QByteArray("(\"" + QByteArray(100, 'x') + "\")")));
     TestFiles::write(path, profile(payload("", QByteArray(101, 'x'))));
-    QVERIFY(runner.run({text("show"), path}).err.contains("(\"" + QByteArray(100, 'x') + "…\")"));
+    QVERIFY(runner.run({text("show"), path}).err.contains(QByteArray("(\"" + QByteArray(100, 'x') + "…\")")));
 }
 
 QTEST_GUILESS_MAIN(tst_PctSigners)

@@ -68,7 +68,8 @@ void tst_SecuritySigners::tellsExpiredAndUnknownSignersFromOthers()
     QFETCH(bool, isTheUsers);
     QFETCH(QByteArray, status);
     const QByteArray headers = headersOf(QStringLiteral("One"), isTheUsers, options);
-    QVERIFY2(headers.endsWith("signer0.id=\"One\"; signer0.status=" + status + "; \n"), headers.constData());
+    const QByteArray expected = "signer0.id=\"One\"; signer0.status=" + status + "; \n";
+    QVERIFY2(headers.endsWith(expected), headers.constData());
 }
 
 QTEST_GUILESS_MAIN(tst_SecuritySigners)
