@@ -148,17 +148,15 @@ Verdict installerProblem(const QString &package, const Product &product, const Q
     return problem;
 }
 
-Verdict contentProblem(const QString &package, const ScriptsInspection &scripts, const QString &folder,
-                       bool makesDefaultViewer)
+Verdict contentProblem(const QString &package, const ScriptsInspection &scripts, bool makesDefaultViewer)
 {
     if (scripts.customizedBefore)
         return Problem{package, QStringLiteral("was customized before (it holds a ProfStore.xml already); "
                                                "give the vendor's original package")};
-    QString cause;
-    if (!canBeBuiltOn(folder + QStringLiteral("/Scripts"), &cause))
+    if (!scripts.obstacle.isEmpty())
         return Problem{package, QStringLiteral("no build can work on it, because %1; give the vendor's "
                                                "original package")
-                                    .arg(cause)};
+                                    .arg(scripts.obstacle)};
     if (makesDefaultViewer && scripts.holdsViewerTool)
         return Problem{package,
                        QStringLiteral("holds a \"duti\" in its scripts already, so it cannot be made "
@@ -182,9 +180,8 @@ InstallerCheck checkInstaller(const QString &package, const Product &product, co
         return check;
     QString error;
     check.inspection = inspectPackage(package, product.editor, emptyFolder, &error);
-    check.refusal = check.inspection
-                        ? contentProblem(package, check.inspection->scripts, emptyFolder, makesDefaultViewer)
-                        : unreadableScripts(package, error);
+    check.refusal = check.inspection ? contentProblem(package, check.inspection->scripts, makesDefaultViewer)
+                                     : unreadableScripts(package, error);
     return check;
 }
 

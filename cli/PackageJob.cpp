@@ -7,9 +7,9 @@
 #include "cli/SettingsFile.h"
 #include "config/ProductSettings.h"
 #include "core/OutputFile.h"
+#include "core/SafeFile.h"
 #include "package/PackageBuild.h"
 
-#include <QFile>
 #include <QFileInfo>
 
 namespace {
@@ -129,9 +129,9 @@ Verdict PackageJob::keepDocument()
 {
     if (m_request.keptDocument.isEmpty())
         return std::nullopt;
-    QFile document(m_document);
-    QString error = QStringLiteral("the document cannot be read again");
-    if (document.open(QIODevice::ReadOnly) && m_keptDocument->write(document.readAll(), &error))
+    QByteArray document;
+    QString error;
+    if (SafeFile::readContents(m_document, document, &error) && m_keptDocument->write(document, &error))
         return std::nullopt;
     if (m_keptDocument->isTaken())
         error += QStringLiteral("; use --force to replace it");

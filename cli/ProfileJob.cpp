@@ -8,11 +8,11 @@
 #include "cli/SettingsFile.h"
 #include "config/ProductSettings.h"
 #include "config/RecordFields.h"
+#include "core/SafeFile.h"
 #include "profile/CProfileGenerator.h"
 #include "profile/ProfileDocument.h"
 #include "profile/ProfileProduct.h"
 
-#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -222,9 +222,9 @@ Verdict ProfileJob::write()
     const QString made = folder.filePath(QFileInfo(m_request.output).fileName());
     if (Verdict problem = writeTo(made))
         return problem;
-    QFile profile(made);
-    QString error = QStringLiteral("the profile cannot be read again");
-    if (profile.open(QIODevice::ReadOnly) && m_output.write(profile.readAll(), &error))
+    QByteArray profile;
+    QString error;
+    if (SafeFile::readContents(made, profile, &error) && m_output.write(profile, &error))
         return std::nullopt;
     if (m_output.isTaken())
         return Problem{m_request.output, error + QStringLiteral("; use --force to replace it")};

@@ -2,6 +2,7 @@
 #include "core/OutputFile.h"
 
 #include "core/ExclusiveRename.h"
+#include "core/FileDescriptor.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -27,48 +28,6 @@ bool fail(QString *error, const QString &text)
 bool failWithErrno(QString *error)
 {
     return fail(error, QString::fromLocal8Bit(std::strerror(errno)));
-}
-
-/// A descriptor that is closed at the end of its scope; the first failure stays in errno.
-class Descriptor
-{
-public:
-    explicit Descriptor(int descriptor)
-        : m_descriptor(descriptor)
-    {
-    }
-    ~Descriptor()
-    {
-        const int before = errno;
-        if (isValid())
-            ::close(m_descriptor);
-        errno = before;
-    }
-    Descriptor(const Descriptor &) = delete;
-    Descriptor &operator=(const Descriptor &) = delete;
-
-    bool isValid() const { return m_descriptor >= 0; }
-    int get() const { return m_descriptor; }
-
-private:
-    int m_descriptor;
-};
-
-bool writeAll(int file, const QByteArray &bytes)
-{
-    qint64 done = 0;
-    while (done < bytes.size()) {
-        const ssize_t written = ::write(file, bytes.constData() + done, size_t(bytes.size() - done));
-        if (written < 0 && errno != EINTR)
-            return false;
-        done += written > 0 ? written : 0;
-    }
-    return true;
-}
-
-bool sync(int file)
-{
-    return ::fsync(file) == 0;
 }
 
 bool cannotRefuse(int reason)
@@ -127,15 +86,15 @@ bool OutputFile::isStaged() const
 
 bool OutputFile::place(QString *error)
 {
-    const Descriptor staged(::openat(m_staging->descriptor(), m_name.constData(),
-                                     O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
-    if (!staged.isValid() || !sync(staged.get()))
+    const FileDescriptor staged(::openat(m_staging->descriptor(), m_name.constData(),
+                                         O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    if (!staged.isValid() || !staged.sync())
         return failWithErrno(error);
     if (!m_folder.isStillThere())
         return fail(error, QStringLiteral("its folder was moved or replaced during the run"));
     const bool moved =
         m_existing == Existing::Keep ? moveToFreeName(error) : moveOverFile(staged.get(), error);
-    return moved && (sync(m_folder.descriptor()) || failWithErrno(error));
+    return moved && (::fsync(m_folder.descriptor()) == 0 || failWithErrno(error));
 }
 
 bool OutputFile::write(const QByteArray &bytes, QString *error)
@@ -147,9 +106,9 @@ bool OutputFile::write(const QByteArray &bytes, QString *error)
 
 bool OutputFile::fillStaged(const QByteArray &bytes) const
 {
-    const Descriptor file(::openat(m_staging->descriptor(), m_name.constData(),
-                                   O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, writableFile));
-    return file.isValid() && writeAll(file.get(), bytes);
+    const FileDescriptor file(::openat(m_staging->descriptor(), m_name.constData(),
+                                       O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, writableFile));
+    return file.isValid() && file.write(bytes);
 }
 
 bool OutputFile::moveToFreeName(QString *error)

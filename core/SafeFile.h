@@ -20,8 +20,14 @@ bool sameFile(const QString &first, const QString &second);
 /// Copies a regular file to a path where nothing may exist yet, not even a dangling link.
 bool copyNew(const QString &from, const QString &to, QString *error = nullptr);
 
-/// Writes the bytes beside the path, syncs them and moves them into place; an existing file keeps its
-/// permissions. Refuses when a link or anything but a regular file lies there.
-bool replaceContents(const QString &path, const QByteArray &bytes, QString *error = nullptr);
+/// All that a file holds; what could be read before a failure is never taken for the whole.
+bool readContents(const QString &path, QByteArray &bytes, QString *error = nullptr);
+
+/// Writes the bytes beside the path and moves them into place; an existing file keeps its permissions.
+/// Refuses when a link or anything but a regular file lies there. After a failure all is as it was.
+/// `Lasting::Yes` waits until the bytes are on the disk; what is needed by this run only can do without.
+enum class Lasting { Yes, No };
+bool replaceContents(const QString &path, const QByteArray &bytes, QString *error = nullptr,
+                     Lasting lasting = Lasting::Yes);
 
 } // namespace SafeFile

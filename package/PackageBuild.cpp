@@ -31,8 +31,7 @@ bool isWanted(const std::function<bool()> &question)
 bool checkComponent(const QString &component, bool editor, QString *problem)
 {
     const QString scripts = scriptsFolder(component, editor);
-    return isRealFolder(component, problem) && isRealFolder(QFileInfo(scripts.chopped(1)).path(), problem) &&
-           canBeBuiltOn(scripts, problem);
+    return isRealFolder(component, problem) && isRealFolder(QFileInfo(scripts.chopped(1)).path(), problem);
 }
 
 /// A package whose contents cannot be read has failed to expand before, so that counts as unsigned.
@@ -138,7 +137,8 @@ bool Build::inspect(QString *problem)
     m_inspection.signedByVendor = isSignedPackage(m_files.input);
     m_inspection.scripts = inspectScripts(scriptsFolder(m_component, m_plan.editor));
     m_report.productVersion = m_inspection.scripts.version;
-    return true;
+    *problem = m_inspection.scripts.obstacle;
+    return problem->isEmpty();
 }
 
 bool Build::collectSettings(QString *)

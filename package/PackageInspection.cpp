@@ -50,8 +50,11 @@ void inspectPreinstall(const QString &path, ScriptsInspection &inspection)
 void inspectPostinstall(const QString &path, ScriptsInspection &inspection)
 {
     QString text;
-    if (!readScript(path, text, &inspection.postinstallProblem))
+    if (!readScript(path, text, &inspection.postinstallProblem)) {
+        inspection.obstacle =
+            QStringLiteral("its postinstall cannot be read: ") + inspection.postinstallProblem;
         return;
+    }
     const QStringList lines = scriptLines(text);
     inspection.postinstallPatched = isPatchedPostinstall(lines);
     inspection.postinstallProblem =
@@ -84,18 +87,17 @@ bool isMissing(const QString &path)
     return SafeFile::kindOf(path) == SafeFile::Kind::Missing;
 }
 
-bool isReadable(const QString &scripts, const QString &name, QString *problem)
-{
-    QString contents;
-    QString cause;
-    return readScript(scripts + name, contents, &cause) ||
-           fail(problem, QStringLiteral("its %1 cannot be read: %2").arg(name, cause));
-}
-
 bool isWritable(const QString &folder, QString *problem)
 {
     return ::access(QFile::encodeName(folder).constData(), W_OK | X_OK) == 0 ||
            fail(problem, QStringLiteral("nothing can be added to its scripts"));
+}
+
+bool holdsBothScripts(const QString &folder, QString *problem)
+{
+    const QString preinstall = QStringLiteral("preinstall");
+    return isWritable(folder, problem) && isRegular(folder, QStringLiteral("postinstall"), problem) &&
+           (isMissing(folder + preinstall) || isRegular(folder, preinstall, problem));
 }
 
 QString missingSwitchText(const QString &switchText, const QString &consequence)
@@ -198,8 +200,8 @@ bool unpackScripts(const QString &archive, const QString &folder, QString *error
 ScriptsInspection inspectScripts(const QString &scripts)
 {
     ScriptsInspection inspection;
-    if (!isRealFolder(scripts, &inspection.preinstallProblem)) {
-        inspection.postinstallProblem = inspection.preinstallProblem;
+    if (!isRealFolder(scripts, &inspection.obstacle)) {
+        inspection.preinstallProblem = inspection.postinstallProblem = inspection.obstacle;
         return inspection;
     }
     const QString folder = scripts + QLatin1Char('/');
@@ -207,17 +209,8 @@ ScriptsInspection inspectScripts(const QString &scripts)
     inspection.holdsViewerTool = !isMissing(folder + QStringLiteral("duti"));
     inspectPreinstall(folder + QStringLiteral("preinstall"), inspection);
     inspectPostinstall(folder + QStringLiteral("postinstall"), inspection);
+    holdsBothScripts(folder, &inspection.obstacle);
     return inspection;
-}
-
-bool canBeBuiltOn(const QString &scripts, QString *problem)
-{
-    const QString folder = scripts + QLatin1Char('/');
-    const QString preinstall = QStringLiteral("preinstall");
-    const QString postinstall = QStringLiteral("postinstall");
-    return isRealFolder(scripts, problem) && isWritable(folder, problem) &&
-           isRegular(folder, postinstall, problem) && isReadable(folder, postinstall, problem) &&
-           (isMissing(folder + preinstall) || isRegular(folder, preinstall, problem));
 }
 
 QList<BuildWarning> warningsAbout(const ScriptsInspection &scripts, bool wantsDefaultViewer,

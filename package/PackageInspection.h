@@ -16,6 +16,10 @@ struct BuildWarning
 /// What a vendor package offers to a build, seen from its install scripts.
 struct ScriptsInspection
 {
+    /// Why no build can work on them, as a clause: "its postinstall is a link". A build needs a postinstall
+    /// that can be read and, if there is one, a preinstall, both regular files and no links. Empty when it
+    /// can.
+    QString obstacle;
     QString version;                 ///< product version that postinstall names, may be empty
     bool versionUnusable = false;    ///< it names one that no document can hold, which does not count
     bool customizedBefore = false;   ///< there is a "ProfStore.xml" already; a build would fail
@@ -37,12 +41,8 @@ struct PackageInspection
 };
 
 /// Looks at the scripts in a folder of an expanded package (with or without a slash at the end). Never
-/// follows links. Nothing there at all reads as scripts that cannot be patched.
+/// follows links. Each script is read once, so that all that is said of it is said of the same text.
 ScriptsInspection inspectScripts(const QString &scripts);
-
-/// Whether a build can work on the scripts in such a folder: a postinstall that can be read and, if there is
-/// one, a preinstall, both regular files and no links. `problem` gets a clause: "its postinstall is a link".
-bool canBeBuiltOn(const QString &scripts, QString *problem);
 
 /// What will not work as asked for; empty when all will. The codes, in this order: "version-unusable",
 /// "document-switch-missing", "viewer-switch-missing", "preference-list-missing", "preinstall-unpatched" and

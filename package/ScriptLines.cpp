@@ -4,7 +4,7 @@
 #include "core/SafeFile.h"
 #include "package/Failure.h"
 
-#include <QFile>
+#include <QFileInfo>
 
 #include <algorithm>
 
@@ -12,16 +12,6 @@ namespace {
 
 /// Far above any real script, and small enough that a hostile one cannot exhaust the memory.
 constexpr qint64 maximumScriptBytes = qint64{16} * 1024 * 1024;
-
-bool readBytes(QFile &file, QByteArray &bytes, QString *error)
-{
-    if (!file.open(QIODevice::ReadOnly))
-        return fail(error, file.errorString());
-    if (file.size() > maximumScriptBytes)
-        return fail(error, QStringLiteral("is too large for a script"));
-    bytes = file.readAll();
-    return file.error() == QFileDevice::NoError || fail(error, file.errorString());
-}
 
 } // namespace
 
@@ -84,9 +74,10 @@ bool readScript(const QString &path, QString &text, QString *error)
     if (kind != SafeFile::Kind::File && kind != SafeFile::Kind::Missing)
         return fail(error, kind == SafeFile::Kind::Link ? QStringLiteral("is a link")
                                                         : QStringLiteral("is not a regular file"));
-    QFile file(path);
     QByteArray bytes;
-    if (!readBytes(file, bytes, error))
+    if (QFileInfo(path).size() > maximumScriptBytes)
+        return fail(error, QStringLiteral("is too large for a script"));
+    if (!SafeFile::readContents(path, bytes, error))
         return false;
     text = QString::fromUtf8(bytes.constData());
     return true;

@@ -101,7 +101,7 @@ bool patchFile(const QString &path, LinesEdit edit, QString *error)
     if (!edit(lines, error))
         return false;
     const QString patched = lines.join(QLatin1Char('\n')) + QLatin1Char('\n');
-    return SafeFile::replaceContents(path, patched.toUtf8(), error);
+    return SafeFile::replaceContents(path, patched.toUtf8(), error, SafeFile::Lasting::No);
 }
 
 } // namespace

@@ -4,13 +4,13 @@
 #include "package/Failure.h"
 
 #include <QDateTime>
-#include <QDirIterator>
 #include <QFile>
 #include <QRegularExpression>
 
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <filesystem>
 #include <sys/stat.h>
 
 namespace {
@@ -53,12 +53,14 @@ bool SourceDate::read(std::optional<qint64> *seconds, QString *problem)
 
 bool SourceDate::limitTimesBelow(const QString &folder, qint64 newest, QString *problem)
 {
-    QDirIterator entries(folder, QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
-                         QDirIterator::Subdirectories);
-    while (entries.hasNext()) {
-        const QString path = entries.next();
-        if (!limitTime(QFile::encodeName(path), newest))
-            return fail(problem, path + QStringLiteral(": ") + QString::fromLocal8Bit(std::strerror(errno)));
+    using Entries = std::filesystem::recursive_directory_iterator;
+    std::error_code cause;
+    for (Entries entry(QFile::encodeName(folder).toStdString(), cause); !cause && entry != Entries();
+         entry.increment(cause)) {
+        const QByteArray path = QByteArray::fromStdString(entry->path().string());
+        if (!limitTime(path, newest))
+            return fail(problem, QFile::decodeName(path) + QStringLiteral(": ") +
+                                     QString::fromLocal8Bit(std::strerror(errno)));
     }
-    return true;
+    return !cause || fail(problem, folder + QStringLiteral(": ") + QString::fromStdString(cause.message()));
 }

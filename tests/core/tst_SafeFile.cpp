@@ -5,6 +5,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <csignal>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 class tst_SafeFile : public QObject
@@ -98,6 +100,44 @@ private slots:
         QString error;
         QVERIFY(!SafeFile::replaceContents(at("no/such/file"), "new", &error));
         QVERIFY(!error.isEmpty());
+    }
+
+    void whatCannotBeReadToItsEndIsNoContent()
+    {
+        // Its first page is mapped by nobody, so that it opens and cannot be read.
+        const QString memory = QStringLiteral("/proc/self/mem");
+        if (!QFileInfo::exists(memory))
+            QSKIP("this system has no file that opens and cannot be read");
+        QByteArray bytes;
+        QString error;
+        QVERIFY(!SafeFile::readContents(memory, bytes, &error));
+        QVERIFY(!error.isEmpty());
+    }
+
+    void contentsAreReadWhole()
+    {
+        QByteArray bytes;
+        QVERIFY(SafeFile::readContents(at("file"), bytes));
+        QCOMPARE(bytes, QByteArray("old"));
+        QVERIFY(!SafeFile::readContents(at("nowhere"), bytes));
+    }
+
+    void replacingContentsThatFailsLeavesAllAsItWas()
+    {
+        const QStringList before = QDir(m_folder->path()).entryList(QDir::AllEntries | QDir::Hidden);
+        rlimit limit = {};
+        QCOMPARE(getrlimit(RLIMIT_FSIZE, &limit), 0);
+        const rlimit nothing = {0, limit.rlim_max};
+        const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+        QCOMPARE(setrlimit(RLIMIT_FSIZE, &nothing), 0);
+        QString error;
+        const bool replaced = SafeFile::replaceContents(at("file"), "new", &error);
+        QCOMPARE(setrlimit(RLIMIT_FSIZE, &limit), 0);
+        std::signal(SIGXFSZ, handler);
+        QVERIFY(!replaced);
+        QVERIFY(!error.isEmpty());
+        QCOMPARE(TestFiles::read(at("file")), QByteArray("old"));
+        QCOMPARE(QDir(m_folder->path()).entryList(QDir::AllEntries | QDir::Hidden), before);
     }
 
 private:
