@@ -4,7 +4,7 @@
 #include "cli/Json.h"
 #include "cli/PackageJob.h"
 #include "cli/Product.h"
-#include "cli/Verb.h"
+#include "cli/VerbLine.h"
 
 namespace {
 
@@ -20,11 +20,11 @@ PackageRequest requestOf(const VerbLine &line)
 {
     PackageRequest request;
     request.product = &line.product();
-    request.input = line.path(QStringLiteral("input"));
-    request.output = line.path(QStringLiteral("output"));
-    request.config = line.path(QStringLiteral("config"));
-    request.keptDocument = line.path(QStringLiteral("keep-config"));
-    request.force = line.isSet(QStringLiteral("force"));
+    request.input = line.path(OptionName::input);
+    request.output = line.path(OptionName::output);
+    request.config = line.path(OptionName::config);
+    request.keptDocument = line.path(OptionName::keepConfig);
+    request.force = line.isSet(OptionName::force);
     return request;
 }
 
@@ -63,48 +63,12 @@ void writeOutcome(const PackageRequest &request, const Outcome &outcome, bool as
         console.error(*outcome.problem);
 }
 
-QCommandLineOption fileOption(const QString &name, const QString &valueName, const QString &description)
-{
-    return {name, description, valueName};
-}
-
-QList<QCommandLineOption> buildOptions()
-{
-    const QString package = QStringLiteral("PKG");
-    return {
-        CommonOption::product(),
-        fileOption(QStringLiteral("input"), package, QStringLiteral("The vendor's installer package.")),
-        fileOption(QStringLiteral("output"), package, QStringLiteral("The package to make.")),
-        fileOption(QStringLiteral("config"), QStringLiteral("DOC"),
-                   QStringLiteral("Configuration document with the settings; without it the defaults.")),
-        fileOption(QStringLiteral("keep-config"), QStringLiteral("PATH"),
-                   QStringLiteral("Keep a copy of the document that the package carries.")),
-        {QStringLiteral("force"), QStringLiteral("Replace an existing output and kept document.")},
-        CommonOption::json(),
-        CommonOption::quiet(),
-    };
-}
-
-VerbSyntax buildSyntax()
-{
-    VerbSyntax syntax;
-    syntax.name = QStringLiteral("build");
-    syntax.synopsis = QStringLiteral("--product editor|reader --input PKG --output PKG [--config DOC] "
-                                     "[--keep-config PATH] [--force] [--json] [-q]");
-    syntax.description = QStringLiteral("Makes a customized installer package from the vendor's. The output "
-                                        "appears only when it is complete.");
-    syntax.options = buildOptions();
-    syntax.requiredOptions =
-        QStringList{QStringLiteral("product"), QStringLiteral("input"), QStringLiteral("output")};
-    return syntax;
-}
-
 int runBuild(const VerbLine &line, Console &console)
 {
-    console.setQuiet(line.isSet(QStringLiteral("quiet")));
+    console.setQuiet(line.isSet(OptionName::quiet));
     const PackageRequest request = requestOf(line);
     const Outcome outcome = outcomeOf(request);
-    writeOutcome(request, outcome, line.isSet(QStringLiteral("json")), console);
+    writeOutcome(request, outcome, line.isSet(OptionName::json), console);
     return outcome.problem ? ExitCode::refused : ExitCode::done;
 }
 
@@ -112,6 +76,27 @@ int runBuild(const VerbLine &line, Console &console)
 
 Verb buildVerb()
 {
-    return {QLatin1String("build"), QLatin1String("make a customized installer package"), buildSyntax,
-            runBuild};
+    Verb verb{QLatin1String("build"), QLatin1String("make a customized installer package"), runBuild};
+    verb.description = QStringLiteral(
+        "Makes a customized package from the vendor's: it adds the configuration document "
+        "ProfStore.xml, switches on what the settings ask for, and makes the install scripts find "
+        "the user who is logged in at the console.");
+    verb.options = {
+        required(productOption(QStringLiteral("the product whose installer the input is"))),
+        required(withRemark(
+            {OptionName::input, QStringLiteral("the vendor's installer package"), Value::package()},
+            QStringLiteral("; it is never changed"))),
+        required({OptionName::output, QStringLiteral("the package to make"), Value::package()}),
+        configOption(),
+        withRemark(
+            {OptionName::keepConfig,
+             QStringLiteral("where to keep a copy of the document that the new package carries"),
+             Value::document("PATH")},
+            QStringLiteral("; written after the package is complete. When that fails, the message says that "
+                           "the package exists")),
+        {OptionName::force, QStringLiteral("replace an output and a kept document that exist already")},
+        withRemark(jsonOption(), QStringLiteral(", also when the build fails")),
+        quietOption(),
+    };
+    return verb;
 }

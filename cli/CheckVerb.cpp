@@ -5,7 +5,7 @@
 #include "cli/Json.h"
 #include "cli/PrivateFolder.h"
 #include "cli/Product.h"
-#include "cli/Verb.h"
+#include "cli/VerbLine.h"
 
 #include <QJsonArray>
 
@@ -111,27 +111,13 @@ void writeCheck(const QString &package, const Product &product, const InstallerC
                            inspectionRows(*check.inspection));
 }
 
-VerbSyntax checkSyntax()
-{
-    VerbSyntax syntax;
-    syntax.name = QStringLiteral("check");
-    syntax.synopsis = QStringLiteral("--product editor|reader [--json] [-q] PKG");
-    syntax.description =
-        QStringLiteral("Says whether a package is the vendor's installer of the product, and "
-                       "what a build can do with it. Exit code 0 when a build would work.");
-    syntax.options = {CommonOption::product(), CommonOption::json(), CommonOption::quiet()};
-    syntax.requiredOptions = QStringList{QStringLiteral("product")};
-    syntax.operands = {{QStringLiteral("PKG"), QStringLiteral("The installer package to look at.")}};
-    return syntax;
-}
-
 int runCheck(const VerbLine &line, Console &console)
 {
     const QString package = line.operandPath();
     const Product &product = line.product();
-    console.setQuiet(line.isSet(QStringLiteral("quiet")));
+    console.setQuiet(line.isSet(OptionName::quiet));
     const InstallerCheck check = checkFile(package, product);
-    writeCheck(package, product, check, line.isSet(QStringLiteral("json")), console);
+    writeCheck(package, product, check, line.isSet(OptionName::json), console);
     for (const BuildWarning &warning : warningsOf(check, product))
         console.warning(package, warning.text);
     if (!check.refusal)
@@ -144,6 +130,13 @@ int runCheck(const VerbLine &line, Console &console)
 
 Verb checkVerb()
 {
-    return {QLatin1String("check"), QLatin1String("say what an installer package offers to a build"),
-            checkSyntax, runCheck};
+    Verb verb{QLatin1String("check"), QLatin1String("say what an installer package offers to a build"),
+              runCheck};
+    verb.description = QStringLiteral(
+        "Says whether PKG is the vendor's installer of the product and what a build can do with it. "
+        "Exit code 0 when a build would work.");
+    verb.options = {required(productOption(QStringLiteral("the product whose installer PKG should be"))),
+                    jsonOption(), quietOption()};
+    verb.operands = {{Value::package(), QStringLiteral("the installer package to look at")}};
+    return verb;
 }

@@ -5,7 +5,7 @@
 #include "cli/Product.h"
 #include "cli/SettingsFile.h"
 #include "cli/SettingValue.h"
-#include "cli/Verb.h"
+#include "cli/VerbLine.h"
 
 #include <QJsonArray>
 
@@ -86,21 +86,6 @@ void writeLines(const QList<Difference> &differences, Console &console)
                       << QStringLiteral(" -> ") << readableValue(difference.second) << '\n';
 }
 
-VerbSyntax diffSyntax()
-{
-    VerbSyntax syntax;
-    syntax.name = QStringLiteral("diff");
-    syntax.synopsis = QStringLiteral("[--json] A B");
-    syntax.description =
-        QStringLiteral("Says in which settings two files differ, one a line with both values. Exit code 0 "
-                       "when they are the same, 1 when they differ, 2 when that cannot be said.");
-    syntax.options = {CommonOption::json()};
-    const QString kinds =
-        QStringLiteral("A configuration document, a configuration profile or a customized package.");
-    syntax.operands = {{QStringLiteral("A"), kinds}, {QStringLiteral("B"), kinds}};
-    return syntax;
-}
-
 int runDiff(const VerbLine &line, Console &console)
 {
     SettingsFile first;
@@ -113,7 +98,7 @@ int runDiff(const VerbLine &line, Console &console)
         return ExitCode::trouble;
     }
     const QList<Difference> differences = differencesOf(first, second);
-    if (line.isSet(QStringLiteral("json")))
+    if (line.isSet(OptionName::json))
         console.writeJson(outcomeObject(line, first, second, differences));
     else
         writeLines(differences, console);
@@ -125,6 +110,13 @@ int runDiff(const VerbLine &line, Console &console)
 
 Verb diffVerb()
 {
-    return {QLatin1String("diff"), QLatin1String("say in which settings two files differ"), diffSyntax,
-            runDiff, ExitCode::trouble};
+    Verb verb{QLatin1String("diff"), QLatin1String("say in which settings two files differ"), runDiff};
+    verb.description = QStringLiteral(
+        "Says in which settings two files differ, one a line with both values. Exit code 0 when they "
+        "are the same, 1 when they differ, 2 when that cannot be said.");
+    verb.options = {jsonOption()};
+    const QString kinds = QStringLiteral("a configuration document, a profile or a customized package");
+    verb.operands = {{Value::settings("A"), kinds}, {Value::settings("B"), kinds}};
+    verb.trouble = ExitCode::trouble;
+    return verb;
 }

@@ -3,7 +3,7 @@
 #include "cli/ExitCode.h"
 #include "cli/HostCommands.h"
 #include "cli/Json.h"
-#include "cli/Verb.h"
+#include "cli/VerbLine.h"
 #include "core/PrintableText.h"
 #include "profile/CProfileGenerator.h"
 
@@ -31,17 +31,6 @@ void writeListing(const Listing &listing, bool asJson, Console &console)
         console.warning(warning.file, warning.warning.text);
 }
 
-VerbSyntax identitiesSyntax()
-{
-    VerbSyntax syntax;
-    syntax.name = QStringLiteral("identities");
-    syntax.synopsis = QStringLiteral("[--json]");
-    syntax.description = QStringLiteral("Lists the code-signing identities of this user that \"pct profile "
-                                        "--sign\" takes, one a line.");
-    syntax.options = {CommonOption::json()};
-    return syntax;
-}
-
 Verdict listIdentities(Listing &listing)
 {
     const QString command = QStringLiteral("/usr/bin/security");
@@ -65,7 +54,7 @@ int runIdentities(const VerbLine &line, Console &console)
         console.error(*problem);
         return ExitCode::refused;
     }
-    writeListing(listing, line.isSet(QStringLiteral("json")), console);
+    writeListing(listing, line.isSet(OptionName::json), console);
     return ExitCode::done;
 }
 
@@ -73,6 +62,11 @@ int runIdentities(const VerbLine &line, Console &console)
 
 Verb identitiesVerb()
 {
-    return {QLatin1String("identities"), QLatin1String("list the identities that can sign a profile"),
-            identitiesSyntax, runIdentities};
+    Verb verb{QLatin1String("identities"), QLatin1String("list the identities that can sign a profile"),
+              runIdentities};
+    verb.description = QStringLiteral(
+        "Lists the code-signing identities of this user that can sign a profile, one a line, as the "
+        "signing dialog of the window does.");
+    verb.options = {jsonOption()};
+    return verb;
 }

@@ -4,7 +4,7 @@
 #include "cli/Json.h"
 #include "cli/Product.h"
 #include "cli/ProfileJob.h"
-#include "cli/Verb.h"
+#include "cli/VerbLine.h"
 
 #include <QRegularExpression>
 
@@ -22,14 +22,14 @@ ProfileRequest requestOf(const VerbLine &line)
 {
     ProfileRequest request;
     request.product = &line.product();
-    request.config = line.path(QStringLiteral("config"));
-    request.source = line.path(QStringLiteral("from"));
-    request.installed = line.isSet(QStringLiteral("installed"));
-    request.output = line.path(QStringLiteral("output"));
-    request.signer = line.value(QStringLiteral("sign"));
-    request.identifier = line.value(QStringLiteral("identifier"));
-    request.uuid = line.value(QStringLiteral("uuid"));
-    request.force = line.isSet(QStringLiteral("force"));
+    request.config = line.path(OptionName::config);
+    request.source = line.path(OptionName::from);
+    request.installed = line.isSet(OptionName::installed);
+    request.output = line.path(OptionName::output);
+    request.signer = line.value(OptionName::sign);
+    request.identifier = line.value(OptionName::identifier);
+    request.uuid = line.value(OptionName::uuid);
+    request.force = line.isSet(OptionName::force);
     return request;
 }
 
@@ -69,14 +69,6 @@ void writeOutcome(const ProfileRequest &request, const Outcome &outcome, bool as
         console.error(*outcome.problem);
 }
 
-int sourceCount(const VerbLine &line)
-{
-    int count = 0;
-    for (const auto *option : {"config", "from", "installed"})
-        count += line.isSet(QString::fromLatin1(option)) ? 1 : 0;
-    return count;
-}
-
 bool matches(const QString &value, const QString &pattern)
 {
     return QRegularExpression(QRegularExpression::anchoredPattern(pattern)).match(value).hasMatch();
@@ -84,66 +76,55 @@ bool matches(const QString &value, const QString &pattern)
 
 QString profileLineProblem(const VerbLine &line)
 {
-    const QString uuid = line.value(QStringLiteral("uuid"));
+    const QString uuid = line.value(OptionName::uuid);
     const QString uuidForm = QStringLiteral("[0-9A-Fa-f]{8}(-[0-9A-Fa-f]{4}){3}-[0-9A-Fa-f]{12}");
-    if (sourceCount(line) > 1)
-        return QStringLiteral("--config, --from and --installed exclude each other");
     if (!uuid.isEmpty() && !matches(uuid, uuidForm))
         return QStringLiteral("\"%1\" is no UUID; give one such as uuidgen prints").arg(uuid);
-    if (!matches(line.value(QStringLiteral("identifier")), QStringLiteral("[^\\s\\p{C}]*")))
+    if (!matches(line.value(OptionName::identifier), QStringLiteral("[^\\s\\p{C}]*")))
         return QStringLiteral("an identifier holds neither white space nor control characters");
     return {};
 }
 
-QList<QCommandLineOption> sourceOptions()
+QList<Option> sourceOptions()
 {
-    return {
-        {QStringLiteral("config"),
-         QStringLiteral("Configuration document with the settings; without any source the defaults."),
-         QStringLiteral("DOC")},
-        {QStringLiteral("from"), QStringLiteral("Profile with the settings and the identity to keep."),
-         QStringLiteral("PROFILE")},
-        {QStringLiteral("installed"),
-         QStringLiteral("Take them from the profile installed on this machine.")},
-    };
+    return alternatives({
+        configOption(),
+        withRemark(
+            {OptionName::from, QStringLiteral("profile with the settings and the identity to keep"),
+             Value::profile("PROFILE")},
+            QStringLiteral(", signed or not. A profile of the other product or of another application is "
+                           "refused")),
+        withRemark(
+            {OptionName::installed, QStringLiteral("take them from the profile installed on this machine")},
+            QStringLiteral("; more about it below")),
+    });
 }
 
-QList<QCommandLineOption> resultOptions()
+QList<Option> resultOptions()
 {
     return {
-        {QStringLiteral("output"), QStringLiteral("The profile to make."), QStringLiteral("FILE")},
-        {QStringLiteral("sign"), QStringLiteral("Sign it with this identity; see \"pct identities\"."),
-         QStringLiteral("IDENTITY")},
-        {QStringLiteral("identifier"),
-         QStringLiteral("Identifier of the profile; a profile replaces an installed one of the same."),
-         QStringLiteral("ID")},
-        {QStringLiteral("uuid"), QStringLiteral("UUID of the profile."), QStringLiteral("UUID")},
-        {QStringLiteral("force"), QStringLiteral("Replace an existing output.")},
+        required(
+            withRemark({OptionName::output, QStringLiteral("the profile to make"), Value::profile("FILE")},
+                       QStringLiteral("; its usual extension is `.mobileconfig`"))),
+        withRemark({OptionName::sign, QStringLiteral("sign it with this identity; see \"pct identities\""),
+                    Value::identity()},
+                   QStringLiteral(". The signature is made with SHA-256")),
+        withRemark({OptionName::identifier,
+                    QStringLiteral("identifier of the profile, which replaces an installed one of the same"),
+                    Value::text("ID")},
+                   QStringLiteral("; wins over that of a source")),
+        withRemark({OptionName::uuid, QStringLiteral("UUID of the profile"), Value::text("UUID")},
+                   QStringLiteral(" in its usual form with four hyphens; wins over that of a source")),
+        {OptionName::force, QStringLiteral("replace an output that exists already")},
     };
-}
-
-VerbSyntax profileSyntax()
-{
-    VerbSyntax syntax;
-    syntax.name = QStringLiteral("profile");
-    syntax.synopsis = QStringLiteral("--product editor|reader [--config DOC | --from PROFILE | --installed] "
-                                     "--output FILE [--sign IDENTITY] [--identifier ID] [--uuid UUID] "
-                                     "[--force] [--json] [-q]");
-    syntax.description = QStringLiteral("Makes a configuration profile. The output appears only when it is "
-                                        "complete, and signed when that was asked for.");
-    syntax.options = QList<QCommandLineOption>{CommonOption::product()} + sourceOptions() + resultOptions() +
-                     QList<QCommandLineOption>{CommonOption::json(), CommonOption::quiet()};
-    syntax.requiredOptions = QStringList{QStringLiteral("product"), QStringLiteral("output")};
-    syntax.furtherProblem = profileLineProblem;
-    return syntax;
 }
 
 int runProfile(const VerbLine &line, Console &console)
 {
-    console.setQuiet(line.isSet(QStringLiteral("quiet")));
+    console.setQuiet(line.isSet(OptionName::quiet));
     const ProfileRequest request = requestOf(line);
     const Outcome outcome = outcomeOf(request);
-    writeOutcome(request, outcome, line.isSet(QStringLiteral("json")), console);
+    writeOutcome(request, outcome, line.isSet(OptionName::json), console);
     return outcome.problem ? ExitCode::refused : ExitCode::done;
 }
 
@@ -151,6 +132,14 @@ int runProfile(const VerbLine &line, Console &console)
 
 Verb profileVerb()
 {
-    return {QLatin1String("profile"), QLatin1String("make a configuration profile"), profileSyntax,
-            runProfile};
+    Verb verb{QLatin1String("profile"), QLatin1String("make a configuration profile"), runProfile};
+    verb.description =
+        QStringLiteral("Makes a configuration profile, and signs it when an identity is given. The "
+                       "output appears only when it is complete.");
+    verb.options =
+        QList<Option>{required(productOption(QStringLiteral("the product that the profile is for")))} +
+        sourceOptions() + resultOptions() +
+        QList<Option>{withRemark(jsonOption(), QStringLiteral(", also when it fails")), quietOption()};
+    verb.furtherProblem = profileLineProblem;
+    return verb;
 }

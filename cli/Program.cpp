@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/Program.h"
 
+#include "cli/Console.h"
 #include "cli/ExitCode.h"
 #include "cli/Interruption.h"
 #include "cli/Verbs.h"
@@ -30,5 +31,6 @@ int runProgram()
     QTextStream err(&errFile);
     const QStringList arguments = QCoreApplication::arguments().mid(1);
     const Interruption interruption(arguments.value(0));
-    return runPct(arguments, out, err);
+    Console console(out, err);
+    return runPct(pctVerbs(), arguments, console);
 }

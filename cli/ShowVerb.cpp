@@ -5,7 +5,7 @@
 #include "cli/Product.h"
 #include "cli/SettingsFile.h"
 #include "cli/SettingValue.h"
-#include "cli/Verb.h"
+#include "cli/VerbLine.h"
 
 namespace {
 
@@ -81,19 +81,6 @@ void writeReadable(const QString &path, const SettingsFile &file, Console &conso
         console.note(path, signatureNote(file));
 }
 
-VerbSyntax showSyntax()
-{
-    VerbSyntax syntax;
-    syntax.name = QStringLiteral("show");
-    syntax.synopsis = QStringLiteral("[--json] FILE");
-    syntax.description = QStringLiteral("Prints the settings that a file holds. Settings that the file does "
-                                        "not mention have their default values.");
-    syntax.options = {CommonOption::json()};
-    syntax.operands = {{QStringLiteral("FILE"), QStringLiteral("A configuration document, a configuration "
-                                                               "profile or a customized package.")}};
-    return syntax;
-}
-
 int runShow(const VerbLine &line, Console &console)
 {
     SettingsFile file;
@@ -102,7 +89,7 @@ int runShow(const VerbLine &line, Console &console)
         console.error(*problem);
         return ExitCode::refused;
     }
-    if (line.isSet(QStringLiteral("json")))
+    if (line.isSet(OptionName::json))
         console.writeJson(fileObject(file));
     else
         writeReadable(path, file, console);
@@ -114,6 +101,13 @@ int runShow(const VerbLine &line, Console &console)
 
 Verb showVerb()
 {
-    return {QLatin1String("show"), QLatin1String("print the settings in a document, a profile or a package"),
-            showSyntax, runShow};
+    Verb verb{QLatin1String("show"),
+              QLatin1String("print the settings in a document, a profile or a package"), runShow};
+    verb.description = QStringLiteral(
+        "Prints the settings that a file holds. Settings that the file does not mention have their "
+        "default values.");
+    verb.options = {jsonOption()};
+    verb.operands = {{Value::settings("FILE"),
+                      QStringLiteral("a configuration document, a profile or a customized package")}};
+    return verb;
 }

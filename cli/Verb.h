@@ -2,40 +2,56 @@
 #pragma once
 
 #include "cli/ExitCode.h"
-#include "cli/VerbLine.h"
+#include "cli/Option.h"
 
 #include <QLatin1String>
+#include <QList>
+#include <QString>
+
+#include <vector>
 
 class Console;
+class VerbLine;
 
-/// One verb of `pct`. The verbs are listed in Verbs.cpp.
+/// One verb of `pct` and all that is said about it: the command line is read by it, and help, completions
+/// and manual are made from it. -h and --help are part of every verb.
 struct Verb
 {
-    QLatin1String name;
-    QLatin1String summary; ///< its line in the general help
+    QLatin1String name;    ///< a verb below another one is named with it: "config set"
+    QLatin1String summary; ///< its line in lists of verbs
 
-    VerbSyntax (*syntax)();
+    /// Does the work and returns the exit code. Called only with a line that has no problem. Null for a verb
+    /// that does nothing itself but has others below it.
+    int (*run)(const VerbLine &line, Console &console) = nullptr;
 
-    /// Does the work and returns the exit code. Called only with a line that has no problem.
-    int (*run)(const VerbLine &line, Console &console);
+    QString description{}; ///< plain text, one paragraph of help and manual
+    QList<Option> options{};
+    QList<Operand> operands{};
+
+    /// What is wrong with a line that fits all this nevertheless, or empty; null when nothing can be.
+    QString (*furtherProblem)(const VerbLine &line) = nullptr;
 
     int trouble = ExitCode::refused; ///< exit code when its output could not be written
 };
 
-/// Says what an installer package offers to a build.
+/// The verbs in the order in which they are listed.
+using VerbTable = std::vector<Verb>;
+
+/// The verb of this full name, or null.
+const Verb *findVerb(const VerbTable &table, const QString &name);
+
+/// The verbs that follow the words `name`; those of the first level follow no words.
+VerbTable verbsBelow(const VerbTable &table, const QString &name);
+
+/// The last word of its name.
+QString lastWord(const Verb &verb);
+
+/// The verbs of `pct`. One row each; what a verb takes and does is in the file of its name.
+const VerbTable &pctVerbs();
+
 Verb checkVerb();
-
-/// Makes a customized installer package.
 Verb buildVerb();
-
-/// Makes a configuration profile.
 Verb profileVerb();
-
-/// Prints the settings that a file holds.
 Verb showVerb();
-
-/// Says in which settings two files differ.
 Verb diffVerb();
-
-/// Lists the identities that can sign a profile.
 Verb identitiesVerb();

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/VerbLine.h"
 
+#include "cli/HelpText.h"
 #include "cli/NearestWord.h"
 #include "cli/Product.h"
 
 #include <QDir>
+
+#include <algorithm>
 
 namespace {
 
@@ -21,72 +24,67 @@ QString withoutFullStop(QString text)
     return text;
 }
 
-QCommandLineOption helpOption()
+QCommandLineOption parserOption(const Option &option)
 {
-    return {{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help and exit.")};
+    QStringList names{option.name};
+    if (!option.letter.isEmpty())
+        names.prepend(option.letter);
+    return {names, option.meaning, option.value.name};
 }
 
-QStringList longNames(const QList<QCommandLineOption> &options)
+/// "a, b and c", or with another word before the last.
+QString listed(const QStringList &words, const QString &conjunction)
 {
-    QStringList names{QStringLiteral("help")};
-    for (const QCommandLineOption &option : options)
-        names.append(option.names().last());
-    return names;
+    if (words.size() < 2)
+        return words.join(QString());
+    return words.mid(0, words.size() - 1).join(QStringLiteral(", ")) + QLatin1Char(' ') + conjunction +
+           QLatin1Char(' ') + words.last();
+}
+
+QStringList longForms(const QList<Option> &options)
+{
+    QStringList forms;
+    for (const Option &option : options)
+        forms.append(option.longForm());
+    return forms;
+}
+
+QString choiceProblem(const Option &option, const QStringList &given)
+{
+    const QStringList &allowed = option.value.words;
+    for (const QString &value : given) {
+        if (!allowed.contains(value))
+            return QStringLiteral("%1 is %2, not \"%3\"")
+                .arg(option.longForm(), listed(allowed, QStringLiteral("or")), value);
+    }
+    return {};
 }
 
 } // namespace
 
-QCommandLineOption CommonOption::product()
+VerbLine::VerbLine(const Verb &verb, const QStringList &arguments)
+    : m_verb(verb)
 {
-    return {QStringLiteral("product"), QStringLiteral("The product: editor or reader."),
-            QStringLiteral("editor|reader")};
-}
-
-QCommandLineOption CommonOption::json()
-{
-    return {QStringLiteral("json"), QStringLiteral("Write the result to standard output as JSON.")};
-}
-
-QCommandLineOption CommonOption::quiet()
-{
-    return {{QStringLiteral("q"), QStringLiteral("quiet")},
-            QStringLiteral("No warnings and no confirmation.")};
-}
-
-VerbLine::VerbLine(const VerbSyntax &syntax, const QStringList &arguments)
-    : m_syntax(syntax)
-{
-    m_parser.setApplicationDescription(syntax.description);
     m_parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
-    m_parser.addOptions(syntax.options);
-    m_parser.addOption(helpOption());
-    for (const Operand &operand : syntax.operands)
-        m_parser.addPositionalArgument(operand.name, operand.description);
-    m_parsed = m_parser.parse(QStringList{syntax.name} + arguments);
+    for (const Option &option : allOptions(verb))
+        m_parser.addOption(parserOption(option));
+    m_parsed = m_parser.parse(QStringList{verb.name} + arguments);
 }
 
 bool VerbLine::wantsHelp() const
 {
-    return m_parser.isSet(QStringLiteral("help"));
-}
-
-QString VerbLine::helpText() const
-{
-    // The parser's own first line names the executable's path instead of the verb.
-    const QString generated = m_parser.helpText();
-    return QStringLiteral("Usage: pct %1 %2").arg(m_syntax.name, m_syntax.synopsis) +
-           generated.mid(generated.indexOf(QLatin1Char('\n')));
+    return isSet(OptionName::help);
 }
 
 QString VerbLine::problem() const
 {
     QString problem = parseProblem();
     if (problem.isEmpty())
-        problem = valueProblem();
+        problem = optionsProblem();
     if (problem.isEmpty())
-        problem = operandProblem();
-    if (problem.isEmpty() && m_syntax.furtherProblem)
-        problem = m_syntax.furtherProblem(*this);
+        problem = operandsProblem();
+    if (problem.isEmpty() && m_verb.furtherProblem)
+        problem = m_verb.furtherProblem(*this);
     return problem;
 }
 
@@ -97,62 +95,99 @@ QString VerbLine::parseProblem() const
     const QString unknown = m_parser.unknownOptionNames().value(0);
     if (unknown.isEmpty())
         return withoutFullStop(m_parser.errorText());
-    const QString nearest = nearestWord(unknown, longNames(m_syntax.options));
+    QStringList known;
+    for (const Option &option : allOptions(m_verb))
+        known.append(option.name);
+    const QString nearest = nearestWord(unknown, known);
     const QString problem = QStringLiteral("Unknown option '%1'").arg(unknown);
     return nearest.isEmpty() ? problem : problem + QStringLiteral(", the nearest is --%1").arg(nearest);
 }
 
-QString VerbLine::valueProblem() const
+QString VerbLine::optionsProblem() const
 {
-    for (const QString &option : m_syntax.requiredOptions) {
-        if (!isSet(option))
-            return QStringLiteral("--%1 is missing").arg(option);
-    }
-    for (const QCommandLineOption &option : m_syntax.options) {
-        const QString name = option.names().last();
-        if (isSet(name) && !option.valueName().isEmpty() && value(name).isEmpty())
-            return QStringLiteral("--%1 has an empty value").arg(name);
-    }
-    const QString product = QStringLiteral("product");
-    if (m_syntax.requiredOptions.contains(product) && !findProduct(&Product::word, value(product)))
-        return QStringLiteral("the product is editor or reader, not \"%1\"").arg(value(product));
-    return {};
-}
-
-QString VerbLine::operandProblem() const
-{
-    const QStringList given = m_parser.positionalArguments();
-    const int expected = m_syntax.operands.size();
-    if (given.size() > expected)
-        return QStringLiteral("unexpected argument \"%1\"").arg(given.at(expected));
-    for (int i = 0; i < expected; ++i) {
-        if (given.value(i).isEmpty())
-            return QStringLiteral("%1 is missing").arg(m_syntax.operands.at(i).name);
+    for (const Option &option : m_verb.options) {
+        const QString problem = optionProblem(option);
+        if (!problem.isEmpty())
+            return problem;
     }
     return {};
 }
 
-bool VerbLine::isSet(const QString &option) const
+QString VerbLine::optionProblem(const Option &option) const
+{
+    const QList<Option> group = groupOf(option, m_verb.options);
+    const auto given = std::count_if(group.begin(), group.end(),
+                                     [this](const Option &member) { return isSet(member.name); });
+    if (given == 0)
+        return option.isRequired
+                   ? listed(longForms(group), QStringLiteral("or")) + QStringLiteral(" is missing")
+                   : QString();
+    if (given > 1)
+        return listed(longForms(group), QStringLiteral("and")) + QStringLiteral(" exclude each other");
+    return isSet(option.name) && option.takesValue() ? valueProblem(option) : QString();
+}
+
+QString VerbLine::valueProblem(const Option &option) const
+{
+    const QStringList given = values(option.name);
+    if (given.contains(QString()))
+        return QStringLiteral("%1 has an empty value").arg(option.longForm());
+    if (given.size() > 1 && !option.isRepeatable)
+        return QStringLiteral("%1 is given more than once").arg(option.longForm());
+    return option.value.kind == Value::Kind::Choice ? choiceProblem(option, given) : QString();
+}
+
+QString VerbLine::operandsProblem() const
+{
+    const QList<Operand> &expected = m_verb.operands;
+    const QStringList given = operands();
+    const int unexpected = static_cast<int>(expected.size());
+    const bool takesMore = !expected.isEmpty() && expected.last().isRepeatable;
+    if (given.size() > unexpected && !takesMore)
+        return QStringLiteral("unexpected argument \"%1\"").arg(given.at(unexpected));
+    for (int i = 0; i < expected.size(); ++i) {
+        if (operand(i).isEmpty() && !expected.at(i).isOptional)
+            return QStringLiteral("%1 is missing").arg(expected.at(i).value.name);
+    }
+    return {};
+}
+
+bool VerbLine::isSet(QLatin1String option) const
 {
     return m_parser.isSet(option);
 }
 
-QString VerbLine::value(const QString &option) const
+QString VerbLine::value(QLatin1String option) const
 {
     return m_parser.value(option);
 }
 
-QString VerbLine::path(const QString &option) const
+QStringList VerbLine::values(QLatin1String option) const
+{
+    return m_parser.values(option);
+}
+
+QString VerbLine::path(QLatin1String option) const
 {
     return isSet(option) ? absolutePath(value(option)) : QString();
 }
 
+QStringList VerbLine::operands() const
+{
+    return m_parser.positionalArguments();
+}
+
+QString VerbLine::operand(int index) const
+{
+    return operands().value(index);
+}
+
 QString VerbLine::operandPath(int index) const
 {
-    return absolutePath(m_parser.positionalArguments().at(index));
+    return absolutePath(operand(index));
 }
 
 const Product &VerbLine::product() const
 {
-    return *findProduct(&Product::word, value(QStringLiteral("product")));
+    return *findProduct(&Product::word, value(OptionName::product));
 }

@@ -3,43 +3,20 @@
 
 #include "cli/Console.h"
 #include "cli/ExitCode.h"
+#include "cli/HelpText.h"
 #include "cli/NearestWord.h"
 #include "cli/Startup.h"
-#include "cli/Verb.h"
+#include "cli/VerbLine.h"
 #include "core/PrintableText.h"
 
 #include <QCoreApplication>
-#include <QVector>
-
-#include <algorithm>
 
 namespace {
 
-const QVector<Verb> &verbs()
+/// Of the verb that this word names below another one, or on the first level.
+QString fullName(const QString &parent, const QString &word)
 {
-    static const QVector<Verb> all{checkVerb(), buildVerb(), profileVerb(),
-                                   showVerb(),  diffVerb(),  identitiesVerb()};
-    return all;
-}
-
-const Verb *findVerb(const QString &name)
-{
-    const auto found =
-        std::find_if(verbs().begin(), verbs().end(), [&](const Verb &verb) { return verb.name == name; });
-    return found == verbs().end() ? nullptr : &*found;
-}
-
-QString generalHelp()
-{
-    QString text = QStringLiteral("Usage: pct VERB [options]\n"
-                                  "Prepares deployments of the Pelix PDF Editor and the Pelix PDF Reader.\n\n"
-                                  "Verbs:\n");
-    for (const Verb &verb : verbs())
-        text += QStringLiteral("  %1%2\n").arg(QString(verb.name), -12).arg(QString(verb.summary));
-    return text + QStringLiteral("\nOptions:\n"
-                                 "  -h, --help     Show this help and exit.\n"
-                                 "  -v, --version  Show the version and exit.\n\n"
-                                 "\"pct help VERB\" says more about a verb.\n");
+    return parent.isEmpty() ? word : parent + QLatin1Char(' ') + word;
 }
 
 int wrongUsage(const QString &subject, const QString &problem, const QString &help, Console &console)
@@ -48,21 +25,24 @@ int wrongUsage(const QString &subject, const QString &problem, const QString &he
     return ExitCode::usage;
 }
 
-QString nearestVerb(const QString &name)
+QString helpFor(const QString &name)
 {
-    QStringList known{QStringLiteral("help"), QStringLiteral("--help"), QStringLiteral("--version")};
-    for (const Verb &verb : verbs())
-        known.append(verb.name);
-    return nearestWord(name, known);
+    return name.isEmpty() ? QStringLiteral("pct help") : QStringLiteral("pct help ") + name;
 }
 
-int unknownVerb(const QString &name, Console &console)
+/// `parent` is the verb that it should be below, or empty.
+int unknownVerb(const VerbTable &table, const QString &parent, const QString &word, Console &console)
 {
-    const QString nearest = nearestVerb(name);
+    QStringList known;
+    for (const Verb &verb : verbsBelow(table, parent))
+        known.append(lastWord(verb));
+    if (parent.isEmpty())
+        known += QStringList{QStringLiteral("help"), QStringLiteral("--help"), QStringLiteral("--version")};
     QString problem = QStringLiteral("there is no such verb");
+    const QString nearest = nearestWord(word, known);
     if (!nearest.isEmpty())
         problem += QStringLiteral(", the nearest is \"%1\"").arg(nearest);
-    return wrongUsage(name, problem, QStringLiteral("pct help"), console);
+    return wrongUsage(fullName(parent, word), problem, helpFor(parent), console);
 }
 
 int print(const QString &text, Console &console)
@@ -71,14 +51,14 @@ int print(const QString &text, Console &console)
     return console.finish() ? ExitCode::done : ExitCode::refused;
 }
 
-int runVerb(const Verb &verb, const QStringList &arguments, Console &console)
+int runVerb(const Verb &verb, const QStringList &arguments, const VerbTable &table, Console &console)
 {
-    const VerbLine line(verb.syntax(), arguments);
+    const VerbLine line(verb, arguments);
     if (line.wantsHelp())
-        return print(line.helpText(), console);
+        return print(verbHelp(table, verb), console);
     const QString problem = line.problem();
     if (!problem.isEmpty())
-        return wrongUsage(verb.name, problem, QStringLiteral("pct help %1").arg(verb.name), console);
+        return wrongUsage(verb.name, problem, helpFor(verb.name), console);
     if (const Verdict tooFewFiles = Startup::fileLimitProblem()) {
         console.error(*tooFewFiles);
         return verb.trouble;
@@ -87,24 +67,28 @@ int runVerb(const Verb &verb, const QStringList &arguments, Console &console)
     return console.finish() ? exitCode : verb.trouble;
 }
 
-int runHelp(const QStringList &topics, Console &console)
+int runHelp(const VerbTable &table, const QStringList &topic, Console &console)
 {
-    if (topics.isEmpty())
-        return print(generalHelp(), console);
-    if (topics.size() > 1)
-        return wrongUsage(QStringLiteral("help"), QStringLiteral("it takes one verb"),
-                          QStringLiteral("pct help"), console);
-    const Verb *verb = findVerb(topics.first());
-    return verb ? print(VerbLine(verb->syntax(), {}).helpText(), console)
-                : unknownVerb(topics.first(), console);
+    if (topic.isEmpty())
+        return print(generalHelp(table), console);
+    QString name;
+    for (const QString &word : topic) {
+        if (!name.isEmpty() && verbsBelow(table, name).empty())
+            return wrongUsage(QStringLiteral("help"), QStringLiteral("it takes one verb"), helpFor({}),
+                              console);
+        const QString longer = fullName(name, word);
+        if (!findVerb(table, longer))
+            return unknownVerb(table, name, word, console);
+        name = longer;
+    }
+    return print(verbHelp(table, *findVerb(table, name)), console);
 }
 
 /// With one dash or two, or by its first letter.
-bool isOption(const QString &argument, QLatin1String name)
+bool isOption(const QString &argument, const Option &option)
 {
-    const QString letter = QString(name).left(1);
-    return argument == QLatin1Char('-') + letter || argument == QLatin1Char('-') + name ||
-           argument == QLatin1String("--") + name;
+    return argument == QLatin1Char('-') + option.letter || argument == QLatin1Char('-') + option.name ||
+           argument == option.longForm();
 }
 
 QString versionText()
@@ -112,21 +96,31 @@ QString versionText()
     return QStringLiteral("pct %1\n").arg(QCoreApplication::applicationVersion());
 }
 
+/// A verb with others below it goes on with the next word.
+int runFrom(const VerbTable &table, const QString &parent, const QStringList &words, Console &console)
+{
+    const QString word = words.value(0);
+    if (word.isEmpty())
+        return wrongUsage(parent.isEmpty() ? QStringLiteral("usage") : parent,
+                          QStringLiteral("a verb is missing"), helpFor(parent), console);
+    if (isOption(word, helpOption()))
+        return print(parent.isEmpty() ? generalHelp(table) : verbHelp(table, *findVerb(table, parent)),
+                     console);
+    const Verb *verb = findVerb(table, fullName(parent, word));
+    if (!verb)
+        return unknownVerb(table, parent, word, console);
+    return verb->run ? runVerb(*verb, words.mid(1), table, console)
+                     : runFrom(table, verb->name, words.mid(1), console);
+}
+
 } // namespace
 
-int runPct(const QStringList &arguments, QTextStream &out, QTextStream &err)
+int runPct(const VerbTable &table, const QStringList &arguments, Console &console)
 {
-    Console console(out, err);
     const QString first = arguments.value(0);
-    if (first.isEmpty())
-        return wrongUsage(QStringLiteral("usage"), QStringLiteral("a verb is missing"),
-                          QStringLiteral("pct help"), console);
-    if (isOption(first, QLatin1String("help")))
-        return print(generalHelp(), console);
-    if (isOption(first, QLatin1String("version")))
+    if (isOption(first, versionOption()))
         return print(versionText(), console);
-    if (first == QLatin1String("help"))
-        return runHelp(arguments.mid(1), console);
-    const Verb *verb = findVerb(first);
-    return verb ? runVerb(*verb, arguments.mid(1), console) : unknownVerb(first, console);
+    if (first == OptionName::help)
+        return runHelp(table, arguments.mid(1), console);
+    return runFrom(table, {}, arguments, console);
 }

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <QStringList>
+#include "cli/Verb.h"
 
-class QTextStream;
+#include <QStringList>
 
 /// Runs one `pct` command line: `arguments` are the words after the program's name. Returns the exit
 /// code. A QCoreApplication must exist; blocks until the work is done.
-int runPct(const QStringList &arguments, QTextStream &out, QTextStream &err);
+int runPct(const VerbTable &table, const QStringList &arguments, Console &console);

@@ -22,8 +22,23 @@ def general_options():
     return _options(run(PCT, "--help"))
 
 
+def _names(text):
+    return re.findall(r"^  (\w+)", _section(text, "Verbs"), re.MULTILINE)
+
+
+@functools.cache
+def first_words():
+    return set(_names(run(PCT, "--help")))
+
+
+def _verbs_below(words):
+    text = run(PCT, *words, "--help")
+    if "\nVerbs:\n" not in text:
+        return {" ".join(words): _options(text)}
+    return {name: options for word in _names(text) for name, options in _verbs_below([*words, word]).items()}
+
+
 @functools.cache
 def verbs():
-    """The options of each verb by its name."""
-    names = re.findall(r"^  (\w+)", _section(run(PCT, "--help"), "Verbs"), re.MULTILINE)
-    return {name: _options(run(PCT, name, "--help")) for name in names}
+    """The options of each verb by its full name."""
+    return _verbs_below([])

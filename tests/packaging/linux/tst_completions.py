@@ -7,9 +7,11 @@ import tempfile
 import unittest
 
 import pct_help
-from surroundings import ROOT, environment, run
+from surroundings import BUILD, environment, run
 
-COMPLETIONS = ROOT / "packaging/completions"
+COMPLETIONS = BUILD / "completions"
+# The same of a table with verbs below verbs.
+SAMPLES = BUILD / "tests/completions"
 HERE = pathlib.Path(__file__).parent
 
 BASH = """
@@ -23,8 +25,10 @@ printf '%s\\n' "${COMPREPLY[@]}"
 """
 
 
-class Completions:
-    """The same expectations of every shell; offered() asks the shell."""
+class Shell:
+    """A folder with files and a pct; offered() asks the shell, which reads the completions of `source`."""
+
+    source = COMPLETIONS
 
     def setUp(self):
         folder = tempfile.TemporaryDirectory()
@@ -45,12 +49,20 @@ class Completions:
     def files(self, line):
         return {name.rstrip("/") for name in self.offered(line)} - {"bin", "sub"}
 
+    def ask(self, *command):
+        lines = run(*command, env=self.environment, cwd=self.folder).splitlines()
+        return [line for line in lines if line]
+
+
+class Completions:
+    """The same expectations of every shell."""
+
     def test_the_first_word_is_a_verb(self):
         verbs = {word for word in self.words("pct ") if not word.startswith("-")}
-        self.assertEqual(verbs, set(pct_help.verbs()) | {"help"})
+        self.assertEqual(verbs, pct_help.first_words() | {"help"})
 
     def test_help_takes_a_verb(self):
-        self.assertEqual(self.words("pct help "), set(pct_help.verbs()))
+        self.assertEqual(self.words("pct help "), pct_help.first_words())
 
     def test_general_options_are_those_of_pct(self):
         self.assertEqual(self.words("pct -"), pct_help.general_options())
@@ -95,27 +107,59 @@ class Completions:
             with self.subTest(option):
                 self.assertEqual(self.words(f"pct profile {option} "), set())
 
-    def ask(self, *command):
-        lines = run(*command, env=self.environment, cwd=self.folder).splitlines()
-        return [line for line in lines if line]
+
+class SubVerbs:
+    """Verbs below verbs, and operands and options of every kind."""
+
+    source = SAMPLES
+
+    def test_a_verb_with_others_below_it_offers_them(self):
+        self.assertEqual(self.words("pct config ") - {"-h", "--help"}, {"new", "get"})
+        self.assertEqual(self.words("pct config n"), {"new"})
+        self.assertEqual(self.words("pct ") & {"config", "pick", "new", "get"}, {"config", "pick"})
+
+    def test_help_goes_on_below_a_verb(self):
+        self.assertEqual(self.words("pct help config "), {"new", "get"})
+        self.assertEqual(self.words("pct help pick "), set())
+
+    def test_options_are_those_of_the_verb_below(self):
+        self.assertEqual(self.words("pct config new -"), {"--set", "--output", "-h", "--help"})
+        self.assertEqual(self.words("pct config get -"), {"-h", "--help"})
+        self.assertEqual(self.words("pct config -"), {"-h", "--help"})
+
+    def test_values_are_those_of_the_verb_below(self):
+        self.assertEqual(self.files("pct config new --output "), {"settings.xml"})
+        self.assertEqual(self.words("pct pick --one "), {"a", "b"})
+
+    def test_every_operand_is_a_file(self):
+        settings = {"vendor.pkg", "settings.xml", "old.mobileconfig"}
+        for line in ("pct lint ", "pct lint settings.xml ", "pct lint a b "):
+            with self.subTest(line):
+                self.assertEqual(self.files(line), settings)
+
+    def test_an_option_can_be_repeated(self):
+        self.assertIn("--set", self.words("pct config new --set a=1 -"))
 
 
-class Bash(Completions, unittest.TestCase):
+class Bash(Shell):
     def offered(self, line):
-        return self.ask("bash", "--norc", "-c", BASH, "bash", COMPLETIONS / "pct.bash", line)
+        return self.ask("bash", "--norc", "-c", BASH, "bash", self.source / "pct.bash", line)
+
+    def test_the_script_is_sound(self):
+        subprocess.run(["shellcheck", "--shell=bash", self.source / "pct.bash"], check=True)
 
     def test_the_function_is_registered(self):
-        command = f"source {COMPLETIONS / 'pct.bash'}; complete -p pct"
+        command = f"source {self.source / 'pct.bash'}; complete -p pct"
         self.assertEqual(self.ask("bash", "--norc", "-c", command), ["complete -F _pct pct"])
 
 
-class Fish(Completions, unittest.TestCase):
+class Fish(Shell):
     def offered(self, line):
-        command = f"source {COMPLETIONS / 'pct.fish'}; complete -C '{line}'"
+        command = f"source {self.source / 'pct.fish'}; complete -C '{line}'"
         return [line.split("\t")[0] for line in self.ask("fish", "--no-config", "-c", command)]
 
 
-class Zsh(Completions, unittest.TestCase):
+class Zsh(Shell):
     @classmethod
     def setUpClass(cls):
         folder = tempfile.TemporaryDirectory()
@@ -123,10 +167,16 @@ class Zsh(Completions, unittest.TestCase):
         cls.cache = pathlib.Path(folder.name) / "functions"
 
     def offered(self, line):
-        return self.ask("zsh", "-f", HERE / "complete.zsh", COMPLETIONS, self.cache, line)
+        return self.ask("zsh", "-f", HERE / "complete.zsh", self.source, self.cache, line)
 
     def test_the_syntax_is_sound(self):
-        subprocess.run(["zsh", "-n", COMPLETIONS / "_pct"], check=True)
+        subprocess.run(["zsh", "-n", self.source / "_pct"], check=True)
+
+
+for shell in (Bash, Fish, Zsh):
+    for expectations in (Completions, SubVerbs):
+        name = shell.__name__ + expectations.__name__
+        globals()[name] = type(name, (expectations, shell, unittest.TestCase), {})
 
 
 if __name__ == "__main__":
