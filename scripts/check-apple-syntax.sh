@@ -17,7 +17,6 @@ set -eu
 
 root=$(cd "$(dirname "$0")/.." && pwd)
 tool_folders='app cli config core package pages profile resources welcome'
-gnustep=/usr/include/GNUstep
 compiler=${PCT_CLANG:-clang++}
 
 usage() {
@@ -25,8 +24,15 @@ usage() {
     exit 2
 }
 
+# Debian has moved them into the folder of the architecture.
+gnustep_headers() {
+    for folder in /usr/include/GNUstep /usr/include/*/GNUstep; do
+        [ ! -d "$folder/AppKit" ] || echo "$folder"
+    done | head -n 1
+}
+
 require_headers() {
-    command -v "$compiler" >/dev/null 2>&1 && command -v gcc >/dev/null 2>&1 && [ -d "$gnustep/AppKit" ] && return
+    command -v "$compiler" >/dev/null 2>&1 && command -v gcc >/dev/null 2>&1 && [ -n "$gnustep" ] && return
     echo "check-apple-syntax: needs clang, gobjc++ and libgnustep-gui-dev" >&2
     exit 77
 }
@@ -51,7 +57,7 @@ check() {
     # shellcheck disable=SC2046,SC2086
     "$compiler" $(language_options "$1") -fsyntax-only -fPIC \
         -Wall -Wextra -Wpedantic -Wshadow -Wcast-align -Wundeclared-selector -Werror \
-        -Wno-gnu-zero-variadic-macro-arguments -Wno-unused-command-line-argument \
+        -Wno-gnu-zero-variadic-macro-arguments -Wno-c++20-extensions -Wno-unused-command-line-argument \
         -U__linux__ -U__linux -U__gnu_linux__ -D__APPLE__ -D__MACH__ \
         -fobjc-runtime=macosx-11.0 -fblocks -fobjc-exceptions -fconstant-string-class=NSConstantString \
         -DGNUSTEP -DGNUSTEP_BASE_LIBRARY=1 -DGNU_GUI_LIBRARY=1 -D_NATIVE_OBJC_EXCEPTIONS \
@@ -81,6 +87,7 @@ check_all() {
 qt=$1
 shift
 [ -d "$qt/QtCore" ] || usage
+gnustep=$(gnustep_headers)
 require_headers
 
 if [ $# -eq 0 ]; then

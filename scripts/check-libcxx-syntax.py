@@ -24,7 +24,8 @@ ELSEWHERE = re.compile(r"_linux\.cpp$|^(build|hosttools|welcome/webview/engine|t
                        r"|^tests/fuzz/fuzz_(cpio|toc)\.cpp$")
 # Both names that Qt has had for it. Qt warns where it does not know its own version yet.
 WITHOUT_DEPRECATED = ["-DQT_DISABLE_DEPRECATED_BEFORE=QT_VERSION", "-DQT_DISABLE_DEPRECATED_UP_TO=QT_VERSION"]
-ALWAYS = ["-stdlib=libc++", "-Werror", "-Wno-#warnings", "-Wno-gnu-zero-variadic-macro-arguments", "-Wno-unused-command-line-argument"]
+ALWAYS = ["-stdlib=libc++", "-Werror", "-Wno-#warnings", "-Wno-unused-command-line-argument",
+          "-Wno-gnu-zero-variadic-macro-arguments", "-Wno-c++20-extensions"]
 
 
 def compiler_works():
