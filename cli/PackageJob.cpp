@@ -86,8 +86,11 @@ Verdict PackageJob::checkInput()
     if (Verdict problem = m_folder.problem())
         return problem;
     const QString folder = m_folder.makeSubfolder(QStringLiteral("inspect"));
-    return checkInstaller(m_request.input, *m_request.product, folder, theEditorXmlData.bSetAsDefaultViewer)
-        .refusal;
+    const InstallerCheck check =
+        checkInstaller(m_request.input, *m_request.product, folder, theEditorXmlData.bSetAsDefaultViewer);
+    if (check.inspection)
+        m_isSignedByVendor = check.inspection->signedByVendor;
+    return check.refusal;
 }
 
 Verdict PackageJob::build()
@@ -114,6 +117,8 @@ BuildPlan PackageJob::plan() const
     plan.outputPackage = m_request.output;
     plan.output = m_output;
     plan.documentPath = m_document;
+    plan.keepsDocument = false;
+    plan.isSignedByVendor = m_isSignedByVendor;
     plan.workFolder = m_folder.makeSubfolder(QStringLiteral("work")) + QLatin1Char('/') +
                       QFileInfo(m_request.input).fileName();
     plan.removesWorkFolder = false;

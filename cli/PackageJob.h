@@ -9,6 +9,7 @@
 #include <QString>
 
 #include <memory>
+#include <optional>
 
 struct BuildPlan;
 struct Product;
@@ -53,6 +54,7 @@ private:
     std::shared_ptr<OutputFile> m_output;
     std::shared_ptr<OutputFile> m_keptDocument;
     PrivateFolder m_folder;
+    std::optional<bool> m_isSignedByVendor;
     QString m_document; ///< where the build writes the document
     QList<FileWarning> m_warnings;
     QString m_productVersion;

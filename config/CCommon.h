@@ -2,6 +2,7 @@
 #pragma once
 
 #include "config/PcwTypes.h"
+#include "core/SafeFile.h"
 
 #include <QList>
 #include <QString>
@@ -92,7 +93,8 @@ public:
     /// Writes the document to xmlPath, or to "ProfStore.xml" in the temporary folder when that is
     /// empty, and adds it to the package. The document stays where it was written.
     static bool EditorXmlConfigfileToPkg(QString pkgDir, bool bEditor, const QString &xmlPath,
-                                         QString *error = nullptr);
+                                         QString *error = nullptr,
+                                         SafeFile::Lasting lasting = SafeFile::Lasting::Yes);
 
     /// Copies a document into the package's Scripts folder as "ProfStore.xml" and switches it on.
     /// False when there is one already.

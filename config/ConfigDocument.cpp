@@ -70,8 +70,9 @@ QByteArray ConfigDocument::toXml(const QDomDocument &document, QString *error)
     return readsBack(bytes, document, error) ? bytes : QByteArray();
 }
 
-bool ConfigDocument::save(const QDomDocument &document, const QString &path, QString *error)
+bool ConfigDocument::save(const QDomDocument &document, const QString &path, QString *error,
+                          SafeFile::Lasting lasting)
 {
     const QByteArray bytes = toXml(document, error);
-    return !bytes.isEmpty() && SafeFile::replaceContents(path, bytes, error);
+    return !bytes.isEmpty() && SafeFile::replaceContents(path, bytes, error, lasting);
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "config/XmlStream.h"
+#include "core/SafeFile.h"
 
 #include <QByteArray>
 #include <QString>
@@ -32,6 +33,7 @@ QDomDocument fromRecord(bool editor, const QString &version);
 QByteArray toXml(const QDomDocument &document, QString *error = nullptr);
 
 /// Writes toXml(). The old file stays when that fails; a link or a special file at the path is refused.
-bool save(const QDomDocument &document, const QString &path, QString *error = nullptr);
+bool save(const QDomDocument &document, const QString &path, QString *error = nullptr,
+          SafeFile::Lasting lasting = SafeFile::Lasting::Yes);
 
 } // namespace ConfigDocument

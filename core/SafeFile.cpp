@@ -48,44 +48,48 @@ QByteArray nameBeside(const QString &path)
     return QFile::encodeName(QStringLiteral("%1/.pct-new-%2").arg(file.path(), number));
 }
 
-/// A new file that goes when it has not been moved to its place.
-class Replacement
+/// A new file that goes again when it is not kept. Failures leave their reason in errno.
+class NewFile
 {
 public:
-    explicit Replacement(const QString &path)
-        : m_name(nameBeside(path))
-        , m_place(QFile::encodeName(path))
+    explicit NewFile(const QByteArray &name)
+        : m_name(name)
         , m_file(::open(m_name.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666))
     {
     }
-    ~Replacement()
+    ~NewFile()
     {
         const int before = errno;
-        if (m_file.isValid() && !m_moved)
+        if (m_file.isValid() && !m_kept)
             ::unlink(m_name.constData());
         errno = before;
     }
 
-    bool write(const QByteArray &bytes) const { return m_file.isValid() && m_file.write(bytes); }
-    bool sync() const { return m_file.sync(); }
-    bool takePermissions() const
+    /// With the permissions of the file at `model`, where there is one, before anybody could read the bytes.
+    bool fill(const QByteArray &bytes, const QString &model, SafeFile::Lasting lasting) const
     {
-        struct stat old = {};
-        if (::lstat(m_place.constData(), &old) != 0)
-            return errno == ENOENT;
-        return ::fchmod(m_file.get(), old.st_mode & 07777) == 0;
+        return m_file.isValid() && takePermissions(QFile::encodeName(model)) && m_file.write(bytes) &&
+               (lasting == SafeFile::Lasting::No || m_file.sync());
     }
-    bool move()
+    bool moveTo(const QByteArray &place)
     {
-        m_moved = ::rename(m_name.constData(), m_place.constData()) == 0;
-        return m_moved;
+        m_kept = ::rename(m_name.constData(), place.constData()) == 0;
+        return m_kept;
     }
+    void keep() { m_kept = true; }
 
 private:
+    bool takePermissions(const QByteArray &model) const
+    {
+        struct stat status = {};
+        if (::stat(model.constData(), &status) != 0)
+            return errno == ENOENT;
+        return ::fchmod(m_file.get(), status.st_mode & 07777) == 0;
+    }
+
     QByteArray m_name;
-    QByteArray m_place;
     FileDescriptor m_file;
-    bool m_moved = false;
+    bool m_kept = false;
 };
 
 } // namespace
@@ -111,13 +115,17 @@ bool SafeFile::sameFile(const QString &first, const QString &second)
            one.st_ino == other.st_ino;
 }
 
-bool SafeFile::copyNew(const QString &from, const QString &to, QString *error)
+bool SafeFile::copyNew(const QString &from, const QString &to, QString *error, Lasting lasting)
 {
     if (kindOf(to) != Kind::Missing)
         return fail(error, QStringLiteral("exists already"));
-    QFile source(from);
-    if (!source.copy(to))
-        return fail(error, source.errorString());
+    QByteArray bytes;
+    if (!readContents(from, bytes, error))
+        return false;
+    NewFile file(QFile::encodeName(to));
+    if (!file.fill(bytes, from, lasting))
+        return failWithErrno(error);
+    file.keep();
     return true;
 }
 
@@ -134,7 +142,6 @@ bool SafeFile::replaceContents(const QString &path, const QByteArray &bytes, QSt
 {
     if (!mayReplace(path, error))
         return false;
-    Replacement file(path);
-    const bool isWritten = file.write(bytes) && file.takePermissions();
-    return (isWritten && (lasting == Lasting::No || file.sync()) && file.move()) || failWithErrno(error);
+    NewFile file(nameBeside(path));
+    return (file.fill(bytes, path, lasting) && file.moveTo(QFile::encodeName(path))) || failWithErrno(error);
 }

@@ -32,7 +32,7 @@ bool addToScripts(const QString &file, const QString &scripts, const QString &na
     if (!isRealFolder(scripts, error))
         return false;
     QString cause;
-    return SafeFile::copyNew(file, scripts + name, &cause) ||
+    return SafeFile::copyNew(file, scripts + name, &cause, SafeFile::Lasting::No) ||
            fail(error, scripts + name + QStringLiteral(": ") + cause);
 }
 
@@ -66,12 +66,13 @@ bool addDefaultViewerTool(const QString &scripts, QString *error)
 
 } // namespace
 
-bool CCommon::EditorXmlConfigfileToPkg(QString pkgDir, bool bEditor, const QString &xmlPath, QString *error)
+bool CCommon::EditorXmlConfigfileToPkg(QString pkgDir, bool bEditor, const QString &xmlPath, QString *error,
+                                       SafeFile::Lasting lasting)
 {
     const QDomDocument document = ConfigDocument::fromRecord(bEditor, GetAppVersion(pkgDir, bEditor));
     const QString path = xmlPath.isEmpty() ? temporaryDocumentPath() : xmlPath;
     QString cause;
-    if (!ConfigDocument::save(document, path, &cause))
+    if (!ConfigDocument::save(document, path, &cause, lasting))
         return fail(error, path + QStringLiteral(": ") + cause);
     const bool added = EditorXmlAddfileToPkg(path, pkgDir, bEditor, error);
     qCDebug(logPackage).noquote() << QStringLiteral("xmlFilePath : ") + path;

@@ -3,6 +3,7 @@
 
 #include "config/CCommon.h"
 #include "core/OutputFile.h"
+#include "core/SafeFile.h"
 #include "core/TransientFolder.h"
 #include "package/BuildPaths.h"
 #include "package/Failure.h"
@@ -134,7 +135,8 @@ bool Build::inspect(QString *problem)
     qCDebug(logPackage).noquote() << QStringLiteral("qsUnPkgFile_pkg: ") + m_component;
     if (!checkComponent(m_component, m_plan.editor, problem))
         return false;
-    m_inspection.signedByVendor = isSignedPackage(m_files.input);
+    m_inspection.signedByVendor =
+        m_plan.isSignedByVendor ? *m_plan.isSignedByVendor : isSignedPackage(m_files.input);
     m_inspection.scripts = inspectScripts(scriptsFolder(m_component, m_plan.editor));
     m_report.productVersion = m_inspection.scripts.version;
     *problem = m_inspection.scripts.obstacle;
@@ -155,7 +157,9 @@ bool Build::addDocument(QString *problem)
         *problem = m_replacedDocument.emplace(m_files.document).problem();
     if (!problem->isEmpty())
         return false;
-    return CCommon::EditorXmlConfigfileToPkg(m_component, m_plan.editor, m_files.document, problem);
+    const bool isKept = m_plan.keepsDocument && !m_plan.documentPath.isEmpty();
+    return CCommon::EditorXmlConfigfileToPkg(m_component, m_plan.editor, m_files.document, problem,
+                                             isKept ? SafeFile::Lasting::Yes : SafeFile::Lasting::No);
 }
 
 bool Build::makeDefaultViewer(QString *problem)

@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 class OutputFile;
@@ -21,11 +22,14 @@ struct BuildPlan
     /// and replace a file there.
     std::shared_ptr<OutputFile> output;
     QString documentPath;          ///< where the configuration document is kept; empty = temporary folder
+    bool keepsDocument = true;     ///< false when what lies at documentPath is needed by this run only
     QString workFolder;            ///< where the package is expanded; a folder left there is removed first
     bool removesWorkFolder = true; ///< false when the caller made the place for it and removes that
     /// Whether a script that could be adapted when it was inspected must be: it can only be the machine that
     /// fails then.
     bool insistsOnScripts = false;
+    /// Whether the input carries a signature, when the caller has looked.
+    std::optional<bool> isSignedByVendor;
     bool editor = true;
 
     /// Brings the live record up to date; called once, after the package has been expanded.

@@ -8,7 +8,7 @@
 KeptCopy::KeptCopy(const QString &path)
     : m_path(path)
     , m_copy(m_folder.filePath(path.section(QLatin1Char('/'), -1)))
-    , m_valid(m_folder.isValid() && SafeFile::copyNew(path, m_copy))
+    , m_valid(m_folder.isValid() && SafeFile::copyNew(path, m_copy, nullptr, SafeFile::Lasting::No))
 {
 }
 

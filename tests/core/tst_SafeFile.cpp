@@ -67,6 +67,25 @@ private slots:
         QCOMPARE(TestFiles::read(at("copy")), QByteArray("old"));
     }
 
+    void copyingKeepsPermissions()
+    {
+        const auto permissions = QFile::ReadOwner | QFile::ExeOwner;
+        QVERIFY(QFile::setPermissions(at("file"), permissions));
+        QVERIFY(SafeFile::copyNew(at("file"), at("copy"), nullptr, SafeFile::Lasting::No));
+        QCOMPARE(TestFiles::read(at("copy")), QByteArray("old"));
+        QCOMPARE(QFile::permissions(at("copy")) & 0x7000, QFile::Permissions(permissions) & 0x7000);
+    }
+
+    void copyingWhatCannotBeReadSaysWhyAndLeavesNothing()
+    {
+        QString error;
+        QVERIFY(!SafeFile::copyNew(m_folder->path(), at("copy"), &error));
+        QVERIFY(!error.isEmpty());
+        QVERIFY(!SafeFile::copyNew(at("nowhere"), at("copy"), &error));
+        QVERIFY(!error.isEmpty());
+        QVERIFY(!QFileInfo::exists(at("copy")));
+    }
+
     void replacingContentsRefusesLinksAndPipes_data()
     {
         QTest::addColumn<QString>("target");
