@@ -185,6 +185,15 @@ private slots:
         QVERIFY(m_data.elemQuickAccessBar.isNull());
     }
 
+    void whatIsReadOfTheRibbonIsPrinted()
+    {
+        QTest::ignoreMessage(QtDebugMsg,
+                             "CCommon::ParseXml ribbon category element:    <RibbonUI a=\"1\"/>\n");
+        QTest::ignoreMessage(QtDebugMsg, "CCommon::ParseXml element element:    <QuickAccessBar b=\"2\"/>\n");
+        QVERIFY(parse("<r><RibbonSetRibbonCategory><RibbonUI a='1'/></RibbonSetRibbonCategory>"
+                      "<RibbonSetTabElements><QuickAccessBar b='2'/></RibbonSetTabElements></r>"));
+    }
+
     void withoutARecordReadingFails()
     {
         QTest::ignoreMessage(QtDebugMsg, "ParseXml: pData is null.");

@@ -117,6 +117,17 @@ private slots:
         QVERIFY(ConfigDocument::fromRecord(false, version).documentElement().attribute(attribute).isEmpty());
     }
 
+    void eachOfTwoStepsSetsTheVersion()
+    {
+        QDomDocument document;
+        const QString attribute = QStringLiteral("version");
+        CCommon::EditorXmlCreateEmptyXml(document, true);
+        CCommon::EditorXmlSavePreferences(document, QStringLiteral("13.1"));
+        QCOMPARE(document.documentElement().attribute(attribute), QStringLiteral("13.1"));
+        CCommon::EditorXmlSaveInstallation(document, QStringLiteral("13.2"));
+        QCOMPARE(document.documentElement().attribute(attribute), QStringLiteral("13.2"));
+    }
+
     void anUnsetMipPolicyKeepsAnEmptyMode()
     {
         theEditorXmlData.nMIPCheckPolicyOnDocSave = 1;

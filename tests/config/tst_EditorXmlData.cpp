@@ -6,6 +6,11 @@
 
 #include <QtTest>
 
+#include <functional>
+
+using Change = std::function<void(EditorXmlData &)>;
+Q_DECLARE_METATYPE(Change)
+
 class tst_EditorXmlData : public QObject
 {
     Q_OBJECT
@@ -63,6 +68,47 @@ private slots:
         for (const RecordField &field : recordFields())
             QVERIFY2(!sameValue(field, RecordSamples::everythingChanged(), EditorXmlData()),
                      field.name.data());
+    }
+
+    void oneSettingThatDiffersMakesARecordDiffer_data()
+    {
+        QTest::addColumn<Change>("change");
+        const auto row = [](const char *name, const Change &change) { QTest::newRow(name) << change; };
+        row("start page", [](auto &data) { data.bShowStartPage = false; });
+        row("advertisements", [](auto &data) { data.bRemoveAdvertise = true; });
+        row("attachments as text", [](auto &data) { data.strDisableOpenSaveFileAttach.clear(); });
+        row("attachments as choice", [](auto &data) { data.nFileAttachmentsMode = 0; });
+        row("file types", [](auto &data) { data.strBuiltInPermList = QStringLiteral("a"); });
+        row("block everything", [](auto &data) { data.bDisableOpenFileAll = true; });
+        row("plug-ins", [](auto &data) { data.strUnloadPluginArray = QStringLiteral("a"); });
+        row("whether there is a policy", [](auto &data) { data.bMIPCheckPolicySet = true; });
+        row("policy", [](auto &data) { data.nMIPCheckPolicyOnDocSave = 0; });
+        row("sign-in library", [](auto &data) { data.nAuthLibrary = 1; });
+        row("applications area", [](auto &data) { data.bHideMyApps = true; });
+        row("external browser", [](auto &data) { data.bSupportExtSSO = true; });
+        row("ribbon", [](auto &data) { data.elemRibbonCategory = RecordSamples::element("<RibbonUI/>"); });
+        row("quick-access bar",
+            [](auto &data) { data.elemQuickAccessBar = RecordSamples::element("<QuickAccessBar/>"); });
+        row("OAuth 2", [](auto &data) { data.bUseOAuth2 = true; });
+        row("domain mode", [](auto &data) { data.strLoginDomain = QStringLiteral("2"); });
+        row("domains", [](auto &data) { data.strLoginDomainList = QStringLiteral("a"); });
+        row("default viewer", [](auto &data) { data.bSetAsDefaultViewer = false; });
+        row("name", [](auto &data) { data.payloadInfo.PayloadDisplayName = QStringLiteral("a"); });
+        row("identifier", [](auto &data) { data.payloadInfo.PayloadIdentifier = QStringLiteral("a"); });
+        row("UUID", [](auto &data) { data.payloadInfo.PayloadUUID = QStringLiteral("a"); });
+        row("organization", [](auto &data) { data.payloadInfo.PayloadOrganization = QStringLiteral("a"); });
+        row("description", [](auto &data) { data.payloadInfo.PayloadDescription = QStringLiteral("a"); });
+    }
+
+    void oneSettingThatDiffersMakesARecordDiffer()
+    {
+        QFETCH(Change, change);
+        EditorXmlData changed;
+        change(changed);
+        QVERIFY(changed != EditorXmlData());
+        EditorXmlData likewise;
+        change(likewise);
+        QVERIFY(changed == likewise);
     }
 
     void ribbonsAreComparedByContent()

@@ -231,6 +231,10 @@ void tst_XmlStream::aDocumentTypeIsTheHandlersDecision()
     QString error;
     QVERIFY(!XmlStream::read("<!DOCTYPE a [<!ATTLIST a b CDATA 'c'>]><a/>", notes, &error));
     QVERIFY2(error.contains(QStringLiteral("declares entities")), qPrintable(error));
+    const QByteArray longest(XmlStream::maximumNameBytes, 'n');
+    QVERIFY(XmlStream::read("<!DOCTYPE " + longest + "><a/>", notes));
+    QVERIFY(!XmlStream::read("<!DOCTYPE n" + longest + "><a/>", notes, &error));
+    QVERIFY2(error.contains(QStringLiteral("name is longer")), qPrintable(error));
 }
 
 void tst_XmlStream::referencesThatNothingDeclaresAreRefusedBehindADocumentType()
