@@ -72,6 +72,7 @@ private slots:
         QCOMPARE(dialog.windowTitle(), QStringLiteral("Signing Profile"));
         QCOMPARE(dialog.size(), QSize(523, 166));
         QVERIFY(!(dialog.windowFlags() & Qt::WindowMinMaxButtonsHint));
+        QVERIFY(!(dialog.windowFlags() & Qt::WindowContextHelpButtonHint));
         QCOMPARE(signButton(dialog)->text(), QStringLiteral("Sign"));
         QCOMPARE(buttonOf(dialog, QDialogButtonBox::RejectRole)->text(), QStringLiteral("Don't Sign"));
         QCOMPARE(dialog.findChild<QLabel *>(QStringLiteral("label_img"))->styleSheet(),
