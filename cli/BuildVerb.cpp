@@ -11,7 +11,7 @@ namespace {
 /// How a build ended, after all that it had made for itself is gone.
 struct Outcome
 {
-    Verdict problem;
+    Result<> result;
     QList<FileWarning> warnings;
     QString productVersion;
 };
@@ -31,15 +31,15 @@ PackageRequest requestOf(const VerbLine &line)
 Outcome outcomeOf(const PackageRequest &request)
 {
     PackageJob job(request);
-    const Verdict problem = job.run();
-    return {problem, job.warnings(), job.productVersion()};
+    const Result<> result = job.run();
+    return {result, job.warnings(), job.productVersion()};
 }
 
 QJsonObject outcomeObject(const PackageRequest &request, const Outcome &outcome)
 {
     return {
-        {QStringLiteral("succeeded"), !outcome.problem},
-        {QStringLiteral("problem"), outcome.problem ? problemObject(*outcome.problem) : QJsonValue()},
+        {QStringLiteral("succeeded"), bool(outcome.result)},
+        {QStringLiteral("problem"), problemOrNull(outcome.result)},
         {QStringLiteral("product"), request.product->word},
         {QStringLiteral("version"), textOrNull(outcome.productVersion)},
         {QStringLiteral("input"), request.input},
@@ -52,24 +52,25 @@ QJsonObject outcomeObject(const PackageRequest &request, const Outcome &outcome)
 
 void writeOutcome(const PackageRequest &request, const Outcome &outcome, bool asJson, Console &console)
 {
-    if (!outcome.problem)
+    if (outcome.result)
         console.setMade(request.output);
     if (asJson)
         console.writeJson(outcomeObject(request, outcome));
-    else if (!outcome.problem)
+    else if (outcome.result)
         console.confirm(request.output);
     console.warn(outcome.warnings);
-    if (outcome.problem)
-        console.error(*outcome.problem);
+    if (!outcome.result)
+        console.error(outcome.result.problem());
 }
 
 int runBuild(const VerbLine &line, Console &console)
 {
     console.setQuiet(line.isSet(OptionName::quiet));
     const PackageRequest request = requestOf(line);
-    const Outcome outcome = outcomeOf(request);
+    Outcome outcome = outcomeOf(request);
+    outcome.result = console.told(outcome.result);
     writeOutcome(request, outcome, line.isSet(OptionName::json), console);
-    return outcome.problem ? ExitCode::refused : ExitCode::done;
+    return outcome.result ? ExitCode::done : ExitCode::refused;
 }
 
 } // namespace

@@ -11,18 +11,18 @@
 
 namespace {
 
-InstallerCheck checkFile(const QString &package, const Product &product)
+InstallerCheck checkPackage(const QString &package, const Product &product)
 {
     const PrivateFolder folder;
-    if (const Verdict problem = folder.problem())
-        return {problem, std::nullopt};
+    if (const Result<> usable = folder.check(); !usable)
+        return {usable, std::nullopt};
     return checkInstaller(package, product, folder.makeSubfolder(QStringLiteral("inspect")), true);
 }
 
 /// For every addition that a build of the product may be asked to make.
 QList<BuildWarning> warningsOf(const InstallerCheck &check, const Product &product)
 {
-    if (!check.inspection || check.refusal)
+    if (!check.inspection || !check.verdict)
         return {};
     return warningsAbout(*check.inspection, true, product.editor);
 }
@@ -62,8 +62,8 @@ QJsonObject checkObject(const QString &package, const Product &product, const In
     return {
         {QStringLiteral("file"), package},
         {QStringLiteral("product"), product.word},
-        {QStringLiteral("accepted"), !check.refusal},
-        {QStringLiteral("problem"), check.refusal ? problemObject(*check.refusal) : QJsonValue()},
+        {QStringLiteral("accepted"), bool(check.verdict)},
+        {QStringLiteral("problem"), problemOrNull(check.verdict)},
         {QStringLiteral("package"),
          check.inspection ? QJsonValue(inspectionObject(*check.inspection)) : QJsonValue()},
         {QStringLiteral("warnings"), warningsArray(warningsOf(check, product))},
@@ -116,13 +116,14 @@ int runCheck(const VerbLine &line, Console &console)
     const QString package = line.operandPath();
     const Product &product = line.product();
     console.setQuiet(line.isSet(OptionName::quiet));
-    const InstallerCheck check = checkFile(package, product);
+    InstallerCheck check = checkPackage(package, product);
+    check.verdict = console.told(check.verdict);
     writeCheck(package, product, check, line.isSet(OptionName::json), console);
     for (const BuildWarning &warning : warningsOf(check, product))
         console.warning(package, warning.text);
-    if (!check.refusal)
+    if (check.verdict)
         return ExitCode::done;
-    console.error(*check.refusal);
+    console.error(check.verdict.problem());
     return ExitCode::refused;
 }
 

@@ -9,9 +9,10 @@
 
 #include <algorithm>
 
-Console::Console(QTextStream &out, QTextStream &err)
+Console::Console(QTextStream &out, QTextStream &err, Interruption *interruption)
     : m_out(out)
     , m_err(err)
+    , m_interruption(interruption)
 {
 }
 
@@ -67,8 +68,22 @@ void Console::warn(const QList<FileWarning> &warnings)
 
 void Console::error(const Problem &problem)
 {
-    if (!Interruption::happened() || Interruption::isTheFirstToTell())
-        message(problem.file, Interruption::textOf(problem));
+    const bool happened = m_interruption && m_interruption->happened();
+    if (!happened || m_interruption->isTheFirstToTell())
+        message(problem.file, told(problem).text);
+}
+
+Problem Console::told(const Problem &problem)
+{
+    // What failed because its commands were ended says nothing about the file.
+    if (!m_wasInterrupted)
+        m_wasInterrupted = m_interruption && m_interruption->happened();
+    return *m_wasInterrupted ? Problem{problem.file, Interruption::text()} : problem;
+}
+
+Result<> Console::told(const Result<> &result)
+{
+    return result ? result : told(result.problem());
 }
 
 void Console::setMade(const QString &path)

@@ -2,18 +2,23 @@
 #pragma once
 
 #include "cli/FileWarning.h"
-#include "cli/Problem.h"
+#include "core/Result.h"
 
 #include <QJsonObject>
 #include <QList>
 #include <QTextStream>
 
+#include <optional>
+
+class Interruption;
+
 /// The two streams of a verb: data goes to `out` and nothing else does; messages are single lines on
-/// `err`. Owns neither stream.
+/// `err`. Owns neither stream, nor the interruption that a run may have.
 class Console
 {
 public:
-    Console(QTextStream &out, QTextStream &err);
+    /// Without an interruption the run is one that cannot be interrupted.
+    Console(QTextStream &out, QTextStream &err, Interruption *interruption = nullptr);
 
     /// Holds back warnings and confirmations; errors and data still appear.
     void setQuiet(bool quiet);
@@ -40,6 +45,11 @@ public:
     void warn(const QList<FileWarning> &warnings);
     void error(const Problem &problem);
 
+    /// What is told of a problem: that the run was interrupted, when a signal had arrived before this or
+    /// error() was called for the first time. So all that is told of one failure is the same.
+    Problem told(const Problem &problem);
+    Result<> told(const Result<> &result);
+
     /// Remembers a file that the run has made: should `out` fail, the message says that it is there.
     void setMade(const QString &path);
 
@@ -51,6 +61,8 @@ private:
 
     QTextStream &m_out;
     QTextStream &m_err;
+    Interruption *m_interruption;
+    std::optional<bool> m_wasInterrupted; ///< not asked yet, or the answer that counts
     QString m_made;
     bool m_quiet = false;
 };

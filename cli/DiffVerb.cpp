@@ -86,23 +86,26 @@ void writeLines(const QList<Difference> &differences, Console &console)
                       << QStringLiteral(" -> ") << readableValue(difference.second) << '\n';
 }
 
+int trouble(const Problem &problem, Console &console)
+{
+    console.error(problem);
+    return ExitCode::trouble;
+}
+
 int runDiff(const VerbLine &line, Console &console)
 {
-    SettingsFile first;
-    SettingsFile second;
-    Verdict problem = readSettings(line.operandPath(0), first);
-    if (!problem)
-        problem = readSettings(line.operandPath(1), second);
-    if (problem) {
-        console.error(*problem);
-        return ExitCode::trouble;
-    }
-    const QList<Difference> differences = differencesOf(first, second);
+    const Result<SettingsFile> first = readSettings(line.operandPath(0));
+    if (!first)
+        return trouble(first.problem(), console);
+    const Result<SettingsFile> second = readSettings(line.operandPath(1));
+    if (!second)
+        return trouble(second.problem(), console);
+    const QList<Difference> differences = differencesOf(*first, *second);
     if (line.isSet(OptionName::json))
-        console.writeJson(outcomeObject(line, first, second, differences));
+        console.writeJson(outcomeObject(line, *first, *second, differences));
     else
         writeLines(differences, console);
-    console.warn(first.warnings + second.warnings);
+    console.warn(first->warnings + second->warnings);
     return differences.isEmpty() ? ExitCode::done : ExitCode::different;
 }
 

@@ -5,12 +5,12 @@
 
 #include <QStandardPaths>
 
-Verdict missingCommand(const QStringList &commands)
+Result<> haveCommands(const QStringList &commands)
 {
     for (const QString &command : commands) {
         if (QStandardPaths::findExecutable(HostPaths::command(command)).isEmpty())
             return Problem{command, QStringLiteral("this command was not found; install it, and correct PATH "
                                                    "or PCT_HOSTTOOLS")};
     }
-    return std::nullopt;
+    return {};
 }

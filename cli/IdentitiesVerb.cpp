@@ -31,17 +31,18 @@ void writeListing(const Listing &listing, bool asJson, Console &console)
         console.warning(warning.file, warning.warning.text);
 }
 
-Verdict listIdentities(Listing &listing)
+Result<Listing> listIdentities()
 {
     const QString command = QStringLiteral("/usr/bin/security");
-    if (const Verdict problem = missingCommand({command}))
-        return problem;
+    if (const Result<> there = haveCommands({command}); !there)
+        return there.problem();
+    Listing listing;
     QString failure;
     QStringList remarks;
     listing.names = CProfileGenerator::GetSignIDs(&failure, &remarks);
     listing.warnings = identityWarnings(remarks);
     if (failure.isEmpty())
-        return std::nullopt;
+        return listing;
     return Problem{command, QStringLiteral("the identities cannot be listed (%1); check that the keychain is "
                                            "unlocked")
                                 .arg(failure)};
@@ -49,12 +50,12 @@ Verdict listIdentities(Listing &listing)
 
 int runIdentities(const VerbLine &line, Console &console)
 {
-    Listing listing;
-    if (const Verdict problem = listIdentities(listing)) {
-        console.error(*problem);
+    const Result<Listing> listing = listIdentities();
+    if (!listing) {
+        console.error(listing.problem());
         return ExitCode::refused;
     }
-    writeListing(listing, line.isSet(OptionName::json), console);
+    writeListing(*listing, line.isSet(OptionName::json), console);
     return ExitCode::done;
 }
 

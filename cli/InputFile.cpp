@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/InputFile.h"
 
+#include "cli/Option.h"
 #include "cli/Product.h"
 #include "config/XmlStream.h"
+#include "core/PathRules.h"
 #include "core/SafeFile.h"
 #include "profile/SignedMessage.h"
 
@@ -66,13 +68,13 @@ bool isDocumentRoot(const QString &name)
     return findProduct(&Product::rootElement, name) != nullptr;
 }
 
-/// What the file is instead of what was wanted, with the option that takes it. Nothing for a file of no known
-/// kind, whose reader says best what is wrong with it.
-Verdict misplaced(const QString &path, FileKind wanted, const QString &give)
+/// That no other option takes the file. A file of no known kind is left to its reader, who says best what is
+/// wrong with it.
+Result<> checkPlace(const QString &path, FileKind wanted, const QString &give)
 {
     const FileKind kind = kindOfFile(path);
     if (kind == wanted || kind == FileKind::Unknown)
-        return std::nullopt;
+        return {};
     QString found = QStringLiteral("is an installer package, which \"pct build\" takes as --input");
     if (kind == FileKind::Profile)
         found = QStringLiteral("is a configuration profile, which \"pct profile\" takes as --from");
@@ -98,14 +100,26 @@ FileKind kindOfFile(const QString &path)
     return isDocumentRoot(root) ? FileKind::Document : FileKind::Unknown;
 }
 
-Verdict unreadable(const QString &path, const QString &give)
+Result<> checkReadable(const QString &path, const QString &give)
 {
     const QString problem = readProblem(path, give);
-    return problem.isEmpty() ? Verdict() : Problem{path, problem};
+    return problem.isEmpty() ? Result<>() : Problem{path, problem};
 }
 
-Verdict wrongFile(const QString &path, FileKind wanted, const QString &give)
+Result<> checkFile(const QString &path, FileKind wanted, const QString &give)
 {
-    const Verdict problem = unreadable(path, give);
-    return problem ? problem : misplaced(path, wanted, give);
+    Result<> readable = checkReadable(path, give);
+    return readable ? checkPlace(path, wanted, give) : readable;
+}
+
+Result<> checkWritable(const QString &path, bool force)
+{
+    if (!force && SafeFile::kindOf(path) == SafeFile::Kind::File)
+        return Problem{path, QStringLiteral("exists already") + forceAdvice()};
+    return PathRules::writable(path);
+}
+
+QString forceAdvice()
+{
+    return QStringLiteral("; use --%1 to replace it").arg(OptionName::force);
 }

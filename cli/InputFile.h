@@ -1,19 +1,25 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "cli/Problem.h"
+#include "core/Result.h"
 
 #include <QString>
 
-// What is said of a file that is to be read, before its reader looks at it. `give` names what is wanted in
-// its place: "a configuration document".
+// What is said of a file before it is read or made. `give` names what is wanted in its place: "a
+// configuration document".
 
 /// What a file's beginning says that it is, whatever its name. Unknown stands for all else.
 enum class FileKind { Document, Profile, Package, Unknown };
 FileKind kindOfFile(const QString &path);
 
-/// Why the file cannot be read: it is missing, a folder, out of reach.
-Verdict unreadable(const QString &path, const QString &give);
+/// That the file can be read: it is there, no folder, within reach.
+Result<> checkReadable(const QString &path, const QString &give);
 
-/// The same, or that the file is of another kind, and then which option takes it.
-Verdict wrongFile(const QString &path, FileKind wanted, const QString &give);
+/// The same, and that it is of no other kind; otherwise the problem says which option takes it.
+Result<> checkFile(const QString &path, FileKind wanted, const QString &give);
+
+/// That a file can be made at the path. An existing one may be replaced only when `force` is set.
+Result<> checkWritable(const QString &path, bool force);
+
+/// What to do about a file that exists already, as the end of a message.
+QString forceAdvice();

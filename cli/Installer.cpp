@@ -3,11 +3,11 @@
 
 #include "cli/HostCommands.h"
 #include "cli/InputFile.h"
-#include "cli/PathRules.h"
 #include "cli/PrivateFolder.h"
 #include "cli/Product.h"
 #include "config/CCommon.h"
 #include "core/Command.h"
+#include "core/PathRules.h"
 #include "package/SourceDate.h"
 
 #include <QFile>
@@ -19,17 +19,16 @@
 
 namespace {
 
-Verdict fileProblem(const QString &package)
+Result<> checkPackageFile(const QString &package)
 {
-    if (Verdict problem =
-            wrongFile(package, FileKind::Package, QStringLiteral("the vendor's installer package")))
-        return problem;
+    const QString wanted = QStringLiteral("the vendor's installer package");
+    if (Result<> file = checkFile(package, FileKind::Package, wanted); !file)
+        return file;
     if (kindOfFile(package) != FileKind::Package)
-        return Problem{package,
-                       QStringLiteral("is not an installer package; give the vendor's installer package")};
-    return missingCommand({QStringLiteral("pkgutil"), QStringLiteral("installer"), QStringLiteral("sed"),
-                           QStringLiteral("xar"), QStringLiteral("ditto"), QStringLiteral("sh"),
-                           QStringLiteral("grep")});
+        return Problem{package, QStringLiteral("is not an installer package; give ") + wanted};
+    return haveCommands({QStringLiteral("pkgutil"), QStringLiteral("installer"), QStringLiteral("sed"),
+                         QStringLiteral("xar"), QStringLiteral("ditto"), QStringLiteral("sh"),
+                         QStringLiteral("grep")});
 }
 
 /// What the system said of a command's failure can have nothing to do with the file.
@@ -74,16 +73,15 @@ private:
     std::optional<PrivateFolder> m_folder;
 };
 
-/// What the package calls itself, or why that cannot be said.
-Verdict readPackageInfo(const QString &package, QString &info)
+/// What the package calls itself.
+Result<QString> readPackageInfo(const QString &package)
 {
     const NamedPackage named(package);
     const CommandResult result = Command::run(
         QStringLiteral("installer"), {QStringLiteral("-pkginfo"), QStringLiteral("-pkg"), named.path()});
-    info = QString::fromUtf8(result.standardOutput);
-    if (result.succeeded())
-        return std::nullopt;
-    return failure(package, QStringLiteral("is not a readable installer package (%1)"), result.problem());
+    if (!result.succeeded())
+        return failure(package, QStringLiteral("is not a readable installer package (%1)"), result.problem());
+    return QString::fromUtf8(result.standardOutput);
 }
 
 /// The check is a script, which needs more than the commands that take packages apart.
@@ -98,13 +96,13 @@ Problem uncheckable(const QString &package, const QString &cause)
 /// The prescribed check leaves open what the file is instead, and whether it could be made at all.
 Problem explainRejection(const QString &package, const Product &wanted, const QString &cause)
 {
-    QString info;
-    if (const Verdict problem = readPackageInfo(package, info))
-        return *problem;
-    if (info.contains(wanted.title))
+    const Result<QString> info = readPackageInfo(package);
+    if (!info)
+        return info.problem();
+    if (info->contains(wanted.title))
         return uncheckable(package, cause);
     const Product &other = productOf(!wanted.editor);
-    if (info.contains(other.title))
+    if (info->contains(other.title))
         return {package, QStringLiteral("is the installer of the %1, not of the %2; use --product %3")
                              .arg(QString(other.title), QString(wanted.title), QString(other.word))};
     return {package, QStringLiteral("is not the installer of the %1; give the vendor's installer package")
@@ -114,11 +112,11 @@ Problem explainRejection(const QString &package, const Product &wanted, const QS
 /// The same for a file that may be the installer of either product.
 Problem explainRejection(const QString &package, const QString &cause)
 {
-    QString info;
-    if (const Verdict problem = readPackageInfo(package, info))
-        return *problem;
+    const Result<QString> info = readPackageInfo(package);
+    if (!info)
+        return info.problem();
     for (const bool editor : {true, false}) {
-        if (info.contains(productOf(editor).title))
+        if (info->contains(productOf(editor).title))
             return explainRejection(package, productOf(editor), cause);
     }
     return {package, QStringLiteral("is the installer of neither the %1 nor the %2; give a package that this "
@@ -126,29 +124,32 @@ Problem explainRejection(const QString &package, const QString &cause)
                          .arg(QString(productOf(true).title), QString(productOf(false).title))};
 }
 
-Verdict sourceDateProblem()
+Result<> checkSourceDate()
 {
     std::optional<qint64> seconds;
     QString problem;
     if (SourceDate::read(&seconds, &problem))
-        return std::nullopt;
+        return {};
     return Problem{QStringLiteral("SOURCE_DATE_EPOCH"), problem};
 }
 
-Verdict installerProblem(const QString &package, const Product &product, const QString &folder)
+Result<> checkBeforeOpening(const QString &package, const Product &product, const QString &folder)
 {
-    Verdict problem = sourceDateProblem();
-    if (!problem)
-        problem = unquotable({package, folder});
-    if (!problem)
-        problem = fileProblem(package);
+    if (Result<> sourceDate = checkSourceDate(); !sourceDate)
+        return sourceDate;
+    for (const QString &path : {package, folder}) {
+        if (Result<> quotable = PathRules::quotable(path); !quotable)
+            return quotable;
+    }
+    if (Result<> file = checkPackageFile(package); !file)
+        return file;
     QString cause;
-    if (!problem && !CCommon::CheckPkg(NamedPackage(package).path(), product.editor, &cause))
-        problem = explainRejection(package, product, cause);
-    return problem;
+    if (!CCommon::CheckPkg(NamedPackage(package).path(), product.editor, &cause))
+        return explainRejection(package, product, cause);
+    return {};
 }
 
-Verdict contentProblem(const QString &package, const ScriptsInspection &scripts, bool makesDefaultViewer)
+Result<> checkContents(const QString &package, const ScriptsInspection &scripts, bool makesDefaultViewer)
 {
     if (scripts.customizedBefore)
         return Problem{package, QStringLiteral("was customized before (it holds a ProfStore.xml already); "
@@ -161,7 +162,7 @@ Verdict contentProblem(const QString &package, const ScriptsInspection &scripts,
         return Problem{package,
                        QStringLiteral("holds a \"duti\" in its scripts already, so it cannot be made "
                                       "the default PDF viewer; give the vendor's original package")};
-    return std::nullopt;
+    return {};
 }
 
 } // namespace
@@ -175,27 +176,25 @@ InstallerCheck checkInstaller(const QString &package, const Product &product, co
                               bool makesDefaultViewer)
 {
     InstallerCheck check;
-    check.refusal = installerProblem(package, product, emptyFolder);
-    if (check.refusal)
+    check.verdict = checkBeforeOpening(package, product, emptyFolder);
+    if (!check.verdict)
         return check;
     QString error;
     check.inspection = inspectPackage(package, product.editor, emptyFolder, &error);
-    check.refusal = check.inspection ? contentProblem(package, check.inspection->scripts, makesDefaultViewer)
+    check.verdict = check.inspection ? checkContents(package, check.inspection->scripts, makesDefaultViewer)
                                      : unreadableScripts(package, error);
     return check;
 }
 
-const Product *productOfInstaller(const QString &package, Verdict &problem)
+Result<const Product *> productOfInstaller(const QString &package)
 {
-    problem = fileProblem(package);
-    if (problem)
-        return nullptr;
+    if (const Result<> file = checkPackageFile(package); !file)
+        return file.problem();
     QString cause;
     const NamedPackage named(package);
     for (const bool editor : {true, false}) {
         if (CCommon::CheckPkg(named.path(), editor, &cause))
             return &productOf(editor);
     }
-    problem = explainRejection(package, cause);
-    return nullptr;
+    return explainRejection(package, cause);
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "cli/Problem.h"
+#include "core/Result.h"
 #include "package/PackageInspection.h"
 
 #include <QString>
@@ -13,7 +13,7 @@ struct Product;
 /// What is known of an installer package before a build.
 struct InstallerCheck
 {
-    Verdict refusal;                             ///< why a build would fail; nothing when it would work
+    Result<> verdict;                            ///< whether a build would work
     std::optional<PackageInspection> inspection; ///< there even for some packages that are refused
 };
 
@@ -25,5 +25,5 @@ InstallerCheck checkInstaller(const QString &package, const Product &product, co
 /// That the package's install scripts could not be read, with advice that fits the cause.
 Problem unreadableScripts(const QString &package, const QString &cause);
 
-/// The product whose installer the file is. Null, and a problem, when it is neither's.
-const Product *productOfInstaller(const QString &package, Verdict &problem);
+/// The product whose installer the file is; never null.
+Result<const Product *> productOfInstaller(const QString &package);

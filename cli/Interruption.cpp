@@ -22,11 +22,10 @@ constexpr std::array caughtSignals = {SIGINT, SIGTERM, SIGHUP};
 // Together less than a second, with time left to take away what was made.
 constexpr auto patienceWithChildren = 300ms;
 constexpr auto patienceWithWork = 600ms;
-constexpr auto pause = 20ms;
+constexpr auto timeBetweenLooks = 20ms;
 
+// A signal handler reaches nothing but these.
 std::atomic<int> arrivedSignal{0};
-std::atomic<bool> finished{false};
-std::atomic<bool> told{false};
 std::atomic<int> wakeUpEnd{-1};
 static_assert(std::atomic<int>::is_always_lock_free, "a signal handler must not wait for a lock");
 
@@ -67,30 +66,10 @@ void endDescendants(pid_t process, int signal)
     }
 }
 
-/// Again and again, because the failing work may start another child before it ends. False when the work
-/// goes on nevertheless.
-bool endChildrenUntilFinished()
-{
-    const auto start = std::chrono::steady_clock::now();
-    while (!finished) {
-        const auto waited = std::chrono::steady_clock::now() - start;
-        endDescendants(::getpid(), waited > patienceWithChildren ? SIGKILL : SIGTERM);
-        if (waited > patienceWithWork)
-            return false;
-        std::this_thread::sleep_for(pause);
-    }
-    return true;
-}
-
-QString interrupted()
-{
-    return QStringLiteral("interrupted; run it again");
-}
-
 } // namespace
 
 Interruption::Interruption(const QString &subject)
-    : m_lastWords(QStringLiteral("pct: %1: %2\n").arg(printableText(subject), interrupted()).toUtf8())
+    : m_lastWords(QStringLiteral("pct: %1: %2\n").arg(printableText(subject), text()).toUtf8())
 {
     std::array<int, 2> ends{};
     if (::pipe(ends.data()) != 0)
@@ -106,39 +85,37 @@ Interruption::Interruption(const QString &subject)
 
 Interruption::~Interruption()
 {
-    finished = true;
+    m_finished = true;
     if (!m_watcher.joinable())
         return;
     wakeWatcher();
     m_watcher.join();
 }
 
-bool Interruption::happened()
+bool Interruption::happened() const
 {
     return arrivedSignal != 0;
 }
 
-QString Interruption::textOf(const Problem &problem)
-{
-    // What failed because its commands were ended says nothing about the file.
-    static const bool isTheCause = happened();
-    return isTheCause ? interrupted() : problem.text;
-}
-
 bool Interruption::isTheFirstToTell()
 {
-    return !told.exchange(true);
+    return !m_told.exchange(true);
+}
+
+QString Interruption::text()
+{
+    return QStringLiteral("interrupted; run it again");
 }
 
 void Interruption::endBySignal()
 {
-    if (!happened())
+    if (arrivedSignal == 0)
         return;
     std::signal(arrivedSignal, SIG_DFL);
     std::raise(arrivedSignal);
 }
 
-void Interruption::watch() const
+void Interruption::watch()
 {
     char byte = 0;
     while (::read(m_readEnd, &byte, 1) < 0 && errno == EINTR) {
@@ -147,7 +124,22 @@ void Interruption::watch() const
         endWork();
 }
 
-void Interruption::endWork() const
+/// Again and again, because the failing work may start another child before it ends. False when the work
+/// goes on nevertheless.
+bool Interruption::endChildrenUntilFinished() const
+{
+    const auto start = std::chrono::steady_clock::now();
+    while (!m_finished) {
+        const auto waited = std::chrono::steady_clock::now() - start;
+        endDescendants(::getpid(), waited > patienceWithChildren ? SIGKILL : SIGTERM);
+        if (waited > patienceWithWork)
+            return false;
+        std::this_thread::sleep_for(timeBetweenLooks);
+    }
+    return true;
+}
+
+void Interruption::endWork()
 {
     if (isTheFirstToTell())
         std::fputs(m_lastWords.constData(), stderr);

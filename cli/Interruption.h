@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "cli/Problem.h"
-
 #include <QByteArray>
 #include <QString>
 
+#include <atomic>
 #include <thread>
 
 /// Ends a run early and cleanly on SIGINT, SIGTERM and SIGHUP: from then on every child process is
@@ -22,24 +21,26 @@ public:
     Interruption &operator=(const Interruption &) = delete;
 
     /// Whether such a signal has arrived. Any thread.
-    static bool happened();
-
-    /// What to tell of a problem: that the run was interrupted, when a signal had arrived before this was
-    /// asked for the first time. So all that is told of one failure is the same.
-    static QString textOf(const Problem &problem);
+    bool happened() const;
 
     /// True for the first caller: an interruption is told once. Any thread.
-    static bool isTheFirstToTell();
+    bool isTheFirstToTell();
+
+    /// What is told of it, behind the name of a file or verb.
+    static QString text();
 
     /// Ends the process by the signal that arrived, as its starter expects; returns when there was
     /// none. Call it last, when everything is cleaned up.
     static void endBySignal();
 
 private:
-    void watch() const;
-    void endWork() const;
+    void watch();
+    bool endChildrenUntilFinished() const;
+    void endWork();
 
     QByteArray m_lastWords;
     int m_readEnd = -1;
+    std::atomic<bool> m_finished{false};
+    std::atomic<bool> m_told{false};
     std::thread m_watcher;
 };

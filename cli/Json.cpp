@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/Json.h"
 
-#include "cli/Interruption.h"
 #include "config/EditorXmlData.h"
 
 QJsonValue textOrNull(const QString &text)
@@ -9,9 +8,12 @@ QJsonValue textOrNull(const QString &text)
     return text.isEmpty() ? QJsonValue(QJsonValue::Null) : QJsonValue(text);
 }
 
-QJsonObject problemObject(const Problem &problem)
+QJsonValue problemOrNull(const Result<> &result)
 {
-    return {{QStringLiteral("file"), problem.file}, {QStringLiteral("text"), Interruption::textOf(problem)}};
+    if (result)
+        return QJsonValue::Null;
+    const Problem &problem = result.problem();
+    return QJsonObject{{QStringLiteral("file"), problem.file}, {QStringLiteral("text"), problem.text}};
 }
 
 QJsonObject warningObject(const BuildWarning &warning)

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "cli/FileWarning.h"
-#include "cli/Problem.h"
+#include "core/Result.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -15,8 +15,8 @@ struct ProfilePayloadInfo;
 /// The text, or null when it is empty.
 QJsonValue textOrNull(const QString &text);
 
-/// "file" and "text".
-QJsonObject problemObject(const Problem &problem);
+/// "file" and "text" of a failure's problem, or null.
+QJsonValue problemOrNull(const Result<> &result);
 
 /// "code" and "text".
 QJsonObject warningObject(const BuildWarning &warning);

@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/PackageJob.h"
 
+#include "cli/InputFile.h"
 #include "cli/Installer.h"
-#include "cli/PathRules.h"
 #include "cli/Product.h"
 #include "cli/SettingsFile.h"
 #include "config/ProductSettings.h"
 #include "core/OutputFile.h"
+#include "core/PathRules.h"
 #include "core/SafeFile.h"
 #include "package/PackageBuild.h"
 
@@ -31,15 +32,15 @@ PackageJob::PackageJob(const PackageRequest &request)
 {
 }
 
-Verdict PackageJob::run()
+Result<> PackageJob::run()
 {
-    using Stage = Verdict (PackageJob::*)();
+    using Stage = Result<> (PackageJob::*)();
     for (const Stage stage : {&PackageJob::checkPaths, &PackageJob::readSettings, &PackageJob::checkInput,
                               &PackageJob::build, &PackageJob::keepDocument}) {
-        if (Verdict problem = (this->*stage)())
-            return problem;
+        if (Result<> done = (this->*stage)(); !done)
+            return done;
     }
-    return std::nullopt;
+    return {};
 }
 
 const QList<FileWarning> &PackageJob::warnings() const
@@ -52,48 +53,54 @@ QString PackageJob::productVersion() const
     return m_productVersion;
 }
 
-Verdict PackageJob::checkPaths()
+Result<> PackageJob::checkPaths()
 {
-    Verdict problem = unquotable({m_request.input, m_request.output});
-    if (!problem)
-        problem = sharedFile({{QStringLiteral("input"), m_request.input},
-                              {QStringLiteral("configuration"), m_request.config},
-                              {QStringLiteral("output"), m_request.output},
-                              {QStringLiteral("kept document"), m_request.keptDocument}});
-    if (!problem)
-        problem = unwritable(m_request.output, m_request.force);
-    if (!problem && !m_request.keptDocument.isEmpty())
-        problem = unwritable(m_request.keptDocument, m_request.force);
-    return problem;
-}
-
-Verdict PackageJob::readSettings()
-{
-    SettingsFile file;
-    if (!m_request.config.isEmpty()) {
-        if (Verdict problem = readDocument(m_request.config, file))
-            return problem;
-        m_warnings += file.warnings;
-        if (file.product != m_request.product)
-            m_warnings.append(otherProductWarning(m_request.config, *file.product, *m_request.product));
+    for (const QString &path : {m_request.input, m_request.output}) {
+        if (Result<> quotable = PathRules::quotable(path); !quotable)
+            return quotable;
     }
-    theEditorXmlData = settingsForProduct(file.settings, m_request.product->editor);
-    return std::nullopt;
+    if (Result<> different =
+            PathRules::allDiffer({{QStringLiteral("input"), m_request.input},
+                                  {QStringLiteral("configuration"), m_request.config},
+                                  {QStringLiteral("output"), m_request.output},
+                                  {QStringLiteral("kept document"), m_request.keptDocument}});
+        !different)
+        return different;
+    Result<> output = checkWritable(m_request.output, m_request.force);
+    if (!output || m_request.keptDocument.isEmpty())
+        return output;
+    return checkWritable(m_request.keptDocument, m_request.force);
 }
 
-Verdict PackageJob::checkInput()
+Result<> PackageJob::readSettings()
 {
-    if (Verdict problem = m_folder.problem())
-        return problem;
+    EditorXmlData settings;
+    if (!m_request.config.isEmpty()) {
+        const Result<SettingsFile> file = readDocument(m_request.config);
+        if (!file)
+            return file.problem();
+        m_warnings += file->warnings;
+        if (file->product != m_request.product)
+            m_warnings.append(otherProductWarning(m_request.config, *file->product, *m_request.product));
+        settings = file->settings;
+    }
+    theEditorXmlData = settingsForProduct(settings, m_request.product->editor);
+    return {};
+}
+
+Result<> PackageJob::checkInput()
+{
+    if (Result<> usable = m_folder.check(); !usable)
+        return usable;
     const QString folder = m_folder.makeSubfolder(QStringLiteral("inspect"));
     const InstallerCheck check =
         checkInstaller(m_request.input, *m_request.product, folder, theEditorXmlData.bSetAsDefaultViewer);
     if (check.inspection)
         m_isSignedByVendor = check.inspection->signedByVendor;
-    return check.refusal;
+    return check.verdict;
 }
 
-Verdict PackageJob::build()
+Result<> PackageJob::build()
 {
     m_document = m_folder.makeSubfolder(QStringLiteral("document")) + QStringLiteral("/ProfStore.xml");
     const BuildReport report = buildPackage(plan());
@@ -101,10 +108,10 @@ Verdict PackageJob::build()
         m_warnings.append({m_request.input, warning});
     m_productVersion = report.productVersion;
     if (report.succeeded())
-        return std::nullopt;
+        return {};
     if (m_output->isTaken())
         return Problem{m_request.output,
-                       QStringLiteral("exists already, since this run began; use --force to replace it")};
+                       QStringLiteral("exists already, since this run began") + forceAdvice()};
     return Problem{
         m_request.input,
         QStringLiteral("cannot %1: %2; no package was made").arg(report.failedStep, report.problem)};
@@ -130,18 +137,17 @@ BuildPlan PackageJob::plan() const
     return plan;
 }
 
-Verdict PackageJob::keepDocument()
+Result<> PackageJob::keepDocument()
 {
     if (m_request.keptDocument.isEmpty())
-        return std::nullopt;
-    QByteArray document;
-    QString error;
-    if (SafeFile::readContents(m_document, document, &error) && m_keptDocument->write(document, &error))
-        return std::nullopt;
-    if (m_keptDocument->isTaken())
-        error += QStringLiteral("; use --force to replace it");
+        return {};
+    const Result<QByteArray> document = SafeFile::readContents(m_document);
+    const Result<> kept = document ? m_keptDocument->write(*document) : document.problem();
+    if (kept)
+        return {};
+    const QString advice = m_keptDocument->isTaken() ? forceAdvice() : QString();
     return Problem{
         m_request.keptDocument,
         QStringLiteral("the document cannot be kept (%1); the package was made all the same, as %2")
-            .arg(error, m_request.output)};
+            .arg(kept.problem().text + advice, m_request.output)};
 }

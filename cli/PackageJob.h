@@ -3,7 +3,7 @@
 
 #include "cli/FileWarning.h"
 #include "cli/PrivateFolder.h"
-#include "cli/Problem.h"
+#include "core/Result.h"
 
 #include <QList>
 #include <QString>
@@ -34,18 +34,18 @@ public:
     explicit PackageJob(const PackageRequest &request);
 
     /// Blocks until the build has ended; nothing when it succeeded. Called once.
-    Verdict run();
+    Result<> run();
 
     const QList<FileWarning> &warnings() const;
     QString productVersion() const; ///< after a successful run; may be empty
 
 private:
     // The stages of a run, in their order.
-    Verdict checkPaths();
-    Verdict readSettings();
-    Verdict checkInput();
-    Verdict build();
-    Verdict keepDocument();
+    Result<> checkPaths();
+    Result<> readSettings();
+    Result<> checkInput();
+    Result<> build();
+    Result<> keepDocument();
 
     BuildPlan plan() const;
 

@@ -19,7 +19,7 @@ bool hasRoomFor(QFile &sample)
 
 } // namespace
 
-Verdict PrivateFolder::problem() const
+Result<> PrivateFolder::check() const
 {
     if (!m_folder.isValid())
         return Problem{TransientFolder::temporaryPath(),
@@ -31,7 +31,7 @@ Verdict PrivateFolder::problem() const
     const QString cause = sample.errorString();
     sample.remove();
     if (fits)
-        return std::nullopt;
+        return {};
     return Problem{
         TransientFolder::temporaryPath(),
         QStringLiteral("nothing can be written there (%1); make room, or set TMPDIR to another folder")

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "cli/Problem.h"
+#include "core/Result.h"
 #include "core/TransientFolder.h"
 
 /// A folder below the temporary folder that only this run knows and only this user can enter (random
@@ -9,8 +9,8 @@
 class PrivateFolder
 {
 public:
-    /// Why there is no folder, or why nothing can be written into it; nothing when it can be used.
-    Verdict problem() const;
+    /// That there is a folder and something can be written into it.
+    Result<> check() const;
 
     /// Path of a file inside that need not exist.
     QString filePath(const QString &name) const { return m_folder.filePath(name); }

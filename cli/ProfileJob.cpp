@@ -2,12 +2,13 @@
 #include "cli/ProfileJob.h"
 
 #include "cli/HostCommands.h"
-#include "cli/PathRules.h"
+#include "cli/InputFile.h"
 #include "cli/PrivateFolder.h"
 #include "cli/Product.h"
 #include "cli/SettingsFile.h"
 #include "config/ProductSettings.h"
 #include "config/RecordFields.h"
+#include "core/PathRules.h"
 #include "core/SafeFile.h"
 #include "profile/CProfileGenerator.h"
 #include "profile/ProfileDocument.h"
@@ -59,14 +60,14 @@ ProfileJob::ProfileJob(const ProfileRequest &request)
 {
 }
 
-Verdict ProfileJob::run()
+Result<> ProfileJob::run()
 {
-    using Stage = Verdict (ProfileJob::*)();
+    using Stage = Result<> (ProfileJob::*)();
     for (const Stage stage : {&ProfileJob::checkPaths, &ProfileJob::readSettings, &ProfileJob::write}) {
-        if (Verdict problem = (this->*stage)())
-            return problem;
+        if (Result<> done = (this->*stage)(); !done)
+            return done;
     }
-    return std::nullopt;
+    return {};
 }
 
 const QList<FileWarning> &ProfileJob::warnings() const
@@ -79,43 +80,48 @@ const ProfilePayloadInfo &ProfileJob::identity() const
     return m_settings.payloadInfo;
 }
 
-Verdict ProfileJob::checkPaths()
+Result<> ProfileJob::checkPaths()
 {
-    Verdict problem = sharedFile({{QStringLiteral("configuration"), m_request.config},
-                                  {QStringLiteral("source profile"), m_request.source},
-                                  {QStringLiteral("output"), m_request.output}});
-    if (!problem)
-        problem = unwritable(m_request.output, m_request.force);
-    if (!problem && m_request.installed)
-        problem = missingCommand({QStringLiteral("/usr/bin/profiles")});
-    if (!problem && !m_request.signer.isEmpty())
-        problem = missingCommand({QStringLiteral("/usr/bin/security")});
-    return problem;
+    if (Result<> different = PathRules::allDiffer({{QStringLiteral("configuration"), m_request.config},
+                                                   {QStringLiteral("source profile"), m_request.source},
+                                                   {QStringLiteral("output"), m_request.output}});
+        !different)
+        return different;
+    if (Result<> output = checkWritable(m_request.output, m_request.force); !output)
+        return output;
+    QStringList commands;
+    if (m_request.installed)
+        commands << QStringLiteral("/usr/bin/profiles");
+    if (!m_request.signer.isEmpty())
+        commands << QStringLiteral("/usr/bin/security");
+    return haveCommands(commands);
 }
 
-Verdict ProfileJob::readSettings()
+Result<> ProfileJob::readSettings()
 {
-    EditorXmlData settings;
-    Verdict problem;
-    if (!m_request.config.isEmpty())
-        problem = readConfig(settings);
-    else if (!m_request.source.isEmpty())
-        problem = readSource(settings);
-    else if (m_request.installed)
-        problem = readInstalled(settings);
-    if (problem)
-        return problem;
-    m_settings = settingsForProduct(settings, m_request.product->editor);
+    const Result<EditorXmlData> settings = readGivenSettings();
+    if (!settings)
+        return settings.problem();
+    m_settings = settingsForProduct(*settings, m_request.product->editor);
     settleIdentity();
-    return settingsProblem();
+    return checkSettings();
+}
+
+Result<EditorXmlData> ProfileJob::readGivenSettings()
+{
+    if (!m_request.config.isEmpty())
+        return readConfig();
+    if (!m_request.source.isEmpty())
+        return readSource();
+    return m_request.installed ? readInstalled() : EditorXmlData();
 }
 
 /// Only a profile can bring such characters; it is the source then, or is installed.
-Verdict ProfileJob::settingsProblem() const
+Result<> ProfileJob::checkSettings() const
 {
     const QString name = unwritableSetting(m_settings);
     if (name.isEmpty())
-        return std::nullopt;
+        return {};
     return Problem{
         m_request.source.isEmpty() ? QStringLiteral("profiles") : m_request.source,
         QStringLiteral("its %1 holds control characters or others that can be written nowhere; correct "
@@ -123,51 +129,52 @@ Verdict ProfileJob::settingsProblem() const
             .arg(name)};
 }
 
-Verdict ProfileJob::readConfig(EditorXmlData &settings)
+Result<EditorXmlData> ProfileJob::readConfig()
 {
-    SettingsFile file;
-    if (Verdict problem = readDocument(m_request.config, file))
-        return problem;
-    m_warnings += file.warnings;
-    if (file.product != m_request.product)
-        m_warnings.append(otherProductWarning(m_request.config, *file.product, *m_request.product));
-    settings = file.settings;
-    if (!fitsIntoProfile(settings.elemRibbonCategory))
+    const Result<SettingsFile> file = readDocument(m_request.config);
+    if (!file)
+        return file.problem();
+    m_warnings += file->warnings;
+    if (file->product != m_request.product)
+        m_warnings.append(otherProductWarning(m_request.config, *file->product, *m_request.product));
+    if (!fitsIntoProfile(file->settings.elemRibbonCategory))
         m_warnings.append(ribbonWarning(m_request.config, QStringLiteral("ribbon")));
-    if (!fitsIntoProfile(settings.elemQuickAccessBar))
+    if (!fitsIntoProfile(file->settings.elemQuickAccessBar))
         m_warnings.append(ribbonWarning(m_request.config, QStringLiteral("quick-access bar")));
-    return std::nullopt;
+    return file->settings;
 }
 
-Verdict ProfileJob::readSource(EditorXmlData &settings)
+Result<EditorXmlData> ProfileJob::readSource()
 {
-    SettingsFile file;
-    if (Verdict problem = readProfileFile(m_request.source, file))
-        return problem;
-    settings = file.settings;
-    if (!std::all_of(file.signers.begin(), file.signers.end(), isKnown))
+    const Result<SettingsFile> file = readProfileFile(m_request.source);
+    if (!file)
+        return file.problem();
+    if (!std::all_of(file->signers.begin(), file->signers.end(), isKnown))
         m_warnings.append({m_request.source,
                            {QStringLiteral("signer-unknown"),
-                            QStringLiteral("is signed by %1").arg(signersText(file.signers))}});
-    if (file.product == m_request.product)
-        return std::nullopt;
+                            QStringLiteral("is signed by %1").arg(signersText(file->signers))}});
+    if (file->product == m_request.product)
+        return file->settings;
     return Problem{m_request.source,
                    QStringLiteral("is a profile of the %1 (%2), not of the %3; use "
                                   "--product %4")
-                       .arg(QString(file.product->title),
-                            ProfileProduct::bundleIdentifier(file.product->editor),
-                            QString(m_request.product->title), QString(file.product->word))};
+                       .arg(QString(file->product->title),
+                            ProfileProduct::bundleIdentifier(file->product->editor),
+                            QString(m_request.product->title), QString(file->product->word))};
 }
 
-Verdict ProfileJob::readInstalled(EditorXmlData &settings)
+Result<EditorXmlData> ProfileJob::readInstalled()
 {
+    EditorXmlData settings;
     QString failure;
     if (readInstalledProfile(settings, m_request.product->editor, &failure))
-        return std::nullopt;
+        return settings;
     QString reason;
     const ManagedProfile::Outcome outcome = ManagedProfile::read(settings, m_request.product->editor, reason);
-    if (outcome != ManagedProfile::Outcome::Nothing)
-        return readManaged(outcome, reason);
+    if (outcome != ManagedProfile::Outcome::Nothing) {
+        const Result<> complete = checkManaged(outcome, reason);
+        return complete ? Result<EditorXmlData>(settings) : complete.problem();
+    }
     if (!failure.isEmpty())
         return Problem{QStringLiteral("profiles"),
                        QStringLiteral("the installed profiles cannot be listed (%1); use --config or --from")
@@ -179,7 +186,7 @@ Verdict ProfileJob::readInstalled(EditorXmlData &settings)
 }
 
 /// A profile of another identity would not replace the installed one, so it has to be known.
-Verdict ProfileJob::readManaged(ManagedProfile::Outcome outcome, const QString &reason)
+Result<> ProfileJob::checkManaged(ManagedProfile::Outcome outcome, const QString &reason)
 {
     const bool identityIsGiven = !m_request.identifier.isEmpty() && !m_request.uuid.isEmpty();
     const bool isComplete = outcome == ManagedProfile::Outcome::Filled ||
@@ -195,7 +202,7 @@ Verdict ProfileJob::readManaged(ManagedProfile::Outcome outcome, const QString &
           QStringLiteral("lists no profile of the %1 for this user; the settings are those that "
                          "a management has in force here")
               .arg(QString(m_request.product->title))}});
-    return std::nullopt;
+    return {};
 }
 
 /// What is given wins over the source, and the source over a fresh identity.
@@ -214,24 +221,25 @@ void ProfileJob::settleIdentity()
         identity.PayloadIdentifier = freshIdentifier.replace(freshUuid, identity.PayloadUUID);
 }
 
-Verdict ProfileJob::write()
+Result<> ProfileJob::write()
 {
     const PrivateFolder folder;
-    if (Verdict problem = folder.problem())
-        return problem;
+    if (Result<> usable = folder.check(); !usable)
+        return usable;
     const QString made = folder.filePath(QFileInfo(m_request.output).fileName());
-    if (Verdict problem = writeTo(made))
-        return problem;
-    QByteArray profile;
-    QString error;
-    if (SafeFile::readContents(made, profile, &error) && m_output.write(profile, &error))
-        return std::nullopt;
+    if (Result<> written = writeTo(made); !written)
+        return written;
+    const Result<QByteArray> profile = SafeFile::readContents(made);
+    const Result<> placed = profile ? m_output.write(*profile) : profile.problem();
+    if (placed)
+        return {};
+    const QString cause = placed.problem().text;
     if (m_output.isTaken())
-        return Problem{m_request.output, error + QStringLiteral("; use --force to replace it")};
-    return Problem{m_request.output, QStringLiteral("cannot be written (%1); use another place").arg(error)};
+        return Problem{m_request.output, cause + forceAdvice()};
+    return Problem{m_request.output, QStringLiteral("cannot be written (%1); use another place").arg(cause)};
 }
 
-Verdict ProfileJob::writeTo(const QString &path)
+Result<> ProfileJob::writeTo(const QString &path)
 {
     if (!CProfileGenerator::CreateProfile(&m_settings, path, m_request.product->editor))
         return Problem{m_request.output,
@@ -239,13 +247,13 @@ Verdict ProfileJob::writeTo(const QString &path)
                                       "room, and "
                                       "that the ribbon of the settings is not nested too deep")};
     if (!m_request.signer.isEmpty()) {
-        if (Verdict problem = sign(path))
-            return problem;
+        if (Result<> isSigned = sign(path); !isSigned)
+            return isSigned;
     }
     return readBack(path);
 }
 
-Verdict ProfileJob::sign(const QString &path)
+Result<> ProfileJob::sign(const QString &path)
 {
     const QString signedForm = path + QStringLiteral(".signed");
     const bool isSigned = CProfileGenerator::SignProfileInto(path, m_request.signer, signedForm) &&
@@ -255,7 +263,7 @@ Verdict ProfileJob::sign(const QString &path)
     const QStringList identities = CProfileGenerator::GetSignIDs(&failure, &remarks);
     m_warnings += identityWarnings(remarks);
     if (isSigned)
-        return std::nullopt;
+        return {};
     if (failure.isEmpty() && !identities.contains(m_request.signer))
         return Problem{m_request.signer, QStringLiteral("there is no signing identity of this name; \"pct "
                                                         "identities\" lists those that there are")};
@@ -264,7 +272,7 @@ Verdict ProfileJob::sign(const QString &path)
 }
 
 /// Numbers and the ribbon are meant to come back from a profile in a simpler form, texts are not.
-Verdict ProfileJob::readBack(const QString &path)
+Result<> ProfileJob::readBack(const QString &path)
 {
     EditorXmlData settings = m_settings;
     bool editor = false;
@@ -277,5 +285,5 @@ Verdict ProfileJob::readBack(const QString &path)
                        QStringLiteral("the profile does not read back as it was written, so none was made; "
                                       "check the settings for odd characters")};
     m_settings.payloadInfo = settings.payloadInfo;
-    return std::nullopt;
+    return {};
 }

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "cli/FileWarning.h"
-#include "cli/Problem.h"
 #include "config/EditorXmlData.h"
 #include "core/OutputFile.h"
+#include "core/Result.h"
 #include "profile/ManagedProfile.h"
 
 #include <QList>
@@ -36,26 +36,27 @@ public:
     explicit ProfileJob(const ProfileRequest &request);
 
     /// Blocks until the profile is made; nothing when it is. Called once.
-    Verdict run();
+    Result<> run();
 
     const QList<FileWarning> &warnings() const;
     const ProfilePayloadInfo &identity() const; ///< of the profile, after a successful run
 
 private:
     // The stages of a run, in their order.
-    Verdict checkPaths();
-    Verdict readSettings();
-    Verdict write();
+    Result<> checkPaths();
+    Result<> readSettings();
+    Result<> write();
 
-    Verdict readConfig(EditorXmlData &settings);
-    Verdict readSource(EditorXmlData &settings);
-    Verdict readInstalled(EditorXmlData &settings);
-    Verdict readManaged(ManagedProfile::Outcome outcome, const QString &reason);
+    Result<EditorXmlData> readGivenSettings();
+    Result<EditorXmlData> readConfig();
+    Result<EditorXmlData> readSource();
+    Result<EditorXmlData> readInstalled();
+    Result<> checkManaged(ManagedProfile::Outcome outcome, const QString &reason);
     void settleIdentity();
-    Verdict settingsProblem() const;
-    Verdict writeTo(const QString &path);
-    Verdict sign(const QString &path);
-    Verdict readBack(const QString &path);
+    Result<> checkSettings() const;
+    Result<> writeTo(const QString &path);
+    Result<> sign(const QString &path);
+    Result<> readBack(const QString &path);
 
     ProfileRequest m_request;
     OutputFile m_output;

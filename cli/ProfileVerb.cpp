@@ -13,7 +13,7 @@ namespace {
 /// How the making of a profile ended.
 struct Outcome
 {
-    Verdict problem;
+    Result<> result;
     QList<FileWarning> warnings;
     ProfilePayloadInfo identity;
 };
@@ -36,37 +36,38 @@ ProfileRequest requestOf(const VerbLine &line)
 Outcome outcomeOf(const ProfileRequest &request)
 {
     ProfileJob job(request);
-    const Verdict problem = job.run();
-    return {problem, job.warnings(), job.identity()};
+    const Result<> result = job.run();
+    return {result, job.warnings(), job.identity()};
 }
 
 QJsonObject outcomeObject(const ProfileRequest &request, const Outcome &outcome)
 {
     return {
-        {QStringLiteral("succeeded"), !outcome.problem},
-        {QStringLiteral("problem"), outcome.problem ? problemObject(*outcome.problem) : QJsonValue()},
+        {QStringLiteral("succeeded"), bool(outcome.result)},
+        {QStringLiteral("problem"), problemOrNull(outcome.result)},
         {QStringLiteral("product"), request.product->word},
         {QStringLiteral("config"), textOrNull(request.config)},
         {QStringLiteral("from"), textOrNull(request.source)},
         {QStringLiteral("installed"), request.installed},
         {QStringLiteral("output"), request.output},
         {QStringLiteral("signer"), textOrNull(request.signer)},
-        {QStringLiteral("identity"), outcome.problem ? QJsonValue() : identityObject(outcome.identity)},
+        {QStringLiteral("identity"),
+         outcome.result ? QJsonValue(identityObject(outcome.identity)) : QJsonValue()},
         {QStringLiteral("warnings"), warningsArray(outcome.warnings)},
     };
 }
 
 void writeOutcome(const ProfileRequest &request, const Outcome &outcome, bool asJson, Console &console)
 {
-    if (!outcome.problem)
+    if (outcome.result)
         console.setMade(request.output);
     if (asJson)
         console.writeJson(outcomeObject(request, outcome));
-    else if (!outcome.problem)
+    else if (outcome.result)
         console.confirm(request.output);
     console.warn(outcome.warnings);
-    if (outcome.problem)
-        console.error(*outcome.problem);
+    if (!outcome.result)
+        console.error(outcome.result.problem());
 }
 
 bool matches(const QString &value, const QString &pattern)
@@ -123,9 +124,10 @@ int runProfile(const VerbLine &line, Console &console)
 {
     console.setQuiet(line.isSet(OptionName::quiet));
     const ProfileRequest request = requestOf(line);
-    const Outcome outcome = outcomeOf(request);
+    Outcome outcome = outcomeOf(request);
+    outcome.result = console.told(outcome.result);
     writeOutcome(request, outcome, line.isSet(OptionName::json), console);
-    return outcome.problem ? ExitCode::refused : ExitCode::done;
+    return outcome.result ? ExitCode::done : ExitCode::refused;
 }
 
 } // namespace

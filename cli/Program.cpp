@@ -30,7 +30,7 @@ int runProgram()
     QTextStream out(&outFile);
     QTextStream err(&errFile);
     const QStringList arguments = QCoreApplication::arguments().mid(1);
-    const Interruption interruption(arguments.value(0));
-    Console console(out, err);
+    Interruption interruption(arguments.value(0));
+    Console console(out, err, &interruption);
     return runPct(pctVerbs(), arguments, console);
 }

@@ -15,62 +15,55 @@
 
 namespace {
 
-/// Loads the document at `path`, which warnings call `subject`; `error` gets what is wrong, without what to
-/// do about it.
-bool loadDocument(const QString &path, const QString &subject, SettingsFile &file, QString &error)
+/// Loads the document at `path`, which warnings call `subject`. The problem is without what to do about it.
+Result<SettingsFile> loadDocument(const QString &path, const QString &subject)
 {
     QDomDocument document;
+    QString error;
     if (!ConfigDocument::load(path, document, &error))
-        return false;
+        return Problem{path, error};
+    SettingsFile file;
     const QString root = document.documentElement().tagName();
     file.product = findProduct(&Product::rootElement, root);
-    if (!file.product) {
-        error = QStringLiteral("its root element is \"%1\"").arg(printableStart(root, 64));
-        return false;
-    }
-    file.settings = EditorXmlData();
+    if (!file.product)
+        return Problem{path, QStringLiteral("its root element is \"%1\"").arg(printableStart(root, 64))};
     ConfigDocument::apply(document, file.settings);
     file.warnings = unreadWarnings(subject, unreadSettings(document));
-    return true;
+    return file;
 }
 
-Verdict readScripts(const QString &package, bool editor, const QString &folder, QString &scripts)
-{
-    QString error;
-    scripts = extractScripts(package, editor, folder, &error);
-    if (!scripts.isEmpty())
-        return std::nullopt;
-    return unreadableScripts(package, error);
-}
-
-Verdict readPackagedDocument(const QString &package, const QString &document, SettingsFile &file)
+Result<SettingsFile> readPackagedDocument(const QString &package, const QString &document)
 {
     if (SafeFile::kindOf(document) != SafeFile::Kind::File)
         return Problem{package, QStringLiteral("holds no ProfStore.xml, so it was not customized; give a "
                                                "package that this tool has made")};
-    QString error;
-    if (loadDocument(document, package, file, error))
-        return std::nullopt;
-    return Problem{package, QStringLiteral("its ProfStore.xml is no configuration document (%1); build the "
-                                           "package again")
-                                .arg(error)};
+    Result<SettingsFile> file = loadDocument(document, package);
+    if (!file)
+        return Problem{package,
+                       QStringLiteral("its ProfStore.xml is no configuration document (%1); build the "
+                                      "package again")
+                           .arg(file.problem().text)};
+    file->kind = QStringLiteral("package");
+    return file;
 }
 
-Verdict readPackage(const QString &path, SettingsFile &file)
+Result<SettingsFile> readPackage(const QString &path)
 {
     const PrivateFolder folder;
-    Verdict problem = folder.problem();
-    const Product *product = problem ? nullptr : productOfInstaller(path, problem);
+    if (const Result<> usable = folder.check(); !usable)
+        return usable.problem();
+    const Result<const Product *> product = productOfInstaller(path);
     if (!product)
-        return problem;
-    QString scripts;
-    problem = readScripts(path, product->editor, folder.makeSubfolder(QStringLiteral("inspect")), scripts);
-    if (problem)
-        return problem;
-    problem = readPackagedDocument(path, scripts + QStringLiteral("/ProfStore.xml"), file);
-    file.kind = QStringLiteral("package");
-    file.product = product;
-    return problem;
+        return product.problem();
+    QString error;
+    const QString scripts =
+        extractScripts(path, (*product)->editor, folder.makeSubfolder(QStringLiteral("inspect")), &error);
+    if (scripts.isEmpty())
+        return unreadableScripts(path, error);
+    Result<SettingsFile> file = readPackagedDocument(path, scripts + QStringLiteral("/ProfStore.xml"));
+    if (file)
+        file->product = *product;
+    return file;
 }
 
 QString signerText(const ProfileSigner &signer)
@@ -83,43 +76,43 @@ QString signerText(const ProfileSigner &signer)
     return QStringLiteral("%1, whose signature this system calls \"%2\"").arg(name, signer.status);
 }
 
-Verdict parseDocument(const QString &path, SettingsFile &file)
+Result<SettingsFile> parseDocument(const QString &path)
 {
-    file.kind = QStringLiteral("document");
-    QString error;
-    if (loadDocument(path, path, file, error))
-        return std::nullopt;
-    return Problem{
-        path,
-        QStringLiteral("is no configuration document (%1); give one that this tool has made").arg(error)};
+    Result<SettingsFile> file = loadDocument(path, path);
+    if (!file)
+        return Problem{path,
+                       QStringLiteral("is no configuration document (%1); give one that this tool has made")
+                           .arg(file.problem().text)};
+    file->kind = QStringLiteral("document");
+    return file;
 }
 
-Verdict parseProfile(const QString &path, SettingsFile &file)
+Result<SettingsFile> parseProfile(const QString &path)
 {
-    file.kind = QStringLiteral("profile");
-    file.settings = EditorXmlData();
+    SettingsFile file;
     bool editor = false;
     QString error;
     if (!readProfile(path, file.settings, &editor, &error, &file.signers))
         return Problem{
             path,
             QStringLiteral("%1; give a profile of the Pelix PDF Editor or the Pelix PDF Reader").arg(error)};
+    file.kind = QStringLiteral("profile");
     file.product = &productOf(editor);
-    return std::nullopt;
+    return file;
 }
 
 } // namespace
 
-Verdict readDocument(const QString &path, SettingsFile &file)
+Result<SettingsFile> readDocument(const QString &path)
 {
-    const Verdict problem = wrongFile(path, FileKind::Document, QStringLiteral("a configuration document"));
-    return problem ? problem : parseDocument(path, file);
+    const Result<> file = checkFile(path, FileKind::Document, QStringLiteral("a configuration document"));
+    return file ? parseDocument(path) : file.problem();
 }
 
-Verdict readProfileFile(const QString &path, SettingsFile &file)
+Result<SettingsFile> readProfileFile(const QString &path)
 {
-    const Verdict problem = wrongFile(path, FileKind::Profile, QStringLiteral("a configuration profile"));
-    return problem ? problem : parseProfile(path, file);
+    const Result<> file = checkFile(path, FileKind::Profile, QStringLiteral("a configuration profile"));
+    return file ? parseProfile(path) : file.problem();
 }
 
 QString signersText(const QList<ProfileSigner> &signers)
@@ -130,17 +123,17 @@ QString signersText(const QList<ProfileSigner> &signers)
     return texts.join(QStringLiteral(" and by "));
 }
 
-Verdict readSettings(const QString &path, SettingsFile &file)
+Result<SettingsFile> readSettings(const QString &path)
 {
-    if (Verdict problem =
-            unreadable(path, QStringLiteral("a configuration document, a profile or a customized package")))
-        return problem;
+    const QString wanted = QStringLiteral("a configuration document, a profile or a customized package");
+    if (const Result<> readable = checkReadable(path, wanted); !readable)
+        return readable.problem();
     switch (kindOfFile(path)) {
     case FileKind::Package:
-        return readPackage(path, file);
+        return readPackage(path);
     case FileKind::Profile:
-        return parseProfile(path, file);
+        return parseProfile(path);
     default:
-        return parseDocument(path, file);
+        return parseDocument(path);
     }
 }

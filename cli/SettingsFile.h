@@ -2,8 +2,8 @@
 #pragma once
 
 #include "cli/FileWarning.h"
-#include "cli/Problem.h"
 #include "config/EditorXmlData.h"
+#include "core/Result.h"
 #include "profile/SignedMessage.h"
 
 #include <QList>
@@ -17,18 +17,18 @@ struct SettingsFile
     QString kind; ///< "document", "profile" or "package"
     const Product *product = nullptr;
     EditorXmlData settings;
-    QList<FileWarning> warnings; ///< of what a document holds beside its settings
+    QList<FileWarning> warnings;  ///< of what a document holds beside its settings
     QList<ProfileSigner> signers; ///< of a profile; none when it is not signed, and for the other kinds
 };
 
 /// Reads a configuration document. A document whose root element is neither product's is refused.
-Verdict readDocument(const QString &path, SettingsFile &file);
+Result<SettingsFile> readDocument(const QString &path);
 
 /// Reads a configuration profile, signed or not, whoever signed it.
-Verdict readProfileFile(const QString &path, SettingsFile &file);
+Result<SettingsFile> readProfileFile(const QString &path);
 
 /// Who signed a profile, for a message that begins "is signed by"; not empty. Names are printable in it.
 QString signersText(const QList<ProfileSigner> &signers);
 
 /// Reads a document, a profile or a customized package, whichever the file's contents say it is.
-Verdict readSettings(const QString &path, SettingsFile &file);
+Result<SettingsFile> readSettings(const QString &path);

@@ -83,17 +83,17 @@ void writeReadable(const QString &path, const SettingsFile &file, Console &conso
 
 int runShow(const VerbLine &line, Console &console)
 {
-    SettingsFile file;
     const QString path = line.operandPath();
-    if (const Verdict problem = readSettings(path, file)) {
-        console.error(*problem);
+    const Result<SettingsFile> file = readSettings(path);
+    if (!file) {
+        console.error(file.problem());
         return ExitCode::refused;
     }
     if (line.isSet(OptionName::json))
-        console.writeJson(fileObject(file));
+        console.writeJson(fileObject(*file));
     else
-        writeReadable(path, file, console);
-    console.warn(file.warnings);
+        writeReadable(path, *file, console);
+    console.warn(file->warnings);
     return ExitCode::done;
 }
 

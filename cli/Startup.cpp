@@ -73,11 +73,11 @@ void Startup::raiseFileLimit()
     ::setrlimit(RLIMIT_NOFILE, &limit);
 }
 
-Verdict Startup::fileLimitProblem()
+Result<> Startup::checkFileLimit()
 {
     const rlimit limit = openFilesLimit();
     if (limit.rlim_cur >= neededFiles)
-        return std::nullopt;
+        return {};
     return Problem{
         QStringLiteral("open files"),
         QStringLiteral("only %1 may be open at a time; raise the limit, for example with \"ulimit -n "

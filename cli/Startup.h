@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "cli/Problem.h"
+#include "core/Result.h"
 
 /// What has to be right in the process before `pct` does anything.
 namespace Startup {
@@ -23,8 +23,8 @@ void supplyPath();
 /// Asks the system for as many open files as `pct` and its commands need.
 void raiseFileLimit();
 
-/// Why there cannot be as many, or nothing.
-Verdict fileLimitProblem();
+/// That there can be as many.
+Result<> checkFileLimit();
 
 /// A reader that goes away, or a limit on the size of files, makes writing fail instead of ending the
 /// process with its folders in place.

@@ -59,8 +59,8 @@ int runVerb(const Verb &verb, const QStringList &arguments, const VerbTable &tab
     const QString problem = line.problem();
     if (!problem.isEmpty())
         return wrongUsage(verb.name, problem, helpFor(verb.name), console);
-    if (const Verdict tooFewFiles = Startup::fileLimitProblem()) {
-        console.error(*tooFewFiles);
+    if (const Result<> enoughFiles = Startup::checkFileLimit(); !enoughFiles) {
+        console.error(enoughFiles.problem());
         return verb.trouble;
     }
     const int exitCode = verb.run(line, console);

@@ -74,5 +74,8 @@ bool ConfigDocument::save(const QDomDocument &document, const QString &path, QSt
                           SafeFile::Lasting lasting)
 {
     const QByteArray bytes = toXml(document, error);
-    return !bytes.isEmpty() && SafeFile::replaceContents(path, bytes, error, lasting);
+    if (bytes.isEmpty())
+        return false;
+    const Result<> saved = SafeFile::replaceContents(path, bytes, lasting);
+    return saved || fail(error, saved.problem().text);
 }

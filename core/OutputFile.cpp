@@ -18,18 +18,6 @@ namespace {
 constexpr mode_t permissionBits = 07777;
 constexpr mode_t writableFile = 0666;
 
-bool fail(QString *error, const QString &text)
-{
-    if (error)
-        *error = text;
-    return false;
-}
-
-bool failWithErrno(QString *error)
-{
-    return fail(error, QString::fromLocal8Bit(std::strerror(errno)));
-}
-
 bool cannotRefuse(int reason)
 {
     return reason == EINVAL || reason == ENOSYS || reason == ENOTSUP || reason == EOPNOTSUPP;
@@ -56,20 +44,23 @@ QString freeNameProblem(int reason)
 
 } // namespace
 
-OutputFile::OutputFile(const QString &path, Existing existing)
+OutputFile::OutputFile(const QString &path, Existing existing, Lasting lasting)
     : m_path(path)
     , m_name(QFile::encodeName(QFileInfo(path).fileName()))
     , m_folder(QFileInfo(path).path())
     , m_existing(existing)
+    , m_lasting(lasting)
 {
 }
 
-bool OutputFile::stage(QString *error)
+Result<> OutputFile::stage()
 {
     if (!m_folder.isValid())
-        return fail(error, m_folder.errorString());
+        return failed(m_folder.errorString());
     m_staging.emplace(m_folder, QStringLiteral(".pct-output-"));
-    return m_staging->isValid() || fail(error, m_staging->errorString());
+    if (!m_staging->isValid())
+        return failed(m_staging->errorString());
+    return {};
 }
 
 QString OutputFile::stagedPath() const
@@ -84,24 +75,33 @@ bool OutputFile::isStaged() const
            S_ISREG(status.st_mode) && status.st_size > 0;
 }
 
-bool OutputFile::place(QString *error)
+Result<> OutputFile::place()
 {
     const FileDescriptor staged(::openat(m_staging->descriptor(), m_name.constData(),
                                          O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
-    if (!staged.isValid() || !staged.sync())
-        return failWithErrno(error);
+    if (!staged.isValid() || (isLasting() && !staged.sync()))
+        return failedByErrno();
     if (!m_folder.isStillThere())
-        return fail(error, QStringLiteral("its folder was moved or replaced during the run"));
-    const bool moved =
-        m_existing == Existing::Keep ? moveToFreeName(error) : moveOverFile(staged.get(), error);
-    return moved && (::fsync(m_folder.descriptor()) == 0 || failWithErrno(error));
+        return failed(QStringLiteral("its folder was moved or replaced during the run"));
+    if (Result<> moved = m_existing == Existing::Keep ? moveToFreeName() : moveOverFile(staged.get()); !moved)
+        return moved;
+    if (isLasting() && ::fsync(m_folder.descriptor()) != 0)
+        return failedByErrno();
+    return {};
 }
 
-bool OutputFile::write(const QByteArray &bytes, QString *error)
+Result<> OutputFile::write(const QByteArray &bytes)
 {
-    if (!stage(error))
-        return false;
-    return fillStaged(bytes) ? place(error) : failWithErrno(error);
+    if (Result<> staged = stage(); !staged)
+        return staged;
+    if (!fillStaged(bytes))
+        return failedByErrno();
+    return place();
+}
+
+Problem OutputFile::failedByErrno() const
+{
+    return failed(QString::fromLocal8Bit(std::strerror(errno)));
 }
 
 bool OutputFile::fillStaged(const QByteArray &bytes) const
@@ -111,7 +111,7 @@ bool OutputFile::fillStaged(const QByteArray &bytes) const
     return file.isValid() && file.write(bytes);
 }
 
-bool OutputFile::moveToFreeName(QString *error)
+Result<> OutputFile::moveToFreeName()
 {
     const int from = m_staging->descriptor();
     const int to = m_folder.descriptor();
@@ -119,22 +119,23 @@ bool OutputFile::moveToFreeName(QString *error)
     if (result != 0 && cannotRefuse(errno))
         result = linkAndForget(from, to, m_name.constData());
     if (result == 0)
-        return true;
+        return {};
     m_taken = errno == EEXIST;
-    return fail(error, freeNameProblem(errno));
+    return failed(freeNameProblem(errno));
 }
 
-bool OutputFile::moveOverFile(int staged, QString *error) const
+Result<> OutputFile::moveOverFile(int staged) const
 {
     struct stat old = {};
     const bool exists = ::fstatat(m_folder.descriptor(), m_name.constData(), &old, AT_SYMLINK_NOFOLLOW) == 0;
     if (exists && S_ISLNK(old.st_mode))
-        return fail(error, QStringLiteral("is a link"));
+        return failed(QStringLiteral("is a link"));
     if (exists && !S_ISREG(old.st_mode))
-        return fail(error, QStringLiteral("is not a regular file"));
+        return failed(QStringLiteral("is not a regular file"));
     if (exists && ::fchmod(staged, old.st_mode & permissionBits) != 0)
-        return failWithErrno(error);
-    return ::renameat(m_staging->descriptor(), m_name.constData(), m_folder.descriptor(),
-                      m_name.constData()) == 0 ||
-           failWithErrno(error);
+        return failedByErrno();
+    if (::renameat(m_staging->descriptor(), m_name.constData(), m_folder.descriptor(), m_name.constData()) !=
+        0)
+        return failedByErrno();
+    return {};
 }

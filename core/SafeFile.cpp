@@ -4,8 +4,6 @@
 #include "core/FileDescriptor.h"
 
 #include <QFile>
-#include <QFileInfo>
-#include <QRandomGenerator>
 
 #include <cerrno>
 #include <cstring>
@@ -15,45 +13,17 @@
 
 namespace {
 
-bool fail(QString *error, const QString &text)
+Problem failedByErrno(const QString &path)
 {
-    if (error)
-        *error = text;
-    return false;
-}
-
-bool failWithErrno(QString *error)
-{
-    return fail(error, QString::fromLocal8Bit(std::strerror(errno)));
-}
-
-bool mayReplace(const QString &path, QString *error)
-{
-    switch (SafeFile::kindOf(path)) {
-    case SafeFile::Kind::Missing:
-    case SafeFile::Kind::File:
-        return true;
-    case SafeFile::Kind::Link:
-        return fail(error, QStringLiteral("is a link"));
-    default:
-        return fail(error, QStringLiteral("is not a regular file"));
-    }
-}
-
-/// A name beside the path that nobody else has in mind; hidden, as it may be left when the machine stops.
-QByteArray nameBeside(const QString &path)
-{
-    const QFileInfo file(path);
-    const QString number = QString::number(QRandomGenerator::global()->generate64(), 36);
-    return QFile::encodeName(QStringLiteral("%1/.pct-new-%2").arg(file.path(), number));
+    return {path, QString::fromLocal8Bit(std::strerror(errno))};
 }
 
 /// A new file that goes again when it is not kept. Failures leave their reason in errno.
 class NewFile
 {
 public:
-    explicit NewFile(const QByteArray &name)
-        : m_name(name)
+    explicit NewFile(const QString &path)
+        : m_name(QFile::encodeName(path))
         , m_file(::open(m_name.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666))
     {
     }
@@ -70,11 +40,6 @@ public:
     {
         return m_file.isValid() && takePermissions(QFile::encodeName(model)) && m_file.write(bytes) &&
                (lasting == SafeFile::Lasting::No || m_file.sync());
-    }
-    bool moveTo(const QByteArray &place)
-    {
-        m_kept = ::rename(m_name.constData(), place.constData()) == 0;
-        return m_kept;
     }
     void keep() { m_kept = true; }
 
@@ -115,33 +80,32 @@ bool SafeFile::sameFile(const QString &first, const QString &second)
            one.st_ino == other.st_ino;
 }
 
-bool SafeFile::copyNew(const QString &from, const QString &to, QString *error, Lasting lasting)
+Result<> SafeFile::copyNew(const QString &from, const QString &to, Lasting lasting)
 {
     if (kindOf(to) != Kind::Missing)
-        return fail(error, QStringLiteral("exists already"));
-    QByteArray bytes;
-    if (!readContents(from, bytes, error))
-        return false;
-    NewFile file(QFile::encodeName(to));
-    if (!file.fill(bytes, from, lasting))
-        return failWithErrno(error);
+        return Problem{to, QStringLiteral("exists already")};
+    const Result<QByteArray> bytes = readContents(from);
+    if (!bytes)
+        return bytes.problem();
+    NewFile file(to);
+    if (!file.fill(*bytes, from, lasting))
+        return failedByErrno(to);
     file.keep();
-    return true;
+    return {};
 }
 
-bool SafeFile::readContents(const QString &path, QByteArray &bytes, QString *error)
+Result<QByteArray> SafeFile::readContents(const QString &path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        return fail(error, file.errorString());
-    bytes = file.readAll();
-    return file.error() == QFileDevice::NoError || fail(error, file.errorString());
+        return Problem{path, file.errorString()};
+    QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+        return Problem{path, file.errorString()};
+    return bytes;
 }
 
-bool SafeFile::replaceContents(const QString &path, const QByteArray &bytes, QString *error, Lasting lasting)
+Result<> SafeFile::replaceContents(const QString &path, const QByteArray &bytes, Lasting lasting)
 {
-    if (!mayReplace(path, error))
-        return false;
-    NewFile file(nameBeside(path));
-    return (file.fill(bytes, path, lasting) && file.moveTo(QFile::encodeName(path))) || failWithErrno(error);
+    return OutputFile(path, OutputFile::Existing::Replace, lasting).write(bytes);
 }

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "core/OutputFile.h"
+#include "core/Result.h"
+
+#include <QByteArray>
 #include <QString>
 
-class QByteArray;
-
 /// File operations that never go through a link and never leave a good file half replaced.
-/// All may be called from any thread; `error` is optional and receives one line without the path.
+/// All may be called from any thread. Problems are about the path that is to be read or made.
 namespace SafeFile {
 
 enum class Kind { Missing, File, Folder, Link, Other };
@@ -17,20 +19,18 @@ Kind kindOf(const QString &path);
 /// True when both paths lead to the same existing file or folder (same device and inode).
 bool sameFile(const QString &first, const QString &second);
 
-/// Whether to wait until the bytes are on the disk; what is needed by this run only can do without.
-enum class Lasting { Yes, No };
+/// Whether to wait until the bytes are on the disk.
+using Lasting = OutputFile::Lasting;
 
 /// Copies a regular file, or one that is compiled in, with its permissions to a path where nothing may exist
 /// yet, not even a dangling link. After a failure nothing is there.
-bool copyNew(const QString &from, const QString &to, QString *error = nullptr,
-             Lasting lasting = Lasting::Yes);
+Result<> copyNew(const QString &from, const QString &to, Lasting lasting = Lasting::Yes);
 
 /// All that a file holds; what could be read before a failure is never taken for the whole.
-bool readContents(const QString &path, QByteArray &bytes, QString *error = nullptr);
+Result<QByteArray> readContents(const QString &path);
 
-/// Writes the bytes beside the path and moves them into place; an existing file keeps its permissions.
-/// Refuses when a link or anything but a regular file lies there. After a failure all is as it was.
-bool replaceContents(const QString &path, const QByteArray &bytes, QString *error = nullptr,
-                     Lasting lasting = Lasting::Yes);
+/// Makes an OutputFile of the bytes, also over a regular file, which keeps its permissions. Refuses when a
+/// link or anything else lies there. After a failure all is as it was.
+Result<> replaceContents(const QString &path, const QByteArray &bytes, Lasting lasting = Lasting::Yes);
 
 } // namespace SafeFile

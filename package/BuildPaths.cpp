@@ -2,68 +2,32 @@
 #include "package/BuildPaths.h"
 
 #include "core/Command.h"
+#include "core/PathRules.h"
 #include "core/SafeFile.h"
-#include "package/Failure.h"
 
-#include <QDir>
 #include <QFileInfo>
-#include <QProcess>
 #include <QStandardPaths>
 
 namespace {
 
-/// The path with the links of its folder resolved, so that files that do not exist yet can be compared.
-QString resolved(const QString &path)
+Result<> checkInput(const QString &input)
 {
-    const QFileInfo info(path);
-    const QString folder = QFileInfo(info.absolutePath()).canonicalFilePath();
-    return (folder.isEmpty() ? info.absolutePath() : folder) + QLatin1Char('/') + info.fileName();
+    if (QFileInfo(input).isFile())
+        return {};
+    return Problem{input, QStringLiteral("is not a file; choose the vendor's installer package")};
 }
 
-bool isSame(const QString &first, const QString &second)
+/// The folder is there and holds nothing that is needed.
+Result<> checkDispensable(const QString &folder, const BuildFiles &files)
 {
-    return resolved(first) == resolved(second) || SafeFile::sameFile(first, second);
-}
-
-/// True for the file's place and, when that is a link, for the place it leads to.
-bool liesIn(const QString &folder, const QString &path)
-{
-    const QString start = QFileInfo(folder).canonicalFilePath() + QLatin1Char('/');
-    return resolved(path).startsWith(start) || QFileInfo(path).canonicalFilePath().startsWith(start);
-}
-
-bool checkInput(const QString &input, QString *error)
-{
-    return QFileInfo(input).isFile() ||
-           fail(error, QStringLiteral("%1: is not a file; choose the vendor's installer package").arg(input));
-}
-
-bool checkOutputFolder(const QString &output, QString *error)
-{
-    const QString folder = QFileInfo(output).absolutePath();
-    if (!QFileInfo(folder).isDir())
-        return fail(error, QStringLiteral("%1: there is no such folder; make it first").arg(folder));
-    return QFileInfo(folder).isWritable() ||
-           fail(error,
-                QStringLiteral("%1: cannot be written; choose another folder for the output").arg(folder));
-}
-
-bool checkOutput(const QString &output, QString *error)
-{
-    switch (SafeFile::kindOf(output)) {
-    case SafeFile::Kind::Missing:
-    case SafeFile::Kind::File:
-        return checkOutputFolder(output, error);
-    case SafeFile::Kind::Link:
-        return fail(error,
-                    QStringLiteral("%1: is a link; choose the name of a file as the output").arg(output));
-    case SafeFile::Kind::Folder:
-        return fail(error,
-                    QStringLiteral("%1: is a folder; choose the name of a file as the output").arg(output));
-    case SafeFile::Kind::Other:
-        break;
+    if (SafeFile::kindOf(folder) != SafeFile::Kind::Folder)
+        return Problem{folder, QStringLiteral("is in the way of the work folder and no folder; move it")};
+    for (const QString &file : {files.input, files.output, files.document}) {
+        if (PathRules::liesIn(folder, file))
+            return Problem{
+                file, QStringLiteral("lies in the work folder %1, which is removed; move it").arg(folder)};
     }
-    return fail(error, QStringLiteral("%1: is not a regular file; choose another output").arg(output));
+    return {};
 }
 
 } // namespace
@@ -73,51 +37,36 @@ QString temporaryDocumentPath()
     return QStandardPaths::writableLocation(QStandardPaths::TempLocation) + QStringLiteral("/ProfStore.xml");
 }
 
-bool checkFiles(const BuildFiles &files, QString *error)
+Result<> checkFiles(const BuildFiles &files)
 {
-    return checkQuoting(files.input, error) && checkQuoting(files.output, error) &&
-           checkInput(files.input, error) && checkOutput(files.output, error) &&
-           checkFilesDiffer(files, error);
-}
-
-bool checkFilesDiffer(const BuildFiles &files, QString *error)
-{
-    if (isSame(files.input, files.output))
-        return fail(error,
-                    QStringLiteral("%1: is the input as well; choose another output").arg(files.output));
-    if (isSame(files.input, files.document))
-        return fail(error, QStringLiteral("%1: is the input as well; choose another name for the document")
-                               .arg(files.document));
-    return !isSame(files.output, files.document) ||
-           fail(error, QStringLiteral("%1: is both the output and the document; choose another name for one")
-                           .arg(files.output));
-}
-
-bool checkQuoting(const QString &path, QString *error)
-{
-    const QStringList words = QProcess::splitCommand(QStringLiteral("program \"%1\"").arg(path));
-    return (words.size() == 2 && words.last() == path) ||
-           fail(error, QStringLiteral("%1: holds a double quote, which no command line can carry; "
-                                      "rename the file or its folder")
-                           .arg(path));
-}
-
-bool removeWorkFolder(const QString &folder, const BuildFiles &files, QString *error)
-{
-    const SafeFile::Kind kind = SafeFile::kindOf(folder);
-    if (kind == SafeFile::Kind::Missing)
-        return true;
-    if (kind != SafeFile::Kind::Folder)
-        return fail(
-            error, QStringLiteral("%1: is in the way of the work folder and no folder; move it").arg(folder));
-    for (const QString &file : {files.input, files.output, files.document}) {
-        if (liesIn(folder, file))
-            return fail(error, QStringLiteral("%1: lies in the work folder %2, which is removed; move it")
-                                   .arg(file, folder));
+    for (const QString &path : {files.input, files.output}) {
+        if (Result<> quotable = PathRules::quotable(path); !quotable)
+            return quotable;
     }
+    if (Result<> input = checkInput(files.input); !input)
+        return input;
+    if (Result<> output = PathRules::writable(files.output); !output)
+        return output;
+    return checkFilesDiffer(files);
+}
+
+Result<> checkFilesDiffer(const BuildFiles &files)
+{
+    return PathRules::allDiffer({{QStringLiteral("input"), files.input},
+                                 {QStringLiteral("output"), files.output},
+                                 {QStringLiteral("document"), files.document}});
+}
+
+Result<> removeWorkFolder(const QString &folder, const BuildFiles &files)
+{
+    if (SafeFile::kindOf(folder) == SafeFile::Kind::Missing)
+        return {};
+    if (Result<> dispensable = checkDispensable(folder, files); !dispensable)
+        return dispensable;
     const CommandResult result = Command::runLine(QStringLiteral("rm -rf \"%1\"").arg(folder), {folder});
     if (!result.succeeded())
-        return fail(error, result.problem());
-    return SafeFile::kindOf(folder) == SafeFile::Kind::Missing ||
-           fail(error, QStringLiteral("%1: cannot be removed").arg(folder));
+        return Problem{folder, result.problem()};
+    if (SafeFile::kindOf(folder) != SafeFile::Kind::Missing)
+        return Problem{folder, QStringLiteral("cannot be removed")};
+    return {};
 }

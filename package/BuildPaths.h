@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "core/Result.h"
+
 #include <QString>
 
-// The paths of a build and the rules that keep a build from destroying one of its own files.
+// The files of a build and its work folder. What two paths have to do with each other is for PathRules to
+// say.
 
 /// The files that a build reads and writes, as absolute paths.
 struct BuildFiles
@@ -17,17 +20,13 @@ struct BuildFiles
 /// temporary folder.
 QString temporaryDocumentPath();
 
-/// False when the input is no file, when the output cannot become one (it is a link, a folder or a device,
-/// or has no folder to lie in), when two of the files are the same, or when a path holds a character that
-/// ends the quotes of a command line.
-bool checkFiles(const BuildFiles &files, QString *error);
+/// That the input is a file, the output can become one, all differ, and those that a command line names can
+/// stand in its quotes.
+Result<> checkFiles(const BuildFiles &files);
 
-/// False when two of the files are the same: equal paths, or the same file on the disk.
-bool checkFilesDiffer(const BuildFiles &files, QString *error);
+/// That no two of the files are one.
+Result<> checkFilesDiffer(const BuildFiles &files);
 
-/// Whether a path can stand in quotes in a command line.
-bool checkQuoting(const QString &path, QString *error);
-
-/// Removes a real folder and all in it; true as well when there is nothing. Refuses when the path is
+/// Removes a real folder and all in it; a success as well when there is nothing. Refuses when the path is
 /// anything else, or one of the files lies in the folder.
-bool removeWorkFolder(const QString &folder, const BuildFiles &files, QString *error);
+Result<> removeWorkFolder(const QString &folder, const BuildFiles &files);

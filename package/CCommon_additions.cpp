@@ -31,9 +31,7 @@ bool addToScripts(const QString &file, const QString &scripts, const QString &na
 {
     if (!isRealFolder(scripts, error))
         return false;
-    QString cause;
-    return SafeFile::copyNew(file, scripts + name, &cause, SafeFile::Lasting::No) ||
-           fail(error, scripts + name + QStringLiteral(": ") + cause);
+    return ended(SafeFile::copyNew(file, scripts + name, SafeFile::Lasting::No), error);
 }
 
 /// Neither the umask nor the user of whoever builds the package shows in what it adds.

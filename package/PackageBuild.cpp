@@ -3,6 +3,7 @@
 
 #include "config/CCommon.h"
 #include "core/OutputFile.h"
+#include "core/PathRules.h"
 #include "core/SafeFile.h"
 #include "core/TransientFolder.h"
 #include "package/BuildPaths.h"
@@ -114,12 +115,12 @@ bool Build::readSourceDate(QString *problem)
 
 bool Build::checkPaths(QString *problem)
 {
-    return checkFiles(m_files, problem) && checkQuoting(m_plan.workFolder, problem);
+    return ended(checkFiles(m_files), problem) && ended(PathRules::quotable(m_plan.workFolder), problem);
 }
 
 bool Build::clearWorkFolder(QString *problem)
 {
-    return !m_plan.removesWorkFolder || removeWorkFolder(m_plan.workFolder, m_files, problem);
+    return !m_plan.removesWorkFolder || ended(removeWorkFolder(m_plan.workFolder, m_files), problem);
 }
 
 bool Build::expand(QString *problem)
@@ -200,12 +201,9 @@ bool Build::limitTimes(QString *problem)
 /// The files are compared once more: what did not exist at the start may by now be one file under two names.
 bool Build::flatten(QString *problem)
 {
-    QString cause;
-    if (!flattenStaged(m_plan.workFolder, m_plan.editor, *m_output, problem) ||
-        !checkFilesDiffer(m_files, problem))
+    if (!ended(flattenStaged(m_plan.workFolder, m_plan.editor, *m_output), problem) ||
+        !ended(checkFilesDiffer(m_files), problem) || !ended(m_output->place(), problem))
         return false;
-    if (!m_output->place(&cause))
-        return fail(problem, m_files.output + QStringLiteral(": ") + cause);
     if (m_replacedDocument)
         m_replacedDocument->forget();
     return true;
@@ -213,10 +211,11 @@ bool Build::flatten(QString *problem)
 
 bool Build::removeLeftovers(QString *)
 {
-    QString problem;
-    if (m_plan.removesWorkFolder && !removeWorkFolder(m_plan.workFolder, m_files, &problem)) {
+    if (!m_plan.removesWorkFolder)
+        return true;
+    if (const Result<> removed = removeWorkFolder(m_plan.workFolder, m_files); !removed) {
         qCDebug(logPackage) << "qsUnPkgFile remove fail!";
-        m_report.warnings.append({QStringLiteral("work-folder-left"), problem});
+        m_report.warnings.append({QStringLiteral("work-folder-left"), removed.problem().line()});
     }
     return true;
 }

@@ -46,11 +46,11 @@ QString ReplacedDocument::layAside()
                                                QStringLiteral("/.pct-document-XXXXXX"));
     if (!m_folder->isValid())
         return QStringLiteral("%1: cannot write beside it: %2").arg(m_path, m_folder->errorString());
-    QString error;
-    if (::link(QFile::encodeName(m_path).constData(), QFile::encodeName(pathAside()).constData()) == 0 ||
-        SafeFile::copyNew(m_path, pathAside(), &error))
+    if (::link(QFile::encodeName(m_path).constData(), QFile::encodeName(pathAside()).constData()) == 0)
         return {};
-    return QStringLiteral("%1: cannot be laid aside: %2").arg(m_path, error);
+    const Result<> copied = SafeFile::copyNew(m_path, pathAside());
+    return copied ? QString()
+                  : QStringLiteral("%1: cannot be laid aside: %2").arg(m_path, copied.problem().text);
 }
 
 /// As the very file that it was, with its permissions and times.

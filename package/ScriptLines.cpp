@@ -74,11 +74,11 @@ bool readScript(const QString &path, QString &text, QString *error)
     if (kind != SafeFile::Kind::File && kind != SafeFile::Kind::Missing)
         return fail(error, kind == SafeFile::Kind::Link ? QStringLiteral("is a link")
                                                         : QStringLiteral("is not a regular file"));
-    QByteArray bytes;
     if (QFileInfo(path).size() > maximumScriptBytes)
         return fail(error, QStringLiteral("is too large for a script"));
-    if (!SafeFile::readContents(path, bytes, error))
-        return false;
-    text = QString::fromUtf8(bytes.constData());
+    const Result<QByteArray> bytes = SafeFile::readContents(path);
+    if (!bytes)
+        return fail(error, bytes.problem().text);
+    text = QString::fromUtf8(bytes->constData());
     return true;
 }

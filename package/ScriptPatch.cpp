@@ -2,6 +2,7 @@
 #include "package/ScriptPatch.h"
 
 #include "core/SafeFile.h"
+#include "package/Failure.h"
 #include "package/ScriptLines.h"
 
 #include <algorithm>
@@ -101,7 +102,8 @@ bool patchFile(const QString &path, LinesEdit edit, QString *error)
     if (!edit(lines, error))
         return false;
     const QString patched = lines.join(QLatin1Char('\n')) + QLatin1Char('\n');
-    return SafeFile::replaceContents(path, patched.toUtf8(), error, SafeFile::Lasting::No);
+    const Result<> replaced = SafeFile::replaceContents(path, patched.toUtf8(), SafeFile::Lasting::No);
+    return replaced || fail(error, replaced.problem().text);
 }
 
 } // namespace

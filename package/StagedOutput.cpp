@@ -4,7 +4,6 @@
 #include "config/CCommon.h"
 #include "core/Command.h"
 #include "core/OutputFile.h"
-#include "package/Failure.h"
 #include "package/ScriptsFolder.h"
 
 namespace {
@@ -15,24 +14,27 @@ bool listsScripts(const QByteArray &listing, bool editor)
     return listing.split('\n').contains(member);
 }
 
-bool readBack(const OutputFile &output, bool editor, QString *error)
+Result<> readBack(const OutputFile &output, bool editor)
 {
     if (!output.isStaged())
-        return fail(error, QStringLiteral("pkgutil made no package"));
+        return Problem{{}, QStringLiteral("pkgutil made no package")};
     const CommandResult listing = Command::run(
         QStringLiteral("xar"), {QStringLiteral("-t"), QStringLiteral("-f"), output.stagedPath()});
     if (!listing.succeeded())
-        return fail(error, listing.problem());
-    return listsScripts(listing.standardOutput, editor) ||
-           fail(error, QStringLiteral("the package that pkgutil made has no scripts of the product"));
+        return Problem{{}, listing.problem()};
+    if (!listsScripts(listing.standardOutput, editor))
+        return Problem{{}, QStringLiteral("the package that pkgutil made has no scripts of the product")};
+    return {};
 }
 
 } // namespace
 
-bool flattenStaged(const QString &folder, bool editor, OutputFile &output, QString *error)
+Result<> flattenStaged(const QString &folder, bool editor, OutputFile &output)
 {
+    if (const Result<> staged = output.stage(); !staged)
+        return Problem{output.path(), QStringLiteral("cannot write beside it: ") + staged.problem().text};
     QString cause;
-    if (!output.stage(&cause))
-        return fail(error, QStringLiteral("%1: cannot write beside it: %2").arg(output.path(), cause));
-    return CCommon::FlattenUnPkg(folder, output.stagedPath(), error) && readBack(output, editor, error);
+    if (!CCommon::FlattenUnPkg(folder, output.stagedPath(), &cause))
+        return Problem{{}, cause};
+    return readBack(output, editor);
 }

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "core/Result.h"
+
 #include <QString>
 
 class OutputFile;
 
 /// Flattens a folder into the hidden folder of an output and reads the result back: it must be a package with
 /// the product's scripts.
-bool flattenStaged(const QString &folder, bool editor, OutputFile &output, QString *error);
+Result<> flattenStaged(const QString &folder, bool editor, OutputFile &output);

@@ -41,9 +41,9 @@ bool CProfileGenerator::CreateProfile(const EditorXmlData *data, const QString &
     const QString absolutePath = QFileInfo(path).absoluteFilePath();
     qCDebug(logProfile).noquote() << "configData : " << text;
     qCDebug(logProfile).noquote() << "Absolute path:" << absolutePath;
-    QString error;
-    if (!SafeFile::replaceContents(path, text.toUtf8(), &error))
-        return warn(QStringLiteral("can not access filepath : %1 (%2)").arg(absolutePath, error));
+    if (const Result<> written = SafeFile::replaceContents(path, text.toUtf8()); !written)
+        return warn(
+            QStringLiteral("can not access filepath : %1 (%2)").arg(absolutePath, written.problem().text));
     qCDebug(logProfile).noquote()
         << QStringLiteral("profile generated successfully \uFF1A%1...").arg(absolutePath);
     return true;

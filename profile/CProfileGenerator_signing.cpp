@@ -76,15 +76,15 @@ bool signAside(const KeptFile &profile, const QString &path, const QString &iden
     if (!folder.isValid() || !sign(identity, QFileInfo(path).absoluteFilePath(), aside).succeeded() ||
         !isSignedForm(aside, profile))
         return false;
-    QString error;
-    return SafeFile::replaceContents(path, KeptFile(aside).bytes(), &error) ||
-           warn(QStringLiteral("Profile signing failed: %1 cannot be written (%2)").arg(path, error));
+    const Result<> written = SafeFile::replaceContents(path, KeptFile(aside).bytes());
+    return written || warn(QStringLiteral("Profile signing failed: %1 cannot be written (%2)")
+                               .arg(path, written.problem().text));
 }
 
 bool putBack(const KeptFile &profile, const QString &path)
 {
-    QString error;
-    return profile.putAt(path, &error) || warn(QStringLiteral("%1 cannot be put back (%2)").arg(path, error));
+    const Result<> put = profile.putAt(path);
+    return put || warn(QStringLiteral("%1 cannot be put back (%2)").arg(path, put.problem().text));
 }
 
 /// The tool ends each identity line with the closing quote.

@@ -23,17 +23,16 @@ bool KeptFile::isAt(const QString &path) const
     return m_valid && other.m_valid && other.m_bytes == m_bytes;
 }
 
-bool KeptFile::putAt(const QString &path, QString *error) const
+Result<> KeptFile::putAt(const QString &path) const
 {
     if (!isAt(path)) {
         if (SafeFile::kindOf(path) == SafeFile::Kind::Link)
             QFile::remove(path);
-        if (!SafeFile::replaceContents(path, m_bytes, error))
-            return false;
+        if (Result<> written = SafeFile::replaceContents(path, m_bytes); !written)
+            return written;
     }
     QFile file(path);
     if (file.permissions() == m_permissions || file.setPermissions(m_permissions))
-        return true;
-    *error = file.errorString();
-    return false;
+        return {};
+    return Problem{path, file.errorString()};
 }

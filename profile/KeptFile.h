@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "core/Result.h"
+
 #include <QByteArray>
 #include <QFileDevice>
 #include <QString>
@@ -19,8 +21,7 @@ public:
     bool isAt(const QString &path) const;
 
     /// Gives a path the bytes and permissions, whatever lies there now; a link is replaced, not followed.
-    /// False, with `error` set to one line without the path, when that fails.
-    bool putAt(const QString &path, QString *error) const;
+    Result<> putAt(const QString &path) const;
 
 private:
     QByteArray m_bytes;

@@ -13,16 +13,16 @@ QString text(const char *literal)
     return QString::fromUtf8(literal);
 }
 
-struct Result
+struct Run
 {
     int exitCode = -1;
     QString out;
     QString err;
 };
 
-Result run(const char *line)
+Run run(const char *line)
 {
-    Result result;
+    Run result;
     QTextStream out(&result.out);
     QTextStream err(&result.err);
     Console console(out, err);
@@ -73,7 +73,7 @@ void tst_Verbs::aLineReachesItsVerb_data()
 void tst_Verbs::aLineReachesItsVerb()
 {
     QFETCH(QString, out);
-    const Result result = run(QTest::currentDataTag());
+    const Run result = run(QTest::currentDataTag());
     QCOMPARE(result.err, QString());
     QCOMPARE(result.out, out);
     QCOMPARE(result.exitCode, 0);
@@ -103,7 +103,7 @@ void tst_Verbs::wrongUsageNamesTheVerbAndItsHelp_data()
 void tst_Verbs::wrongUsageNamesTheVerbAndItsHelp()
 {
     QFETCH(QString, message);
-    const Result result = run(QTest::currentDataTag());
+    const Run result = run(QTest::currentDataTag());
     QCOMPARE(result.err, text("pct: %1\n").arg(message));
     QCOMPARE(result.out, QString());
     QCOMPARE(result.exitCode, 2);
@@ -123,7 +123,7 @@ void tst_Verbs::helpBeginsWithTheSynopsis_data()
 void tst_Verbs::helpBeginsWithTheSynopsis()
 {
     QFETCH(QString, start);
-    const Result result = run(QTest::currentDataTag());
+    const Run result = run(QTest::currentDataTag());
     QVERIFY2(result.out.startsWith(start), qPrintable(result.out));
     QCOMPARE(result.exitCode, 0);
 }

@@ -38,9 +38,10 @@ private slots:
     void aFileIsReplacedOnlyWhenThatIsWanted()
     {
         OutputFile kept(at("file"), Existing::Keep);
-        QString error;
-        QVERIFY(!kept.write("new", &error));
-        QVERIFY2(kept.isTaken() && error.startsWith(QStringLiteral("exists already")), qPrintable(error));
+        const Result<> refused = kept.write("new");
+        QVERIFY(!refused && kept.isTaken());
+        QVERIFY2(refused.problem().text.startsWith(QStringLiteral("exists already")),
+                 qPrintable(refused.problem().text));
         QCOMPARE(TestFiles::read(at("file")), QByteArray("old"));
 
         QVERIFY(OutputFile(at("file"), Existing::Replace).write("new"));
@@ -61,12 +62,12 @@ private slots:
     {
         QFETCH(QString, name);
         QFETCH(bool, replaces);
-        QString error;
         {
             OutputFile output(m_folder->filePath(name), replaces ? Existing::Replace : Existing::Keep);
-            QVERIFY(!output.write("new", &error));
+            const Result<> refused = output.write("new");
+            QVERIFY(!refused);
+            QVERIFY(!refused.problem().text.isEmpty());
         }
-        QVERIFY(!error.isEmpty());
         QCOMPARE(TestFiles::read(at("file")), QByteArray("old"));
         QCOMPARE(names(), m_before);
     }
@@ -85,9 +86,9 @@ private slots:
         OutputFile output(at("new"), Existing::Replace);
         QVERIFY(output.stage());
         QVERIFY(!output.isStaged());
-        QString error;
-        QVERIFY(!output.place(&error));
-        QVERIFY(!error.isEmpty());
+        const Result<> refused = output.place();
+        QVERIFY(!refused);
+        QVERIFY(!refused.problem().text.isEmpty());
         TestFiles::write(output.stagedPath(), "made");
         QVERIFY(output.isStaged());
         QVERIFY(output.place());
@@ -106,9 +107,10 @@ private slots:
 
     void aMissingFolderSaysWhy()
     {
-        QString error;
-        QVERIFY(!OutputFile(at("no/such/file"), Existing::Keep).write("new", &error));
-        QVERIFY(!error.isEmpty());
+        const Result<> refused = OutputFile(at("no/such/file"), Existing::Keep).write("new");
+        QVERIFY(!refused);
+        QCOMPARE(refused.problem().file, at("no/such/file"));
+        QVERIFY(!refused.problem().text.isEmpty());
     }
 
 private:

@@ -54,9 +54,9 @@ private slots:
     {
         QFETCH(QString, target);
         TestFiles::write(at("new"), "new");
-        QString error;
-        QVERIFY(!SafeFile::copyNew(at("new"), m_folder->filePath(target), &error));
-        QCOMPARE(error, QStringLiteral("exists already"));
+        const Result<> refused = SafeFile::copyNew(at("new"), m_folder->filePath(target));
+        QVERIFY(!refused);
+        QCOMPARE(refused.problem().text, QStringLiteral("exists already"));
         QCOMPARE(TestFiles::read(at("file")), QByteArray("old"));
         QVERIFY(!QFileInfo::exists(at("nowhere")));
     }
@@ -71,18 +71,19 @@ private slots:
     {
         const auto permissions = QFile::ReadOwner | QFile::ExeOwner;
         QVERIFY(QFile::setPermissions(at("file"), permissions));
-        QVERIFY(SafeFile::copyNew(at("file"), at("copy"), nullptr, SafeFile::Lasting::No));
+        QVERIFY(SafeFile::copyNew(at("file"), at("copy"), SafeFile::Lasting::No));
         QCOMPARE(TestFiles::read(at("copy")), QByteArray("old"));
         QCOMPARE(QFile::permissions(at("copy")) & 0x7000, QFile::Permissions(permissions) & 0x7000);
     }
 
     void copyingWhatCannotBeReadSaysWhyAndLeavesNothing()
     {
-        QString error;
-        QVERIFY(!SafeFile::copyNew(m_folder->path(), at("copy"), &error));
-        QVERIFY(!error.isEmpty());
-        QVERIFY(!SafeFile::copyNew(at("nowhere"), at("copy"), &error));
-        QVERIFY(!error.isEmpty());
+        for (const QString &unreadable : {m_folder->path(), at("nowhere")}) {
+            const Result<> refused = SafeFile::copyNew(unreadable, at("copy"));
+            QVERIFY(!refused);
+            QCOMPARE(refused.problem().file, unreadable);
+            QVERIFY(!refused.problem().text.isEmpty());
+        }
         QVERIFY(!QFileInfo::exists(at("copy")));
     }
 
@@ -98,9 +99,9 @@ private slots:
     void replacingContentsRefusesLinksAndPipes()
     {
         QFETCH(QString, target);
-        QString error;
-        QVERIFY(!SafeFile::replaceContents(m_folder->filePath(target), "new", &error));
-        QVERIFY(!error.isEmpty());
+        const Result<> refused = SafeFile::replaceContents(m_folder->filePath(target), "new");
+        QVERIFY(!refused);
+        QVERIFY(!refused.problem().text.isEmpty());
         QCOMPARE(TestFiles::read(at("file")), QByteArray("old"));
         QVERIFY(!QFileInfo::exists(at("nowhere")));
     }
@@ -116,9 +117,9 @@ private slots:
 
     void replacingContentsInAMissingFolderSaysWhy()
     {
-        QString error;
-        QVERIFY(!SafeFile::replaceContents(at("no/such/file"), "new", &error));
-        QVERIFY(!error.isEmpty());
+        const Result<> refused = SafeFile::replaceContents(at("no/such/file"), "new");
+        QVERIFY(!refused);
+        QVERIFY(!refused.problem().text.isEmpty());
     }
 
     void whatCannotBeReadToItsEndIsNoContent()
@@ -127,18 +128,17 @@ private slots:
         const QString memory = QStringLiteral("/proc/self/mem");
         if (!QFileInfo::exists(memory))
             QSKIP("this system has no file that opens and cannot be read");
-        QByteArray bytes;
-        QString error;
-        QVERIFY(!SafeFile::readContents(memory, bytes, &error));
-        QVERIFY(!error.isEmpty());
+        const Result<QByteArray> contents = SafeFile::readContents(memory);
+        QVERIFY(!contents);
+        QVERIFY(!contents.problem().text.isEmpty());
     }
 
     void contentsAreReadWhole()
     {
-        QByteArray bytes;
-        QVERIFY(SafeFile::readContents(at("file"), bytes));
-        QCOMPARE(bytes, QByteArray("old"));
-        QVERIFY(!SafeFile::readContents(at("nowhere"), bytes));
+        const Result<QByteArray> contents = SafeFile::readContents(at("file"));
+        QVERIFY(contents);
+        QCOMPARE(*contents, QByteArray("old"));
+        QVERIFY(!SafeFile::readContents(at("nowhere")));
     }
 
     void replacingContentsThatFailsLeavesAllAsItWas()
@@ -149,12 +149,11 @@ private slots:
         const rlimit nothing = {0, limit.rlim_max};
         const auto handler = std::signal(SIGXFSZ, SIG_IGN);
         QCOMPARE(setrlimit(RLIMIT_FSIZE, &nothing), 0);
-        QString error;
-        const bool replaced = SafeFile::replaceContents(at("file"), "new", &error);
+        const Result<> replaced = SafeFile::replaceContents(at("file"), "new");
         QCOMPARE(setrlimit(RLIMIT_FSIZE, &limit), 0);
         std::signal(SIGXFSZ, handler);
         QVERIFY(!replaced);
-        QVERIFY(!error.isEmpty());
+        QVERIFY(!replaced.problem().text.isEmpty());
         QCOMPARE(TestFiles::read(at("file")), QByteArray("old"));
         QCOMPARE(QDir(m_folder->path()).entryList(QDir::AllEntries | QDir::Hidden), before);
     }

@@ -171,9 +171,9 @@ private slots:
         QTest::newRow("pipe") << QStringLiteral("pipe") << QStringLiteral("is not a regular file");
         QTest::newRow("device") << QStringLiteral("/dev/null") << QStringLiteral("is not a regular file");
         QTest::newRow("no folder") << QStringLiteral("missing/a.pkg")
-                                   << QStringLiteral("there is no such folder");
+                                   << QStringLiteral("its folder does not exist");
         QTest::newRow("below a file")
-            << QStringLiteral("in put.pkg/a.pkg") << QStringLiteral("there is no such folder");
+            << QStringLiteral("in put.pkg/a.pkg") << QStringLiteral("its folder does not exist");
     }
 
     void anOutputThatIsNoRegularFileIsRefused()
@@ -216,6 +216,8 @@ private slots:
             << QStringLiteral("out/a.pkg") << QStringLiteral("hard");
         QTest::newRow("document is the output, both missing")
             << QStringLiteral("out/a.pkg") << QStringLiteral("here/out/a.pkg");
+        QTest::newRow("document is the output but for its case, both missing")
+            << QStringLiteral("out/a.pkg") << QStringLiteral("out/A.PKG");
         QTest::newRow("output is the temporary document") << QStringLiteral("tmp/ProfStore.xml") << QString();
     }
 

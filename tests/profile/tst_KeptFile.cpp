@@ -45,8 +45,7 @@ private slots:
         QCOMPARE(kept.bytes(), QByteArray("kept"));
         TestFiles::write(m_path + QStringLiteral(".target"), "target");
         TestFiles::outputOf(QStringLiteral("sh"), {QStringLiteral("-c"), script, m_path});
-        QString error;
-        QVERIFY2(kept.putAt(m_path, &error), qPrintable(error));
+        QVERIFY(kept.putAt(m_path));
         QCOMPARE(TestFiles::read(m_path), QByteArray("kept"));
         QCOMPARE(QFile::permissions(m_path), permissions);
         QCOMPARE(TestFiles::read(m_path + QStringLiteral(".target")), QByteArray("target"));
@@ -55,12 +54,12 @@ private slots:
     void aPlaceThatTakesNoFileIsTold()
     {
         const KeptFile kept(m_path);
-        QString error;
-        QVERIFY(!kept.putAt(m_folder.filePath(QStringLiteral("no/such/folder/a")), &error));
-        QVERIFY(!error.isEmpty());
-        error.clear();
-        QVERIFY(!kept.putAt(m_folder.path(), &error));
-        QVERIFY(!error.isEmpty());
+        for (const QString &place :
+             {m_folder.filePath(QStringLiteral("no/such/folder/a")), m_folder.path()}) {
+            const Result<> put = kept.putAt(place);
+            QVERIFY(!put);
+            QVERIFY(!put.problem().text.isEmpty());
+        }
     }
 
     void whatIsNoFileIsNotKept()
