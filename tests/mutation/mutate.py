@@ -1,227 +1,289 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: Apache-2.0
-"""mutate.py [--count N] [--seed S] [--jobs J] [--folders config,package,profile] WORK
+"""mutate.py [--count N] [--seed S] [--jobs J] [--folders config,package,profile] [--near] [--only NUMBER,...] WORK
 
-Asks whether the tests would notice a mistake. In a copy of the last commit below WORK, conditions are negated, results
+Asks whether the tests would notice a mistake. In a copy of the sources below WORK, conditions are negated, results
 turned round, statements dropped and members of the record swapped, N of them drawn by chance. Each lies behind a number
-in one build; the tests that its folder can affect run with one number after another, nearest first, until one fails.
-Prints a line for each mutant and the share that was noticed, and writes WORK/survivors.txt. A build that exists in WORK
-is used again: remove it after a change of the sources.
+in one build. The tests run once without a mistake and tell which mutants they reach; then each mutant meets the tests
+that reach it, the near and quick ones first, until one fails. Tests of programs and windows run for the rest only, and
+with --near not at all.
 
-Some mutants change nothing that can be seen, so not every survivor is a gap in the tests."""
+A failure counts when the same test passes without the mutant right afterwards, a test that does not end only when it
+then passes well within the limit. tests/mutation/survivors.md lists by hand what no test notices, and why; a survivor
+that is not listed makes the run fail. WORK keeps the build and what was reached; results.txt in it has all mutants."""
 
 import argparse
 import collections
+import concurrent.futures
+import functools
+import json
 import os
 import pathlib
-import random
 import re
+import resource
 import shutil
+import signal
 import subprocess
 import sys
+import tempfile
+import threading
+import time
 
-ROOT = pathlib.Path(__file__).resolve().parents[2]
-HERE = "tests/mutation/Mutant.h"
+sys.dont_write_bytecode = True
+import mutations as places
 
-# Which tests a folder's mistakes can reach, nearest first: patterns for ctest.
-TESTS = {
-    "config": ("^tst_(AttributeOrder|Config|DefaultPlugins|EditorXml|Product|Xml|Record)", "^tst_(CollectRecord|EverySetting|WindowAndPct)",
-               "^tst_(Profile|ConfigGenerator|Pct)", "^tst_(Package|OpenPackage|BuildSteps)"),
-    "package": ("^tst_(Build|Package|Script)", "^tst_Pct", "^tst_(OpenPackage|WindowAndPct)"),
-    "profile": ("^tst_(Cocoa|ConfigGenerator|Profile|Property|Payload|Hostile|LastOpen|SignDialog|Foundation|Signed)",
-                "^tst_Pct", "^tst_(EverySetting|WindowAndPct)"),
-}
+HERE = pathlib.Path(__file__).resolve().parent
+ROOT = HERE.parents[1]
 
-# (number of the line, from, to): the text in between is replaced by another with the mutant's number in it
-Mutation = collections.namedtuple("Mutation", "file line start end kind replacement")
+# The folders below tests/ whose tests can reach what is mutated, near and far. Tests over other commands run the same
+# sources once more.
+NEAR = ("config", "package", "profile")
+FAR = ("pages", "cli", "app")
+LEFT_OUT = {"apple-like"}
+GIBIBYTE = 1 << 30
 
-
-def closing(text, start):
-    """Where the bracket that opens at `start` closes on the same line, or -1."""
-    depth = 0
-    for at in range(start, len(text)):
-        depth += {"(": 1, ")": -1}.get(text[at], 0)
-        if depth == 0:
-            return at
-    return -1
+Test = collections.namedtuple("Test", "name folder command environment unset directory")
+Outcome = collections.namedtuple("Outcome", "failure ended seconds")
 
 
-def negated_conditions(line):
-    for match in re.finditer(r"\b(?:if|while) \(", line):
-        start = match.end() - 1
-        end = closing(line, start)
-        condition = line[start + 1:end]
-        if end < 0 or ";" in condition or re.search(r"[^=!<>]=[^=]", condition) or line.lstrip().startswith("#"):
-            continue
-        yield start + 1, end, "negated condition", f"isMutant(@) != static_cast<bool>({condition})"
-
-
-def turned_results(line):
-    for match in re.finditer(r"\breturn (true|false);", line):
-        yield match.start(1), match.end(1), "turned result", f"isMutant(@) != {match[1]}"
-    match = re.fullmatch(r"(\s+return )(!?[\w.:>()-]+(?: [=!<>]=? [\w.:'>()-]+)?);\s*", line)
-    if match and re.search(r" [=!<>]=? |^!", match[2]):
-        yield match.start(2), match.end(2), "turned result", f"isMutant(@) != ({match[2]})"
-
-
-def dropped_statements(line):
-    match = re.fullmatch(r"(\s{4,})((?:[A-Za-z_][\w.:]*|[\w.]+->\w+)\(.*\));\s*", line)
-    if match and closing(match[2], match[2].index("(")) == len(match[2]) - 1 and "Q_" not in line and "qC" not in line:
-        yield match.start(2), match.end(2), "dropped statement", f"isMutant(@) ? void() : static_cast<void>({match[2]})"
-
-
-# A member of the record as an argument of a template, as a pointer, and in a record at hand.
-MEMBERS = (re.compile(r"\b\w+<&(?:Data|EditorXmlData)::(?P<member>\w+)>"), re.compile(r"&EditorXmlData::(?P<member>\w+)"),
-           re.compile(r"\bdata\.(?P<member>\w+)\b"))
-
-
-def swapped_members(line, members):
-    for pattern in MEMBERS:
-        for match in pattern.finditer(line):
-            mates = members.get(match["member"])
-            if mates:
-                other = mates[(mates.index(match["member"]) + 1) % len(mates)]
-                swapped = match[0].replace("::" + match["member"], "::" + other).replace("." + match["member"], "." + other)
-                yield match.start(), match.end(), "swapped member", f"(isMutant(@) ? {swapped} : {match[0]})"
-
-
-def record_members(root):
-    """Each member of the record, with all of the same type."""
-    by_type = collections.defaultdict(list)
-    for match in re.finditer(r"^    (bool|int|QString) (\w+)", (root / "config/EditorXmlData.h").read_text(), re.MULTILINE):
-        by_type[match[1]].append(match[2])
-    return {member: members for members in by_type.values() for member in members if len(members) > 1}
-
-
-def mutations_of(root, path, members):
-    for number, line in enumerate((root / path).read_text().splitlines()):
-        if line.strip().startswith("//"):
-            continue
-        found = [*negated_conditions(line), *turned_results(line), *dropped_statements(line), *swapped_members(line, members)]
-        if found:
-            yield from (Mutation(path, number, *each) for each in found)
-
-
-def all_mutations(root, folders):
-    members = record_members(root)
-    for folder in folders:
-        for path in sorted((root / folder).rglob("*")):
-            if path.suffix in (".cpp", ".mm") and "_mac" not in path.name:
-                yield from mutations_of(root, path.relative_to(root), members)
-
-
-def drawn(mutations, count, seed):
-    """One on a line at most, so that they do not get into each other's way."""
-    by_line = {}
-    for mutation in random.Random(seed).sample(mutations, len(mutations)):
-        by_line.setdefault((mutation.file, mutation.line), mutation)
-    return sorted(list(by_line.values())[:count])
-
-
-def write_mutants(originals, sources, chosen, left_out):
-    """The files with all mutants but those that do not compile; numbers stay as they are."""
+def copy_sources(sources, chosen):
+    """The files that git knows as they are now, the mutated ones mutated. What is the same is not touched."""
     by_file = collections.defaultdict(list)
-    for number, mutation in enumerate(chosen, 1):
-        by_file[mutation.file].append((number, mutation))
-    for path, numbered in by_file.items():
-        lines = (originals / path).read_text().splitlines()
-        for number, mutation in numbered:
-            if number not in left_out:
-                line = lines[mutation.line]
-                lines[mutation.line] = line[:mutation.start] + mutation.replacement.replace("@", str(number)) + line[mutation.end:]
-        text = "\n".join(lines) + "\n"
-        text = text.replace("#include", f'#include "{HERE}"\n#include', 1)
-        if (sources / path).read_text() != text:
-            (sources / path).write_text(text)
-
-
-def build(folder):
-    """Runs the build, and gives the files and lines that do not compile."""
-    result = subprocess.run(["cmake", "--build", folder, "--", "-k", "0"], capture_output=True, encoding="utf-8")
-    wrong = set(re.findall(r"^(?:\S*/)?((?:config|package|profile)/\S+?):(\d+):\d+: error", result.stdout, re.MULTILINE))
-    if result.returncode != 0 and not wrong:
-        sys.exit(result.stdout[-4000:])
-    return {(pathlib.Path(path), int(line) - 2) for path, line in wrong}
-
-
-def build_mutants(originals, sources, folder, chosen):
-    left_out = set()
-    while True:
-        write_mutants(originals, sources, chosen, left_out)
-        wrong = build(folder)
-        if not wrong:
-            return left_out
-        more = {number for number, mutation in enumerate(chosen, 1) if (mutation.file, mutation.line) in wrong}
-        if not more - left_out:
-            sys.exit(f"these lines do not compile: {sorted(wrong)}")
-        left_out |= more
-
-
-def ctest(folder, pattern, jobs, number):
-    environment = {**os.environ, "PCT_MUTANT": str(number)}
-    command = ["ctest", "--test-dir", folder, "-R", pattern, "-E", "AppleSyntax", "--stop-on-failure", "--timeout", "120",
-               "--parallel", str(jobs)]
-    return subprocess.run(command, env=environment, capture_output=True, encoding="utf-8")
-
-
-def killer(folder, mutation, jobs, number):
-    """The first test that fails with the mutant, or None."""
-    for pattern in TESTS[mutation.file.parts[0]]:
-        result = ctest(folder, pattern, jobs, number)
-        if result.returncode != 0:
-            failed = re.search(r"^\s*\d+ - (\S+)", result.stdout, re.MULTILINE)
-            return failed[1] if failed else "?"
-    return None
-
-
-def try_all(originals, folder, chosen, left_out, jobs):
-    survivors = []
-    for number, mutation in enumerate(chosen, 1):
-        if number in left_out:
+    for mutation in chosen:
+        by_file[str(mutation.file)].append(mutation)
+    names = subprocess.run(["git", "ls-files", "-z", "--cached", "--others", "--exclude-standard"], cwd=ROOT, check=True,
+                           capture_output=True, encoding="utf-8").stdout.split("\0")
+    for name in filter(None, names):
+        origin, copy = ROOT / name, sources / name
+        if not origin.is_file():
             continue
-        line = (originals / mutation.file).read_text().splitlines()[mutation.line].strip()
-        place = f"{number}: {mutation.file}:{mutation.line + 1}: {mutation.kind}: {line}"
-        found_by = killer(folder, mutation, jobs, number)
-        print(f"{place}: {found_by or 'SURVIVES'}", flush=True)
-        if not found_by:
-            survivors.append(place)
-    return survivors
+        content = origin.read_bytes()
+        if name in by_file:
+            content = places.mutated(content.decode(), by_file[name]).encode()
+        if not copy.is_file() or copy.read_bytes() != content:
+            copy.parent.mkdir(parents=True, exist_ok=True)
+            copy.write_bytes(content)
+            shutil.copymode(origin, copy)
 
 
-def require_sound_tests(folder, folders, jobs):
-    for name in folders:
-        for pattern in TESTS[name]:
-            result = ctest(folder, pattern, jobs, 0)
-            if result.returncode != 0:
-                sys.exit(f"tests fail without any mutant:\n{result.stdout[-2000:]}")
+def configure(sources, folder):
+    """As the preset "ci", so that a cache of compilers hits what is not mutated."""
+    subprocess.run(["cmake", "--preset", "ci", "-B", folder], cwd=sources, check=True, capture_output=True)
 
 
-def main():
+def build(folder, places_of_tests):
+    """What the compiler complains about, or nothing."""
+    targets = ["hosttools", "pct", *(f"tests/{place}/all" for place in places_of_tests)]
+    result = subprocess.run(["ninja", "-C", folder, "-k", "0", *targets], capture_output=True, encoding="utf-8")
+    return result.stdout if result.returncode != 0 else ""
+
+
+def build_mutants(work, folder, count, seed, folders):
+    """Builds with as many mutants as wanted; for one that does not compile another is drawn, and it is remembered."""
+    memory = work / "not-compiling.json"
+    broken = set(json.loads(memory.read_text())) if memory.exists() else set()
+    while True:
+        candidates = [each for each in places.all_mutations(ROOT, folders) if places.name_of(each) not in broken]
+        chosen = places.drawn(candidates, count, seed)
+        copy_sources(work / "sources", chosen)
+        configure(work / "sources", folder)
+        errors = build(folder, NEAR)
+        if not errors:
+            return chosen
+        more = {places.name_of(each) for each in places.not_compiling(chosen, errors)}
+        if not more:
+            sys.exit(errors[-4000:])
+        broken |= more
+        memory.write_text(json.dumps(sorted(broken)))
+
+
+def program_of(test):
+    return next(part for part in test.command if "/build/ci/" in part)
+
+
+def folder_of(graph, node):
+    """The folder below tests/ that declares the test, be it through a function that stands elsewhere."""
+    while node is not None:
+        match = re.search(r"/tests/(.+)/CMakeLists\.txt$", graph["files"][graph["nodes"][node]["file"]])
+        if match:
+            return match[1]
+        node = graph["nodes"][node].get("parent")
+    return ""
+
+
+def tests_in(folder, places_of_tests):
+    listed = json.loads(subprocess.run(["ctest", "--show-only=json-v1"], cwd=folder, check=True, capture_output=True).stdout)
+    for each in listed["tests"]:
+        properties = {item["name"]: item["value"] for item in each["properties"]}
+        place = folder_of(listed["backtraceGraph"], each["backtrace"])
+        if place.split("/")[0] not in places_of_tests or LEFT_OUT.intersection(properties.get("LABELS", [])):
+            continue
+        unset = [change.split("=")[0] for change in properties.get("ENVIRONMENT_MODIFICATION", []) if change.endswith("=unset:")]
+        environment = dict(pair.split("=", 1) for pair in properties.get("ENVIRONMENT", []))
+        yield Test(each["name"], place, each["command"], environment, unset, properties["WORKING_DIRECTORY"])
+
+
+def stop(process):
+    """Ends a test and what it has started; a display gets the time to clean up."""
+    for how in (signal.SIGTERM, signal.SIGKILL):
+        try:
+            os.killpg(process.pid, how)
+            process.wait(3)
+        except (ProcessLookupError, subprocess.TimeoutExpired):
+            pass
+
+
+def bounded():
+    """A mistake may want all the memory or disk that there is."""
+    resource.setrlimit(resource.RLIMIT_DATA, (4 * GIBIBYTE, 4 * GIBIBYTE))
+    resource.setrlimit(resource.RLIMIT_FSIZE, (GIBIBYTE, GIBIBYTE))
+
+
+def started(test, temporary, variables):
+    environment = {**os.environ, **test.environment, **variables, "TMPDIR": temporary}
+    for name in test.unset:
+        environment.pop(name, None)
+    return subprocess.Popen(test.command, cwd=test.directory, env=environment, stdout=subprocess.PIPE, text=True,
+                            stderr=subprocess.STDOUT, errors="replace", start_new_session=True, preexec_fn=bounded)
+
+
+def watched(process, limit):
+    """What a test says of its first failure, at which it is stopped, or how it ends, and whether it ends in time."""
+    late = threading.Timer(limit, stop, [process])
+    late.start()
+    failure = next((line.strip() for line in process.stdout if line.startswith(("FAIL!", "QFATAL"))), "")
+    if failure:
+        stop(process)
+    code = process.wait()
+    ended = late.is_alive()
+    late.cancel()
+    stop(process)
+    if code != 0 and not failure:
+        failure = f"ended with {code}" if ended else f"not ended after {limit:.0f} s"
+    return failure, ended
+
+
+def run(test, limit, **variables):
+    """Runs a test up to its first failure, with a temporary folder that goes with it."""
+    start = time.monotonic()
+    with tempfile.TemporaryDirectory(prefix="pct-mutant-", ignore_cleanup_errors=True) as temporary:
+        failure, ended = watched(started(test, temporary, variables), limit)
+    return Outcome(failure, ended, time.monotonic() - start)
+
+
+class Reach:
+    """Which test reaches which mutants, and how long it takes. Kept while the programs are the same."""
+
+    def __init__(self, work, folder):
+        self.path = work / "reached.json"
+        self.program = folder / "bin/pct"
+        self.kept = json.loads(self.path.read_text()) if self.path.exists() else {}
+
+    def stamp(self, test):
+        return [pathlib.Path(program).stat().st_mtime_ns for program in (program_of(test), self.program)]
+
+    def learn(self, test):
+        if self.kept.get(test.name, {}).get("stamp") == self.stamp(test):
+            return
+        with tempfile.NamedTemporaryFile(prefix="pct-reached-") as trace:
+            outcome = run(test, 400, PCT_MUTANT_TRACE=trace.name)
+            numbers = sorted({int(line) for line in trace.read().split()})
+        if outcome.failure:
+            print(f"{test.name} fails without any mutant and is left out: {outcome.failure}", flush=True)
+        self.kept[test.name] = {"stamp": self.stamp(test), "seconds": outcome.seconds,
+                                "reached": [] if outcome.failure else numbers}
+
+    def learn_all(self, tests, pool):
+        list(pool.map(self.learn, tests))
+        self.path.write_text(json.dumps(self.kept))
+
+    def seconds(self, test):
+        return self.kept[test.name]["seconds"]
+
+    def tests_for(self, mutation, tests):
+        """The quick ones first; a test of another folder may take a fifth of the time of a near one."""
+        def cost(test):
+            return self.seconds(test) * (1 if test.folder.split("/")[0] == mutation.file.parts[0] else 5)
+        return sorted((test for test in tests if mutation.number in self.kept[test.name]["reached"]), key=cost)
+
+
+def notices(test, mutation, usual_seconds):
+    """What the test says about the mutant, or nothing. Without the mutant it must pass here and now."""
+    limit = 10 * usual_seconds + 20
+    outcome = run(test, limit, PCT_MUTANT=str(mutation.number))
+    if not outcome.failure:
+        return ""
+    check = run(test, limit, PCT_MUTANT="0")
+    if check.failure or (not outcome.ended and check.seconds > limit / 3):
+        print(f"{test.name} is not to be relied on here: {check.failure or check.seconds}", flush=True)
+        return ""
+    return f"{test.name}: {outcome.failure}"
+
+
+def first_notice(reach, tests, mutation):
+    reaching = reach.tests_for(mutation, tests)
+    found = next(filter(None, (notices(test, mutation, reach.seconds(test)) for test in reaching)), "")
+    print(f"{mutation.number}: {places.name_of(mutation)}\n    {mutation.file}:{mutation.line + 1}: "
+          + (found or f"not noticed by {len(reaching)} tests"), flush=True)
+    return found
+
+
+def try_all(reach, folder, chosen, reaches, jobs):
+    """What is said of each mutant, empty where nothing is."""
+    said = dict.fromkeys(chosen, "")
+    for places_of_tests in reaches:
+        if errors := build(folder, places_of_tests):
+            sys.exit(errors[-4000:])
+        tests = list(tests_in(folder, places_of_tests))
+        left = [mutation for mutation in chosen if not said[mutation]]
+        with concurrent.futures.ThreadPoolExecutor(jobs) as pool:
+            reach.learn_all(tests, pool)
+            said.update(zip(left, pool.map(functools.partial(first_notice, reach, tests), left)))
+    return said
+
+
+def listed_survivors():
+    """The names in survivors.md; each stands in a line of its own behind "- ", between double backquotes."""
+    text = (HERE / "survivors.md").read_text() if (HERE / "survivors.md").exists() else ""
+    return set(re.findall(r"^- ``(.+?)``", text, re.MULTILINE))
+
+
+def print_table(said):
+    print("folder   mutants  noticed  share")
+    rows = collections.defaultdict(list)
+    for mutation, notice in said.items():
+        rows[mutation.file.parts[0]].append(bool(notice))
+        rows["all"].append(bool(notice))
+    for name in sorted(rows, key=lambda name: (name == "all", name)):
+        print(f"{name:<8} {len(rows[name]):>7} {sum(rows[name]):>8} {100 * sum(rows[name]) / len(rows[name]):>5.1f}%")
+
+
+def parsed():
     parser = argparse.ArgumentParser(usage=__doc__)
     parser.add_argument("--count", type=int, default=200)
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--jobs", type=int, default=os.cpu_count())
     parser.add_argument("--folders", default="config,package,profile")
+    parser.add_argument("--near", action="store_true", help="only the tests of config, package and profile")
+    parser.add_argument("--only", help="numbers of mutants, as an earlier run has printed them")
     parser.add_argument("work", type=pathlib.Path)
-    options = parser.parse_args()
-    folders = options.folders.split(",")
+    return parser.parse_args()
+
+
+def main():
+    options = parsed()
     work = options.work.resolve()
-    sources, originals, folder = work / "sources", work / "originals", work / "build"
-    if not folder.exists():
-        for target in (sources, originals):
-            shutil.rmtree(target, ignore_errors=True)
-            subprocess.run(["git", "clone", "--quiet", "--shared", ROOT, target], check=True)
-        shutil.copyfile(ROOT / HERE, sources / HERE)
-        subprocess.run(["cmake", "-S", sources, "-B", folder, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release"], check=True,
-                       capture_output=True)
-    chosen = drawn(list(all_mutations(originals, folders)), options.count, options.seed)
-    left_out = build_mutants(originals, sources, folder, chosen)
-    require_sound_tests(folder, folders, options.jobs)
-    survivors = try_all(originals, folder, chosen, left_out, options.jobs)
-    tried = len(chosen) - len(left_out)
-    (work / "survivors.txt").write_text("".join(line + "\n" for line in survivors))
-    print(f"{tried - len(survivors)} of {tried} mutants were noticed ({100 * (tried - len(survivors)) / tried:.1f} %), "
-          f"{len(left_out)} did not compile")
+    folder = work / "sources/build/ci"
+    chosen = build_mutants(work, folder, options.count, options.seed, options.folders.split(","))
+    if options.only:
+        numbers = {int(number) for number in options.only.split(",")}
+        chosen = [each for each in chosen if each.number in numbers]
+    said = try_all(Reach(work, folder), folder, chosen, (NEAR,) if options.near else (NEAR, FAR), options.jobs)
+    (work / "results.txt").write_text("".join(
+        f"{mutation.number}: {places.name_of(mutation)}: {notice or 'SURVIVES'}\n" for mutation, notice in said.items()))
+    print_table(said)
+    unlisted = {places.name_of(mutation) for mutation, notice in said.items() if not notice} - listed_survivors()
+    sys.exit("survivors that are not listed:\n" + "\n".join(sorted(unlisted)) if unlisted else 0)
 
 
 if __name__ == "__main__":
