@@ -9,6 +9,18 @@
 
 #include <algorithm>
 
+namespace {
+
+/// In pieces: a stream keeps all that it is given at once, and that again in the encoding of its device.
+void writeInPieces(QTextStream &stream, const QString &text)
+{
+    constexpr int pieceLength = 8 * 1024;
+    for (int at = 0; at < text.size(); at += pieceLength)
+        stream << QStringView(text).mid(at, pieceLength);
+}
+
+} // namespace
+
 Console::Console(QTextStream &out, QTextStream &err, Interruption *interruption)
     : m_out(out)
     , m_err(err)
@@ -38,8 +50,14 @@ void Console::writeTable(const QString &heading, const QList<Row> &rows)
         width = std::max(width, static_cast<int>(row.name.size()));
     m_out << heading << '\n';
     for (const Row &row : rows)
-        m_out << QStringLiteral("  ") << row.name.leftJustified(width) << QStringLiteral("  ")
-              << visibleText(row.value) << '\n';
+        writeRow(row, width);
+}
+
+void Console::writeRow(const Row &row, int width)
+{
+    m_out << QStringLiteral("  ") << row.name.leftJustified(width) << QStringLiteral("  ");
+    writeInPieces(m_out, visibleText(row.value));
+    m_out << '\n';
 }
 
 void Console::confirm(const QString &text)

@@ -57,6 +57,7 @@ public:
     bool finish();
 
 private:
+    void writeRow(const Row &row, int width);
     void message(const QString &subject, const QString &text);
 
     QTextStream &m_out;

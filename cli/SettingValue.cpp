@@ -27,6 +27,11 @@ QJsonValue jsonValue(const QDomElement &value)
     return value.isNull() ? QJsonValue(QJsonValue::Null) : QJsonValue(elementText(value));
 }
 
+QString readableText(const QString &value)
+{
+    return QLatin1Char('"') + printableText(value) + QLatin1Char('"');
+}
+
 } // namespace
 
 QJsonValue settingValue(const RecordField &field, const EditorXmlData &settings)
@@ -39,6 +44,14 @@ QString readableValue(const QJsonValue &value)
     if (value.isNull())
         return QStringLiteral("none");
     if (value.isString())
-        return QStringLiteral("\"%1\"").arg(printableText(value.toString()));
+        return readableText(value.toString());
     return value.toVariant().toString();
+}
+
+/// A text can be as large as a document, and as a JSON value it would be copied twice.
+QString readableValue(const RecordField &field, const EditorXmlData &settings)
+{
+    if (const auto *member = std::get_if<QString EditorXmlData::*>(&field.member))
+        return readableText(settings.*(*member));
+    return readableValue(settingValue(field, settings));
 }

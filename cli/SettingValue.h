@@ -14,3 +14,4 @@ QJsonValue settingValue(const RecordField &field, const EditorXmlData &settings)
 /// A value for people, on one line. Texts stand in quotes, so that an empty one and a number in a text can
 /// be told.
 QString readableValue(const QJsonValue &value);
+QString readableValue(const RecordField &field, const EditorXmlData &settings);

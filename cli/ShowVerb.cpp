@@ -62,7 +62,7 @@ QList<Console::Row> fileRows(const SettingsFile &file)
     if (isProfile(file))
         rows = identityRows(file.settings.payloadInfo);
     for (const RecordField &field : recordFields())
-        rows.append({field.name, readableValue(settingValue(field, file.settings))});
+        rows.append({field.name, readableValue(field, file.settings)});
     return rows;
 }
 

@@ -6,16 +6,12 @@
 #include "config/KeptElement.h"
 #include "config/Logging.h"
 #include "config/XmlMarkup.h"
+#include "config/XmlTree.h"
 
 #include <QDomDocument>
 #include <QFileInfo>
 
 namespace {
-
-QDomElement firstNamed(const QDomElement &root, const QString &tagName)
-{
-    return root.elementsByTagName(tagName).at(0).toElement();
-}
 
 void readPreference(const QDomElement &item, EditorXmlData &data)
 {
@@ -26,16 +22,14 @@ void readPreference(const QDomElement &item, EditorXmlData &data)
     }
 }
 
-void readPreferences(const QDomElement &root, EditorXmlData &data)
+void readPreferences(const QDomElement &section, EditorXmlData &data)
 {
-    const QDomElement section = firstNamed(root, QStringLiteral("Preferences"));
     for (QDomElement item = section.firstChildElement(); !item.isNull(); item = item.nextSiblingElement())
         readPreference(item, data);
 }
 
-void readPlugins(const QDomElement &root, EditorXmlData &data)
+void readPlugins(const QDomElement &section, EditorXmlData &data)
 {
-    const QDomElement section = firstNamed(root, QStringLiteral("Plugins"));
     if (section.isNull())
         return;
     QStringList names;
@@ -44,27 +38,24 @@ void readPlugins(const QDomElement &root, EditorXmlData &data)
     data.strUnloadPluginArray = names.join(QLatin1Char(';'));
 }
 
-void readInstallation(const QDomElement &root, EditorXmlData &data)
+void readInstallation(const QDomElement &section, EditorXmlData &data)
 {
-    const QDomElement section = firstNamed(root, QStringLiteral("Installation_Options"));
     for (QDomElement item = section.firstChildElement(); !item.isNull(); item = item.nextSiblingElement()) {
         if (item.attribute(QStringLiteral("Text")) == QLatin1String("SetAsDefaultViewer"))
             data.bSetAsDefaultViewer = item.attribute(QStringLiteral("Disable")) == QLatin1String("0");
     }
 }
 
-void readRibbon(const QDomElement &root, EditorXmlData &data)
+void readRibbon(const QDomElement &section, EditorXmlData &data)
 {
-    const QDomElement section = firstNamed(root, QStringLiteral("RibbonSetRibbonCategory"));
     if (section.isNull())
         return;
     data.elemRibbonCategory = keptElement(section.firstChildElement(QStringLiteral("RibbonUI")));
     CCommon::printDomElement(QStringLiteral("CCommon::ParseXml ribbon category"), data.elemRibbonCategory);
 }
 
-void readQuickAccessBar(const QDomElement &root, EditorXmlData &data)
+void readQuickAccessBar(const QDomElement &section, EditorXmlData &data)
 {
-    const QDomElement section = firstNamed(root, QStringLiteral("RibbonSetTabElements"));
     if (section.isNull())
         return;
     data.elemQuickAccessBar = keptElement(section.firstChildElement(QStringLiteral("QuickAccessBar")));
@@ -90,14 +81,20 @@ bool canBeOpened(const QString &path)
 
 } // namespace
 
+QStringList ConfigDocument::sectionNames()
+{
+    return {QStringLiteral("Preferences"), QStringLiteral("Plugins"), QStringLiteral("Installation_Options"),
+            QStringLiteral("RibbonSetRibbonCategory"), QStringLiteral("RibbonSetTabElements")};
+}
+
 void ConfigDocument::apply(const QDomDocument &document, EditorXmlData &data)
 {
-    const QDomElement root = document.documentElement();
-    readPreferences(root, data);
-    readPlugins(root, data);
-    readInstallation(root, data);
-    readRibbon(root, data);
-    readQuickAccessBar(root, data);
+    const QVector<QDomElement> sections = XmlTree::firstNamed(document.documentElement(), sectionNames());
+    readPreferences(sections.at(0), data);
+    readPlugins(sections.at(1), data);
+    readInstallation(sections.at(2), data);
+    readRibbon(sections.at(3), data);
+    readQuickAccessBar(sections.at(4), data);
 }
 
 bool CCommon::ParseXml(const QString &path, EditorXmlData *pData)

@@ -5,7 +5,7 @@
 #include "core/SafeFile.h"
 
 #include <QByteArray>
-#include <QString>
+#include <QStringList>
 
 struct EditorXmlData;
 class QDomDocument;
@@ -21,6 +21,10 @@ constexpr qint64 maximumImportBytes = 1024 * 1024;
 /// regular file and one that XmlTree refuses are refused; the document is then as it was.
 bool load(const QString &path, QDomDocument &document, QString *error = nullptr,
           const XmlStream::Limits &limits = {});
+
+/// The elements that hold settings, each the first of its name below the root: preferences, plug-ins,
+/// installation options, ribbon, quick-access bar.
+QStringList sectionNames();
 
 /// Overlays the record with what the document says; what the document does not mention stays.
 void apply(const QDomDocument &document, EditorXmlData &data);

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/UnreadSettings.h"
 
+#include "config/ConfigDocument.h"
 #include "config/DocumentSettings.h"
+#include "config/XmlTree.h"
 
 #include <QDomDocument>
+#include <QHash>
 
 #include <algorithm>
 #include <array>
@@ -60,17 +63,19 @@ private:
     void requireAttributes(const QDomElement &element, const QStringList &known);
 
     std::array<Section, 5> m_sections;
+    QHash<QString, QStringList> m_preferences; ///< by key, the attributes that are read
 };
 
 Walk::Walk(const QDomElement &root)
 {
-    const auto section = [&root](const char *name, ReadChild readChild) {
-        return Section{root.elementsByTagName(QString::fromLatin1(name)).at(0).toElement(), readChild};
-    };
-    m_sections = {{section("Preferences", &Walk::readPreference), section("Plugins", &Walk::readPlugin),
-                   section("Installation_Options", &Walk::readInstallationOption),
-                   section("RibbonSetRibbonCategory", &Walk::readRibbon),
-                   section("RibbonSetTabElements", &Walk::readQuickAccessBar)}};
+    const QVector<QDomElement> sections = XmlTree::firstNamed(root, ConfigDocument::sectionNames());
+    m_sections = {{{sections.at(0), &Walk::readPreference},
+                   {sections.at(1), &Walk::readPlugin},
+                   {sections.at(2), &Walk::readInstallationOption},
+                   {sections.at(3), &Walk::readRibbon},
+                   {sections.at(4), &Walk::readQuickAccessBar}}};
+    for (const DocumentSetting &setting : documentSettings())
+        m_preferences[setting.key] += {textAttribute, setting.attribute};
     requireAttributes(root,
                       {QStringLiteral("version"), QStringLiteral("Edition"), QStringLiteral("XMLversion")});
     visitChildren(root);
@@ -124,14 +129,10 @@ void Walk::readSection(const Section &section)
 
 bool Walk::readPreference(const QDomElement &item)
 {
-    QStringList attributes;
-    for (const DocumentSetting &setting : documentSettings()) {
-        if (item.attribute(textAttribute) == setting.key)
-            attributes.append(setting.attribute);
-    }
-    if (attributes.isEmpty())
+    const auto known = m_preferences.constFind(item.attribute(textAttribute));
+    if (known == m_preferences.constEnd())
         return false;
-    requireAttributes(item, attributes + QStringList{textAttribute});
+    requireAttributes(item, *known);
     return true;
 }
 

@@ -3,9 +3,11 @@
 
 #include <expat.h>
 
+#include <array>
 #include <cstring>
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace {
 
@@ -62,16 +64,50 @@ bool isDeclaredNowhere(const QByteArray &reference)
 }
 
 /// Qt takes a U+FEFF in front for a byte order mark and drops it, but never more than one.
+QString decoded(const char *text, std::size_t length)
+{
+    const QString withoutMark = QString::fromUtf8(text, static_cast<int>(length));
+    const bool beginsWithMark = length >= 3 && std::memcmp(text, "\xef\xbb\xbf", 3) == 0;
+    return beginsWithMark ? QChar(QChar::ByteOrderMark) + withoutMark : withoutMark;
+}
+
 QString decoded(const std::string &text)
 {
-    const std::string mark = "\xef\xbb\xbf";
-    return QString::fromStdString(text.compare(0, mark.size(), mark) == 0 ? mark + text : text);
+    return decoded(text.data(), text.size());
 }
 
 QString decoded(const char *text)
 {
-    return text ? decoded(std::string(text)) : QString();
+    return text ? decoded(text, std::strlen(text)) : QString();
 }
+
+/// Decodes a text that a document holds again and again, such as a name, only now and then. Equal texts share
+/// their memory.
+class DecodedTexts
+{
+public:
+    QString of(const char *text)
+    {
+        const std::string_view bytes(text);
+        if (bytes.size() > longest)
+            return decoded(text, bytes.size());
+        Known &known = m_known[std::hash<std::string_view>()(bytes) % m_known.size()];
+        if (known.bytes != bytes)
+            known = {std::string(bytes), decoded(text, bytes.size())};
+        return known.text;
+    }
+
+private:
+    struct Known
+    {
+        std::string bytes;
+        QString text = QLatin1String("");
+    };
+
+    static constexpr std::size_t longest = 1024;
+
+    std::array<Known, 256> m_known;
+};
 
 class Reading
 {
@@ -162,7 +198,7 @@ private:
         takeName(name);
         takeAttributes(attributes);
         if (isGoingOn())
-            take(m_handler.startElement(decoded(name), decodedAttributes(attributes)));
+            take(m_handler.startElement(m_texts.of(name), decodedAttributes(attributes)));
     }
 
     void endElement()
@@ -252,11 +288,12 @@ private:
         return false;
     }
 
-    static QVector<Attribute> decodedAttributes(const char **attributes)
+    QVector<Attribute> decodedAttributes(const char **attributes)
     {
         QVector<Attribute> result;
+        result.reserve(2);
         for (; *attributes; attributes += 2)
-            result.append({decoded(attributes[0]), decoded(attributes[1])});
+            result.append({m_texts.of(attributes[0]), m_texts.of(attributes[1])});
         return result;
     }
 
@@ -291,6 +328,7 @@ private:
     const XmlStream::Limits m_limits;
     const Parser m_parser;
     QString m_problem;
+    DecodedTexts m_texts;
     std::string m_text; ///< in UTF-8, since the last piece
     int m_depth = 0;
     int m_nodes = 0;

@@ -75,6 +75,17 @@ private:
     QDomNode m_parent = m_document;
 };
 
+void collectFirst(const QDomElement &parent, const QStringList &tagNames, QVector<QDomElement> &found)
+{
+    for (QDomElement child = parent.firstChildElement(); !child.isNull();
+         child = child.nextSiblingElement()) {
+        const auto index = tagNames.indexOf(child.tagName());
+        if (index >= 0 && found.at(index).isNull())
+            found[index] = child;
+        collectFirst(child, tagNames, found);
+    }
+}
+
 } // namespace
 
 bool XmlTree::read(const QByteArray &xml, QDomDocument &document, QString *error,
@@ -85,4 +96,11 @@ bool XmlTree::read(const QByteArray &xml, QDomDocument &document, QString *error
         return false;
     document = builder.document();
     return true;
+}
+
+QVector<QDomElement> XmlTree::firstNamed(const QDomElement &root, const QStringList &tagNames)
+{
+    QVector<QDomElement> found(tagNames.size());
+    collectFirst(root, tagNames, found);
+    return found;
 }

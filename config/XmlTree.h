@@ -4,9 +4,11 @@
 #include "config/XmlStream.h"
 
 #include <QByteArray>
-#include <QString>
+#include <QStringList>
+#include <QVector>
 
 class QDomDocument;
+class QDomElement;
 
 /// XML as a tree.
 namespace XmlTree {
@@ -16,5 +18,9 @@ namespace XmlTree {
 /// the document stays as it was, and `error` (optional) says what is wrong, with line and column. Any thread.
 bool read(const QByteArray &xml, QDomDocument &document, QString *error = nullptr,
           const XmlStream::Limits &limits = {});
+
+/// For each name the first element that has it below `root`, in the order of the document, or a null one; in
+/// one walk over the tree.
+QVector<QDomElement> firstNamed(const QDomElement &root, const QStringList &tagNames);
 
 } // namespace XmlTree

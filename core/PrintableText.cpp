@@ -66,12 +66,27 @@ uint characterAt(const QString &text, int position)
     return first.unicode();
 }
 
+bool isUnusual(QChar character)
+{
+    return character.unicode() < ' ' || character.unicode() >= 0x7f;
+}
+
+/// A loop that always goes to its end, so that the compiler can look at many characters at a time.
+bool holdsUnusual(const QChar *text, int length)
+{
+    bool found = false;
+    for (int i = 0; i < length; ++i)
+        found |= isUnusual(text[i]);
+    return found;
+}
+
 /// Most text is printable ASCII, which needs no look at what a character is.
 int nextUnusual(const QString &text, int position)
 {
-    const auto found = std::find_if(text.cbegin() + position, text.cend(),
-                                    [](QChar c) { return c.unicode() < ' ' || c.unicode() >= 0x7f; });
-    return static_cast<int>(found - text.cbegin());
+    constexpr int blockLength = 64;
+    while (text.size() - position >= blockLength && !holdsUnusual(text.constData() + position, blockLength))
+        position += blockLength;
+    return static_cast<int>(std::find_if(text.cbegin() + position, text.cend(), isUnusual) - text.cbegin());
 }
 
 QString withEscapes(const QString &text, Escape escape)
