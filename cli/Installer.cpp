@@ -126,11 +126,8 @@ Problem explainRejection(const QString &package, const QString &cause)
 
 Result<> checkSourceDate()
 {
-    std::optional<qint64> seconds;
-    QString problem;
-    if (SourceDate::read(&seconds, &problem))
-        return {};
-    return Problem{QStringLiteral("SOURCE_DATE_EPOCH"), problem};
+    const Result<std::optional<qint64>> sourceDate = SourceDate::read();
+    return sourceDate ? Result<>() : sourceDate.problem();
 }
 
 Result<> checkBeforeOpening(const QString &package, const Product &product, const QString &folder)
@@ -179,10 +176,13 @@ InstallerCheck checkInstaller(const QString &package, const Product &product, co
     check.verdict = checkBeforeOpening(package, product, emptyFolder);
     if (!check.verdict)
         return check;
-    QString error;
-    check.inspection = inspectPackage(package, product.editor, emptyFolder, &error);
-    check.verdict = check.inspection ? checkContents(package, check.inspection->scripts, makesDefaultViewer)
-                                     : unreadableScripts(package, error);
+    const Result<PackageInspection> inspection = inspectPackage(package, product.editor, emptyFolder);
+    if (!inspection) {
+        check.verdict = unreadableScripts(package, inspection.problem().line());
+        return check;
+    }
+    check.inspection = *inspection;
+    check.verdict = checkContents(package, inspection->scripts, makesDefaultViewer);
     return check;
 }
 

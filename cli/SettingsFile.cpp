@@ -55,12 +55,11 @@ Result<SettingsFile> readPackage(const QString &path)
     const Result<const Product *> product = productOfInstaller(path);
     if (!product)
         return product.problem();
-    QString error;
-    const QString scripts =
-        extractScripts(path, (*product)->editor, folder.makeSubfolder(QStringLiteral("inspect")), &error);
-    if (scripts.isEmpty())
-        return unreadableScripts(path, error);
-    Result<SettingsFile> file = readPackagedDocument(path, scripts + QStringLiteral("/ProfStore.xml"));
+    const Result<QString> scripts =
+        extractScripts(path, (*product)->editor, folder.makeSubfolder(QStringLiteral("inspect")));
+    if (!scripts)
+        return unreadableScripts(path, scripts.problem().line());
+    Result<SettingsFile> file = readPackagedDocument(path, *scripts + QStringLiteral("/ProfStore.xml"));
     if (file)
         file->product = *product;
     return file;

@@ -18,8 +18,8 @@ namespace {
 /// Edits postinstall in place. An expression that matches nothing is no failure.
 bool editPostinstall(const QString &scripts, const QString &expression, QString *error)
 {
-    if (!isRealScript(scripts, QStringLiteral("postinstall"), error))
-        return false;
+    if (const Result<> script = isRealScript(scripts, QStringLiteral("postinstall")); !script)
+        return ended(script, error);
     const CommandResult result =
         Command::run(QStringLiteral("sed"),
                      {QStringLiteral("-i"), QString(), expression, scripts + QStringLiteral("postinstall")});
@@ -29,8 +29,8 @@ bool editPostinstall(const QString &scripts, const QString &expression, QString 
 /// Copies a file into a real scripts folder under a name that is not taken there.
 bool addToScripts(const QString &file, const QString &scripts, const QString &name, QString *error)
 {
-    if (!isRealFolder(scripts, error))
-        return false;
+    if (const Result<> folder = isRealFolder(scripts); !folder)
+        return ended(folder, error);
     return ended(SafeFile::copyNew(file, scripts + name, SafeFile::Lasting::No), error);
 }
 

@@ -95,8 +95,6 @@ QString CCommon::GetAppVersion(QString pkgDir, bool bEditor)
 {
     const QString scripts = scriptsFolder(pkgDir, bEditor);
     qCDebug(logPackage).noquote() << QStringLiteral("qsTemp:") + scripts;
-    QString postinstall;
-    if (!readScript(scripts + QStringLiteral("postinstall"), postinstall))
-        return {};
-    return productVersion(postinstall);
+    const Result<QString> postinstall = readScript(scripts + QStringLiteral("postinstall"));
+    return postinstall ? productVersion(*postinstall) : QString();
 }

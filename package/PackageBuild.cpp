@@ -33,21 +33,25 @@ bool isWanted(const std::function<bool()> &question)
 bool checkComponent(const QString &component, bool editor, QString *problem)
 {
     const QString scripts = scriptsFolder(component, editor);
-    return isRealFolder(component, problem) && isRealFolder(QFileInfo(scripts.chopped(1)).path(), problem);
+    return ended(isRealFolder(component), problem) &&
+           ended(isRealFolder(QFileInfo(scripts.chopped(1)).path()), problem);
 }
 
 /// A package whose contents cannot be read has failed to expand before, so that counts as unsigned.
 bool isSignedPackage(const QString &package)
 {
     const TransientFolder folder(QStringLiteral("pct-"));
-    return folder.isValid() && isSigned(package, folder.path(), nullptr).value_or(false);
+    if (!folder.isValid())
+        return false;
+    const Result<bool> known = isSigned(package, folder.path());
+    return known && *known;
 }
 
 /// The settings that are about to be added are for nobody else on this machine.
 bool makePrivate(const QString &folder, QString *problem)
 {
-    if (!isRealFolder(folder, problem))
-        return false;
+    if (const Result<> real = isRealFolder(folder); !real)
+        return ended(real, problem);
     return QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner) ||
            fail(problem, QStringLiteral("%1: cannot be closed to other users").arg(folder));
 }
@@ -110,7 +114,11 @@ Build::Build(const BuildPlan &plan, BuildReport &report)
 
 bool Build::readSourceDate(QString *problem)
 {
-    return SourceDate::read(&m_sourceDate, problem);
+    const Result<std::optional<qint64>> sourceDate = SourceDate::read();
+    if (!sourceDate)
+        return fail(problem, sourceDate.problem().text);
+    m_sourceDate = *sourceDate;
+    return true;
 }
 
 bool Build::checkPaths(QString *problem)
@@ -195,7 +203,7 @@ bool Build::adaptScripts(QString *problem)
 /// In the folder rather than in the package: this holds for every command that flattens it.
 bool Build::limitTimes(QString *problem)
 {
-    return !m_sourceDate || SourceDate::limitTimesBelow(m_plan.workFolder, *m_sourceDate, problem);
+    return !m_sourceDate || ended(SourceDate::limitTimesBelow(m_plan.workFolder, *m_sourceDate), problem);
 }
 
 /// The files are compared once more: what did not exist at the start may by now be one file under two names.

@@ -4,7 +4,6 @@
 #include "config/XmlStream.h"
 #include "core/Command.h"
 #include "core/SafeFile.h"
-#include "package/Failure.h"
 #include "package/ProductVersion.h"
 #include "package/ScriptLines.h"
 #include "package/ScriptPatch.h"
@@ -39,47 +38,51 @@ int linesThatHold(const QString &text, const QStringList &lines)
 
 void inspectPreinstall(const QString &path, ScriptsInspection &inspection)
 {
-    QString text;
-    if (!readScript(path, text, &inspection.preinstallProblem))
+    const Result<QString> text = readScript(path);
+    if (!text) {
+        inspection.preinstallProblem = text.problem().text;
         return;
-    inspection.preinstallPatched = isPatchedPreinstall(scriptLines(text));
+    }
+    inspection.preinstallPatched = isPatchedPreinstall(scriptLines(*text));
     inspection.preinstallProblem =
-        inspection.preinstallPatched ? patchedBefore : patchProblem(text, patchPreinstallLines);
+        inspection.preinstallPatched ? patchedBefore : patchProblem(*text, patchPreinstallLines);
 }
 
 void inspectPostinstall(const QString &path, ScriptsInspection &inspection)
 {
-    QString text;
-    if (!readScript(path, text, &inspection.postinstallProblem)) {
+    const Result<QString> text = readScript(path);
+    if (!text) {
+        inspection.postinstallProblem = text.problem().text;
         inspection.obstacle =
             QStringLiteral("its postinstall cannot be read: ") + inspection.postinstallProblem;
         return;
     }
-    const QStringList lines = scriptLines(text);
+    const QStringList lines = scriptLines(*text);
     inspection.postinstallPatched = isPatchedPostinstall(lines);
     inspection.postinstallProblem =
-        inspection.postinstallPatched ? patchedBefore : patchProblem(text, patchPostinstallLines);
-    inspection.version = productVersion(text, &inspection.versionUnusable);
+        inspection.postinstallPatched ? patchedBefore : patchProblem(*text, patchPostinstallLines);
+    inspection.version = productVersion(*text, &inspection.versionUnusable);
     inspection.documentSwitches = linesThatHold(QStringLiteral("editorXmlFileCopy=0"), lines);
     inspection.viewerSwitches = linesThatHold(QStringLiteral("setdefaultpdf=0"), lines);
     inspection.preferenceLists = linesThatHold(QStringLiteral("plistValue=\""), lines);
 }
 
-bool isRegular(const QString &scripts, const QString &name, QString *problem)
+/// Why a script is no regular file, as a clause, or empty.
+QString scriptObstacle(const QString &scripts, const QString &name)
 {
     switch (SafeFile::kindOf(scripts + name)) {
     case SafeFile::Kind::File:
-        return true;
+        return {};
     case SafeFile::Kind::Missing:
-        return fail(problem, QStringLiteral("it has no %1 script to switch the settings on").arg(name));
+        return QStringLiteral("it has no %1 script to switch the settings on").arg(name);
     case SafeFile::Kind::Link:
-        return fail(problem, QStringLiteral("its %1 is a link").arg(name));
+        return QStringLiteral("its %1 is a link").arg(name);
     case SafeFile::Kind::Folder:
-        return fail(problem, QStringLiteral("its %1 is a folder").arg(name));
+        return QStringLiteral("its %1 is a folder").arg(name);
     case SafeFile::Kind::Other:
         break;
     }
-    return fail(problem, QStringLiteral("its %1 is not a regular file").arg(name));
+    return QStringLiteral("its %1 is not a regular file").arg(name);
 }
 
 bool isMissing(const QString &path)
@@ -87,17 +90,21 @@ bool isMissing(const QString &path)
     return SafeFile::kindOf(path) == SafeFile::Kind::Missing;
 }
 
-bool isWritable(const QString &folder, QString *problem)
+bool isWritable(const QString &folder)
 {
-    return ::access(QFile::encodeName(folder).constData(), W_OK | X_OK) == 0 ||
-           fail(problem, QStringLiteral("nothing can be added to its scripts"));
+    return ::access(QFile::encodeName(folder).constData(), W_OK | X_OK) == 0;
 }
 
-bool holdsBothScripts(const QString &folder, QString *problem)
+/// What else is in the way of a build than a script that cannot be read, or empty.
+QString folderObstacle(const QString &folder)
 {
     const QString preinstall = QStringLiteral("preinstall");
-    return isWritable(folder, problem) && isRegular(folder, QStringLiteral("postinstall"), problem) &&
-           (isMissing(folder + preinstall) || isRegular(folder, preinstall, problem));
+    if (!isWritable(folder))
+        return QStringLiteral("nothing can be added to its scripts");
+    const QString postinstallObstacle = scriptObstacle(folder, QStringLiteral("postinstall"));
+    if (!postinstallObstacle.isEmpty() || isMissing(folder + preinstall))
+        return postinstallObstacle;
+    return scriptObstacle(folder, preinstall);
 }
 
 QString missingSwitchText(const QString &switchText, const QString &consequence)
@@ -156,43 +163,41 @@ XmlStream::Limits limitsOfContents()
     return limits;
 }
 
-std::optional<bool> readSignature(const QString &tableOfContents, QString *error)
+Result<bool> readSignature(const QString &tableOfContents)
 {
     QFile file(tableOfContents);
-    if (!file.open(QIODevice::ReadOnly)) {
-        fail(error, file.errorString());
-        return {};
-    }
+    if (!file.open(QIODevice::ReadOnly))
+        return Problem{{}, file.errorString()};
     const XmlStream::Limits limits = limitsOfContents();
     SignatureFinder finder;
     QString problem;
-    if (XmlStream::read(file.read(limits.bytes + 1), finder, &problem, limits))
-        return finder.found;
-    fail(error, QStringLiteral("the table of contents cannot be read: ") + problem);
-    return {};
+    if (!XmlStream::read(file.read(limits.bytes + 1), finder, &problem, limits))
+        return Problem{{}, QStringLiteral("the table of contents cannot be read: ") + problem};
+    return finder.found;
 }
 
 /// The member as a file of its own below `into`, still packed.
-bool extractMember(const QString &package, const QString &member, const QString &into, QString *error)
+Result<> extractMember(const QString &package, const QString &member, const QString &into)
 {
     const CommandResult result =
         Command::run(QStringLiteral("xar"), {QStringLiteral("-x"), QStringLiteral("-f"), package,
                                              QStringLiteral("-C"), into, member});
     if (!result.succeeded())
-        return fail(error, result.problem());
+        return Problem{{}, result.problem()};
     const QString folder = into + QLatin1Char('/') + QFileInfo(member).path();
-    return (SafeFile::kindOf(folder) == SafeFile::Kind::Folder &&
-            SafeFile::kindOf(into + QLatin1Char('/') + member) == SafeFile::Kind::File) ||
-           fail(error, QStringLiteral("the package has no member ") + member);
+    if (SafeFile::kindOf(folder) != SafeFile::Kind::Folder ||
+        SafeFile::kindOf(into + QLatin1Char('/') + member) != SafeFile::Kind::File)
+        return Problem{{}, QStringLiteral("the package has no member ") + member};
+    return {};
 }
 
-bool unpackScripts(const QString &archive, const QString &folder, QString *error)
+Result<> unpackScripts(const QString &archive, const QString &folder)
 {
     const CommandResult result =
         Command::run(QStringLiteral("ditto"), {QStringLiteral("-x"), archive, folder});
     if (!result.succeeded())
-        return fail(error, result.problem());
-    return isRealFolder(folder, error);
+        return Problem{{}, result.problem()};
+    return isRealFolder(folder);
 }
 
 } // namespace
@@ -200,7 +205,8 @@ bool unpackScripts(const QString &archive, const QString &folder, QString *error
 ScriptsInspection inspectScripts(const QString &scripts)
 {
     ScriptsInspection inspection;
-    if (!isRealFolder(scripts, &inspection.obstacle)) {
+    if (const Result<> real = isRealFolder(scripts); !real) {
+        inspection.obstacle = real.problem().line();
         inspection.preinstallProblem = inspection.postinstallProblem = inspection.obstacle;
         return inspection;
     }
@@ -209,7 +215,9 @@ ScriptsInspection inspectScripts(const QString &scripts)
     inspection.holdsViewerTool = !isMissing(folder + QStringLiteral("duti"));
     inspectPreinstall(folder + QStringLiteral("preinstall"), inspection);
     inspectPostinstall(folder + QStringLiteral("postinstall"), inspection);
-    holdsBothScripts(folder, &inspection.obstacle);
+    const QString obstacle = folderObstacle(folder);
+    if (!obstacle.isEmpty())
+        inspection.obstacle = obstacle;
     return inspection;
 }
 
@@ -251,36 +259,36 @@ QList<BuildWarning> warningsAbout(const PackageInspection &package, bool wantsDe
     return warnings + warningsAbout(package.scripts, wantsDefaultViewer, wantsIManageLogin);
 }
 
-std::optional<bool> isSigned(const QString &package, const QString &privateFolder, QString *error)
+Result<bool> isSigned(const QString &package, const QString &privateFolder)
 {
     const QString tableOfContents = privateFolder + QStringLiteral("/contents.xml");
     const CommandResult result =
         Command::run(QStringLiteral("xar"), {QStringLiteral("--dump-toc=") + tableOfContents,
                                              QStringLiteral("-f"), QFileInfo(package).absoluteFilePath()});
-    if (result.succeeded())
-        return readSignature(tableOfContents, error);
-    fail(error, result.problem());
-    return {};
+    if (!result.succeeded())
+        return Problem{{}, result.problem()};
+    return readSignature(tableOfContents);
 }
 
-QString extractScripts(const QString &package, bool editor, const QString &into, QString *error)
+Result<QString> extractScripts(const QString &package, bool editor, const QString &into)
 {
     const QString member = componentPackageName(editor) + QStringLiteral("/Scripts");
-    QString folder = into + QStringLiteral("/Scripts");
-    if (!extractMember(QFileInfo(package).absoluteFilePath(), member, into, error) ||
-        !unpackScripts(into + QLatin1Char('/') + member, folder, error))
-        return {};
+    const QString folder = into + QStringLiteral("/Scripts");
+    if (const Result<> extracted = extractMember(QFileInfo(package).absoluteFilePath(), member, into);
+        !extracted)
+        return extracted.problem();
+    if (const Result<> unpacked = unpackScripts(into + QLatin1Char('/') + member, folder); !unpacked)
+        return unpacked.problem();
     return folder;
 }
 
-std::optional<PackageInspection> inspectPackage(const QString &package, bool editor,
-                                                const QString &privateFolder, QString *error)
+Result<PackageInspection> inspectPackage(const QString &package, bool editor, const QString &privateFolder)
 {
-    const std::optional<bool> isPackageSigned = isSigned(package, privateFolder, error);
+    const Result<bool> isPackageSigned = isSigned(package, privateFolder);
     if (!isPackageSigned)
-        return {};
-    const QString scripts = extractScripts(package, editor, privateFolder, error);
-    if (scripts.isEmpty())
-        return {};
-    return PackageInspection{*isPackageSigned, inspectScripts(scripts)};
+        return isPackageSigned.problem();
+    const Result<QString> scripts = extractScripts(package, editor, privateFolder);
+    if (!scripts)
+        return scripts.problem();
+    return PackageInspection{*isPackageSigned, inspectScripts(*scripts)};
 }

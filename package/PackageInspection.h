@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "core/Result.h"
+
 #include <QList>
 #include <QString>
-
-#include <optional>
 
 /// Something that a build does, or would do, without the effect that was asked for.
 struct BuildWarning
@@ -53,16 +53,15 @@ QList<BuildWarning> warningsAbout(const ScriptsInspection &scripts, bool wantsDe
 QList<BuildWarning> warningsAbout(const PackageInspection &package, bool wantsDefaultViewer,
                                   bool wantsIManageLogin);
 
-/// Whether a flat package carries a signature, or nothing and a cause when its table of contents cannot be
-/// read. The table is written to a file in `privateFolder`. Blocks on external commands; any thread.
-std::optional<bool> isSigned(const QString &package, const QString &privateFolder, QString *error);
+/// Whether a flat package carries a signature; a problem when its table of contents cannot be read. The table
+/// is written to a file in `privateFolder`. Blocks on external commands; any thread.
+Result<bool> isSigned(const QString &package, const QString &privateFolder);
 
 /// Unpacks only the product's Scripts member of a flat package into the existing folder `into`, as
-/// "Scripts" there; its cost does not depend on the package's size. Returns the path of that folder, or an
-/// empty string and one line in `error`. Blocks on external commands; any thread.
-QString extractScripts(const QString &package, bool editor, const QString &into, QString *error);
+/// "Scripts" there; its cost does not depend on the package's size. Returns the path of that folder. Blocks
+/// on external commands; any thread.
+Result<QString> extractScripts(const QString &package, bool editor, const QString &into);
 
 /// Everything `pct check` reports about the installer package of a product; `privateFolder` must exist, be
-/// empty and belong to the caller. Nothing and an `error` when the package's contents cannot be read.
-std::optional<PackageInspection> inspectPackage(const QString &package, bool editor,
-                                                const QString &privateFolder, QString *error);
+/// empty and belong to the caller. A problem when the package's contents cannot be read.
+Result<PackageInspection> inspectPackage(const QString &package, bool editor, const QString &privateFolder);

@@ -68,17 +68,17 @@ QStringList scriptLines(const QString &text)
     return lines;
 }
 
-bool readScript(const QString &path, QString &text, QString *error)
+Result<QString> readScript(const QString &path)
 {
     const SafeFile::Kind kind = SafeFile::kindOf(path);
+    if (kind == SafeFile::Kind::Link)
+        return Problem{path, QStringLiteral("is a link")};
     if (kind != SafeFile::Kind::File && kind != SafeFile::Kind::Missing)
-        return fail(error, kind == SafeFile::Kind::Link ? QStringLiteral("is a link")
-                                                        : QStringLiteral("is not a regular file"));
+        return Problem{path, QStringLiteral("is not a regular file")};
     if (QFileInfo(path).size() > maximumScriptBytes)
-        return fail(error, QStringLiteral("is too large for a script"));
+        return Problem{path, QStringLiteral("is too large for a script")};
     const Result<QByteArray> bytes = SafeFile::readContents(path);
     if (!bytes)
-        return fail(error, bytes.problem().text);
-    text = QString::fromUtf8(bytes->constData());
-    return true;
+        return bytes.problem();
+    return QString::fromUtf8(bytes->constData());
 }

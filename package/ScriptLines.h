@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "core/Result.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
@@ -31,6 +33,6 @@ QString normalizeNewlines(QString text);
 /// The lines of a script: line ends normalized, no empty last line for a final line feed.
 QStringList scriptLines(const QString &text);
 
-/// The text of a script file: its bytes up to the first NUL as UTF-8. False, with the cause in `error`,
-/// when the path is a link or no regular file, or the file cannot be read or is larger than 16 MiB.
-bool readScript(const QString &path, QString &text, QString *error = nullptr);
+/// The text of a script file: its bytes up to the first NUL as UTF-8. A problem when the path is a link or no
+/// regular file, or the file cannot be read or is larger than 16 MiB.
+Result<QString> readScript(const QString &path);

@@ -95,10 +95,10 @@ bool isPatched(const QStringList &lines, const QStringList &block)
 
 bool patchFile(const QString &path, LinesEdit edit, QString *error)
 {
-    QString text;
-    if (!readScript(path, text, error))
-        return false;
-    QStringList lines = scriptLines(text);
+    const Result<QString> text = readScript(path);
+    if (!text)
+        return fail(error, text.problem().text);
+    QStringList lines = scriptLines(*text);
     if (!edit(lines, error))
         return false;
     const QString patched = lines.join(QLatin1Char('\n')) + QLatin1Char('\n');

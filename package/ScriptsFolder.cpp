@@ -2,7 +2,6 @@
 #include "package/ScriptsFolder.h"
 
 #include "core/SafeFile.h"
-#include "package/Failure.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -15,15 +14,14 @@ QString withoutSlash(const QString &folder)
     return folder.endsWith(QLatin1Char('/')) ? folder.chopped(1) : folder;
 }
 
-bool isKind(const QString &path, SafeFile::Kind wanted, const QString &description, QString *error)
+Result<> isKind(const QString &path, SafeFile::Kind wanted, const QString &description)
 {
     const SafeFile::Kind found = SafeFile::kindOf(path);
     if (found == wanted)
-        return true;
+        return {};
     if (found == SafeFile::Kind::Missing)
-        return fail(error, QStringLiteral("%1: there is no such %2 in the package").arg(path, description));
-    return fail(error,
-                QStringLiteral("%1: is not a %2; this package cannot be trusted").arg(path, description));
+        return Problem{path, QStringLiteral("there is no such %1 in the package").arg(description)};
+    return Problem{path, QStringLiteral("is not a %1; this package cannot be trusted").arg(description)};
 }
 
 } // namespace
@@ -41,14 +39,15 @@ QString componentPackageName(bool editor)
     return editor ? QStringLiteral("Pelix_PDF_Editor.pkg") : QStringLiteral("Pelix_PDF_Reader.pkg");
 }
 
-bool isRealFolder(const QString &path, QString *error)
+Result<> isRealFolder(const QString &path)
 {
-    return isKind(withoutSlash(path), SafeFile::Kind::Folder, QStringLiteral("folder"), error);
+    return isKind(withoutSlash(path), SafeFile::Kind::Folder, QStringLiteral("folder"));
 }
 
-bool isRealScript(const QString &scripts, const QString &name, QString *error)
+Result<> isRealScript(const QString &scripts, const QString &name)
 {
-    return isRealFolder(scripts, error) &&
-           isKind(withoutSlash(scripts) + QLatin1Char('/') + name, SafeFile::Kind::File,
-                  QStringLiteral("regular file"), error);
+    if (Result<> folder = isRealFolder(scripts); !folder)
+        return folder;
+    return isKind(withoutSlash(scripts) + QLatin1Char('/') + name, SafeFile::Kind::File,
+                  QStringLiteral("regular file"));
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "core/Result.h"
+
 #include <QString>
 
 /// Where an expanded package keeps its install scripts, with a slash at the end: "Scripts/" in the given
@@ -11,10 +13,10 @@ QString scriptsFolder(const QString &folder, bool editor);
 QString componentPackageName(bool editor);
 
 /// The scripts of a package come from outside. Before one is edited or gets a new neighbour, these tell
-/// whether it is what it should be, and not a link that leads out of the package. `error` is optional.
+/// whether it is what it should be, and not a link that leads out of the package.
 
-/// True when the path, with or without a slash at the end, is a real folder.
-bool isRealFolder(const QString &path, QString *error = nullptr);
+/// That the path, with or without a slash at the end, is a real folder.
+Result<> isRealFolder(const QString &path);
 
-/// True when the script in a real scripts folder is a regular file.
-bool isRealScript(const QString &scripts, const QString &name, QString *error = nullptr);
+/// That the script in a real scripts folder is a regular file.
+Result<> isRealScript(const QString &scripts, const QString &name);

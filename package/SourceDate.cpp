@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "package/SourceDate.h"
 
-#include "package/Failure.h"
-
 #include <QDateTime>
 #include <QFile>
 #include <QRegularExpression>
@@ -36,22 +34,22 @@ bool limitTime(const QByteArray &path, qint64 newest)
 
 } // namespace
 
-bool SourceDate::read(std::optional<qint64> *seconds, QString *problem)
+Result<std::optional<qint64>> SourceDate::read()
 {
     const QString value = qEnvironmentVariable("SOURCE_DATE_EPOCH");
     if (!qEnvironmentVariableIsSet("SOURCE_DATE_EPOCH"))
-        return true;
+        return std::optional<qint64>();
     bool fits = false;
     const qint64 given = value.toLongLong(&fits);
     if (!isWholeNumber(value) || !fits || given > QDateTime::currentSecsSinceEpoch())
-        return fail(problem, QStringLiteral("\"%1\" is not a whole number of seconds from 1970 up to now; "
-                                            "correct or unset the variable")
-                                 .arg(value));
-    *seconds = given;
-    return true;
+        return Problem{QStringLiteral("SOURCE_DATE_EPOCH"),
+                       QStringLiteral("\"%1\" is not a whole number of seconds from 1970 up to now; "
+                                      "correct or unset the variable")
+                           .arg(value)};
+    return std::optional<qint64>(given);
 }
 
-bool SourceDate::limitTimesBelow(const QString &folder, qint64 newest, QString *problem)
+Result<> SourceDate::limitTimesBelow(const QString &folder, qint64 newest)
 {
     using Entries = std::filesystem::recursive_directory_iterator;
     std::error_code cause;
@@ -59,8 +57,9 @@ bool SourceDate::limitTimesBelow(const QString &folder, qint64 newest, QString *
          entry.increment(cause)) {
         const QByteArray path = QByteArray::fromStdString(entry->path().string());
         if (!limitTime(path, newest))
-            return fail(problem, QFile::decodeName(path) + QStringLiteral(": ") +
-                                     QString::fromLocal8Bit(std::strerror(errno)));
+            return Problem{QFile::decodeName(path), QString::fromLocal8Bit(std::strerror(errno))};
     }
-    return !cause || fail(problem, folder + QStringLiteral(": ") + QString::fromStdString(cause.message()));
+    if (cause)
+        return Problem{folder, QString::fromStdString(cause.message())};
+    return {};
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "core/Result.h"
+
 #include <QString>
 
 #include <optional>
@@ -9,11 +11,11 @@
 /// input and settings make the same bytes whenever they are built.
 namespace SourceDate {
 
-/// Seconds since 1970; nothing when the variable is not set. False, with the reason, when it holds anything
-/// but a whole number of seconds up to now.
-bool read(std::optional<qint64> *seconds, QString *problem);
+/// Seconds since 1970; nothing when the variable is not set. Anything in it but a whole number of seconds up
+/// to now is a problem.
+Result<std::optional<qint64>> read();
 
 /// Gives everything below the folder that is newer than that moment this moment. Links are not followed.
-bool limitTimesBelow(const QString &folder, qint64 newest, QString *problem);
+Result<> limitTimesBelow(const QString &folder, qint64 newest);
 
 } // namespace SourceDate

@@ -18,9 +18,9 @@ void require(bool holds)
 
 QStringList linesOf(const QString &path)
 {
-    QString text;
-    require(readScript(path, text));
-    return scriptLines(text);
+    const Result<QString> text = readScript(path);
+    require(bool(text));
+    return scriptLines(*text);
 }
 
 void tryPatch(const FuzzFile &file, const QByteArray &script, FilePatch patchFile, LinesPatch patchLines)

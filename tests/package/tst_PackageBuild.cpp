@@ -292,10 +292,10 @@ private slots:
         const QString file = m_folder.filePath(QStringLiteral("text.pkg"));
         TestFiles::write(file, "no package");
         const QTemporaryDir folder;
-        QString error;
-        QVERIFY(!inspectPackage(file, true, folder.path(), &error));
-        QVERIFY(!error.isEmpty());
-        QVERIFY(extractScripts(m_products.first().input, false, folder.path(), &error).isEmpty());
+        const Result<PackageInspection> inspected = inspectPackage(file, true, folder.path());
+        QVERIFY(!inspected);
+        QVERIFY(!inspected.problem().line().isEmpty());
+        QVERIFY(!extractScripts(m_products.first().input, false, folder.path()));
     }
 
 private:
@@ -353,10 +353,9 @@ private:
     ScriptsInspection inspect(const QString &package) const
     {
         const QTemporaryDir folder;
-        QString error;
-        const auto inspection = inspectPackage(package, product().editor, folder.path(), &error);
+        const Result<PackageInspection> inspection = inspectPackage(package, product().editor, folder.path());
         if (!inspection)
-            qFatal("cannot inspect %s: %s", qPrintable(package), qPrintable(error));
+            qFatal("cannot inspect %s: %s", qPrintable(package), qPrintable(inspection.problem().line()));
         return inspection->scripts;
     }
 

@@ -188,8 +188,9 @@ private slots:
         QFETCH(QByteArray, contents);
         QFETCH(bool, isSigned);
         addXarWithContents(contents);
-        QString error;
-        QCOMPARE(::isSigned(at("a.pkg"), m_folder->path(), &error), std::optional<bool>(isSigned));
+        const Result<bool> found = ::isSigned(at("a.pkg"), m_folder->path());
+        QVERIFY(found);
+        QCOMPARE(*found, isSigned);
         QCOMPARE(m_tools->calls(QStringLiteral("xar")).first(),
                  QStringList({QStringLiteral("--dump-toc=") + at("contents.xml"), QStringLiteral("-f"),
                               at("a.pkg")}));
@@ -208,22 +209,21 @@ private slots:
     {
         QFETCH(QByteArray, xar);
         m_tools->add(QStringLiteral("xar"), xar);
-        QString error;
-        QVERIFY(!isSigned(at("a.pkg"), m_folder->path(), &error));
-        QVERIFY(!error.isEmpty());
-        QVERIFY(!isSigned(at("a.pkg"), m_folder->path(), nullptr));
-        error.clear();
-        QVERIFY(!inspectPackage(at("a.pkg"), true, m_folder->path(), &error));
-        QVERIFY(!error.isEmpty());
+        const Result<bool> found = isSigned(at("a.pkg"), m_folder->path());
+        QVERIFY(!found);
+        QVERIFY(!found.problem().line().isEmpty());
+        const Result<PackageInspection> inspected = inspectPackage(at("a.pkg"), true, m_folder->path());
+        QVERIFY(!inspected);
+        QVERIFY(!inspected.problem().line().isEmpty());
     }
 
     void onlyTheScriptsOfTheProductAreUnpacked()
     {
         addUnpackingTools();
         const QTemporaryDir into;
-        QString error;
-        QCOMPARE(extractScripts(at("a.pkg"), false, into.path(), &error),
-                 into.filePath(QStringLiteral("Scripts")));
+        const Result<QString> scripts = extractScripts(at("a.pkg"), false, into.path());
+        QVERIFY(scripts);
+        QCOMPARE(*scripts, into.filePath(QStringLiteral("Scripts")));
         const QString member = QStringLiteral("Pelix_PDF_Reader.pkg/Scripts");
         QCOMPARE(m_tools->calls(QStringLiteral("xar")),
                  QList<QStringList>({{QStringLiteral("-x"), QStringLiteral("-f"), at("a.pkg"),
@@ -238,9 +238,8 @@ private slots:
     {
         addUnpackingTools();
         const QTemporaryDir folder;
-        QString error;
-        const auto package = inspectPackage(at("a.pkg"), true, folder.path(), &error);
-        QVERIFY2(package, qPrintable(error));
+        const Result<PackageInspection> package = inspectPackage(at("a.pkg"), true, folder.path());
+        QVERIFY(package);
         QVERIFY(package->signedByVendor);
         QCOMPARE(package->scripts.version, QStringLiteral("13.1.2"));
     }
@@ -270,9 +269,9 @@ private slots:
         m_tools->add(QStringLiteral("xar"), xar);
         m_tools->add(QStringLiteral("ditto"), ditto);
         const QTemporaryDir into;
-        QString error;
-        QCOMPARE(extractScripts(at("a.pkg"), true, into.path(), &error), QString());
-        QVERIFY(!error.isEmpty());
+        const Result<QString> scripts = extractScripts(at("a.pkg"), true, into.path());
+        QVERIFY(!scripts);
+        QVERIFY(!scripts.problem().line().isEmpty());
     }
 
 private:

@@ -144,19 +144,18 @@ private slots:
         const QTemporaryDir folder;
         const QString path = folder.filePath(QStringLiteral("script"));
         TestFiles::write(path, QByteArray("caf\xc3\xa9\n\0rest", 12));
-        QString text;
-        QVERIFY(readScript(path, text));
-        QCOMPARE(text, QStringLiteral("caf\u00e9\n"));
+        const Result<QString> text = readScript(path);
+        QVERIFY(text);
+        QCOMPARE(*text, QStringLiteral("caf\u00e9\n"));
     }
 
     void aMissingScriptIsReportedWithTheFilesErrorString()
     {
-        QString text;
-        QString error;
-        QVERIFY(!readScript(QStringLiteral("/no/such/script"), text, &error));
+        const Result<QString> text = readScript(QStringLiteral("/no/such/script"));
+        QVERIFY(!text);
         QFile file(QStringLiteral("/no/such/script"));
         QVERIFY(!file.open(QIODevice::ReadOnly));
-        QCOMPARE(error, file.errorString());
+        QCOMPARE(text.problem().text, file.errorString());
     }
 
     void whatIsNoRegularFileIsNotRead()
@@ -167,13 +166,14 @@ private slots:
         QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
         TestFiles::write(folder.filePath(QStringLiteral("script")), "text");
         QVERIFY(QFile::link(folder.filePath(QStringLiteral("script")), link));
-        QString text;
-        QString error;
-        QVERIFY(!readScript(pipe, text, &error));
-        QCOMPARE(error, QStringLiteral("is not a regular file"));
-        QVERIFY(!readScript(folder.path(), text));
-        QVERIFY(!readScript(link, text, &error));
-        QCOMPARE(error, QStringLiteral("is a link"));
+        for (const QString &path : {pipe, folder.path()}) {
+            const Result<QString> text = readScript(path);
+            QVERIFY(!text);
+            QCOMPARE(text.problem().text, QStringLiteral("is not a regular file"));
+        }
+        const Result<QString> linked = readScript(link);
+        QVERIFY(!linked);
+        QCOMPARE(linked.problem().text, QStringLiteral("is a link"));
     }
 
     void aScriptOfMoreThan16MebibytesIsRefused()
@@ -181,10 +181,9 @@ private slots:
         const QTemporaryDir folder;
         QFile huge(folder.filePath(QStringLiteral("script")));
         QVERIFY(huge.open(QIODevice::WriteOnly) && huge.resize(16 * 1024 * 1024 + 1));
-        QString text;
-        QString error;
-        QVERIFY(!readScript(huge.fileName(), text, &error));
-        QCOMPARE(error, QStringLiteral("is too large for a script"));
+        const Result<QString> text = readScript(huge.fileName());
+        QVERIFY(!text);
+        QCOMPARE(text.problem().text, QStringLiteral("is too large for a script"));
     }
 };
 
