@@ -98,9 +98,11 @@ BuildPlan DlgCustomizationTool_v2::planOf(const QString &inputPackage, const QSt
     plan.documentPath = documentPath;
     plan.workFolder = defaultWorkFolder(inputPackage);
     plan.editor = m_bEditor;
-    plan.collectSettings = [this] { ReloadEditorXmlData(); };
-    plan.wantsDefaultViewer = [this] { return GetBoolProperty(QStringLiteral("cb_defaultpdf")); };
-    plan.wantsIManageLogin = [this] { return GetBoolProperty(QStringLiteral("cb_biManageLogin")); };
+    plan.collectSettings = [this] {
+        ReloadEditorXmlData();
+        return PackageSettings{*m_pEditorXmlData, GetBoolProperty(QStringLiteral("cb_defaultpdf")),
+                               GetBoolProperty(QStringLiteral("cb_biManageLogin"))};
+    };
     return plan;
 }
 

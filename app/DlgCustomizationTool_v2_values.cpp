@@ -1,94 +1,52 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/DlgCustomizationTool_v2.h"
 
-#include "config/EditorXmlData.h"
+#include "config/SettingItems.h"
 #include "pages/ICutsomizationHandler.h"
 #include "profile/CProfileGenerator.h"
 #include "ui_DlgCustomizationTool_v2.h"
 
+#include <limits>
 #include <type_traits>
 
 namespace {
 
 using Window = DlgCustomizationTool_v2;
 
-// How the value of a control enters the record.
-struct CollectRow
-{
-    const char *objectName;
-    void (*collect)(Window &window, const QString &objectName, EditorXmlData &record);
-};
+/// The pages write what they show in their own way when so many controls have been asked for.
+constexpr int turnsBeforePages = 10;
 
-template <typename Value> Value valueOf(Window &window, const QString &objectName)
+template <typename Value> Value valueOf(Window &window, const QString &objectName, bool *found)
 {
     if constexpr (std::is_same_v<Value, bool>)
-        return window.GetBoolProperty(objectName);
+        return window.GetBoolProperty(objectName, found);
     else if constexpr (std::is_same_v<Value, int>)
-        return window.GetIntProperty(objectName);
+        return window.GetIntProperty(objectName, found);
     else
-        return window.GetStringProperty(objectName);
+        return window.GetStringProperty(objectName, found);
 }
 
-template <auto member> void asRead(Window &window, const QString &objectName, EditorXmlData &record)
-{
-    using Value = std::decay_t<decltype(record.*member)>;
-    record.*member = valueOf<Value>(window, objectName);
-}
-
-void checkPolicy(Window &window, const QString &objectName, EditorXmlData &record)
-{
-    // The list offers "not set" first, then the policies from 0 on.
-    const int index = window.GetIntProperty(objectName);
-    record.bMIPCheckPolicySet = index == 1 || index == 2;
-    record.nMIPCheckPolicyOnDocSave = record.bMIPCheckPolicySet ? index - 1 : -1;
-}
-
-// Pages need not offer this setting: then the value that a document brought stays.
-void externalBrowser(Window &window, const QString &objectName, EditorXmlData &record)
+template <typename Value>
+void collectBy(Setting::Take<Value> take, const Setting::Control &control, Window &window,
+               EditorXmlData &record)
 {
     bool found = false;
-    const bool checked = window.GetBoolProperty(objectName, &found);
-    if (found)
-        record.bSupportExtSSO = checked;
+    const Value value = valueOf<Value>(window, control.name, &found);
+    if (found || !control.isOptional)
+        take(record, value);
 }
 
-// Deliberately one-way: a box seen checked once in a run stays in effect.
-void managedLogin(Window &window, const QString &objectName, EditorXmlData &record)
+void collect(const Setting &setting, Window &window, EditorXmlData &record)
 {
-    if (window.GetBoolProperty(objectName))
-        record.bUseOAuth2 = true;
+    std::visit([&](auto take) { collectBy(take, setting.control, window, record); }, setting.control.collect);
 }
 
-void domainMode(Window &window, const QString &objectName, EditorXmlData &record)
+void collectTurns(int first, int last, Window &window, EditorXmlData &record)
 {
-    record.strLoginDomain = window.GetBoolProperty(objectName) ? QStringLiteral("1") : QStringLiteral("2");
-}
-
-constexpr CollectRow rowsBeforeHandlers[] = {
-    {"checkBox_showStartPg", asRead<&EditorXmlData::bShowStartPage>},
-    {"checkBox_removeAdvertise", asRead<&EditorXmlData::bRemoveAdvertise>},
-    {"cb_hidemyapps", asRead<&EditorXmlData::bHideMyApps>},
-    {"cb_fileattachmentsMode", asRead<&EditorXmlData::nFileAttachmentsMode>},
-    {"tt_defaultLaunchAttachmentPerms", asRead<&EditorXmlData::strBuiltInPermList>},
-    {"rb_disableopenfile_all", asRead<&EditorXmlData::bDisableOpenFileAll>},
-    {"cb_aip_options", checkPolicy},
-    {"cb_auth_lib_options", asRead<&EditorXmlData::nAuthLibrary>},
-    {"listWidget_pluginList", asRead<&EditorXmlData::strUnloadPluginArray>},
-    {"cb_UseExternalBrowserForSSO", externalBrowser},
-};
-
-constexpr CollectRow rowsAfterHandlers[] = {
-    {"cb_biManageLogin", managedLogin},
-    {"cb_allowed_whitelist", domainMode},
-    {"tableView_domains", asRead<&EditorXmlData::strLoginDomainList>},
-    {"cb_defaultpdf", asRead<&EditorXmlData::bSetAsDefaultViewer>},
-};
-
-template <std::size_t count>
-void collectRows(const CollectRow (&rows)[count], Window &window, EditorXmlData &record)
-{
-    for (const CollectRow &row : rows)
-        row.collect(window, QLatin1String(row.objectName), record);
+    for (const Setting *setting : settingsInTurns()) {
+        if (setting->control.turn >= first && setting->control.turn <= last)
+            collect(*setting, window, record);
+    }
 }
 
 void ensureIdentifier(ProfilePayloadInfo &info)
@@ -151,8 +109,8 @@ void DlgCustomizationTool_v2::ReloadEditorXmlData()
     EditorXmlData &record = *m_pEditorXmlData;
     ensureIdentifier(record.payloadInfo);
     record.Clear();
-    collectRows(rowsBeforeHandlers, *this, record);
+    collectTurns(1, turnsBeforePages, *this, record);
     for (const auto &[id, handler] : m_handlers)
         handler->OnBeforeSave();
-    collectRows(rowsAfterHandlers, *this, record);
+    collectTurns(turnsBeforePages + 1, std::numeric_limits<int>::max(), *this, record);
 }

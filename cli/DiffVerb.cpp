@@ -43,10 +43,10 @@ QList<Difference> differencesOf(const SettingsFile &first, const SettingsFile &s
         differences.append({QStringLiteral("product"), first.product->word, second.product->word});
     const EditorXmlData one = inOneForm(first.settings);
     const EditorXmlData other = inOneForm(second.settings);
-    for (const RecordField &field : recordFields()) {
-        if (!sameValue(field, one, other))
-            differences.append(
-                {field.name, settingValue(field, first.settings), settingValue(field, second.settings)});
+    for (const Setting &setting : settings()) {
+        if (!sameValue(setting, one, other))
+            differences.append({setting.name, settingValue(setting, first.settings),
+                                settingValue(setting, second.settings)});
     }
     return differences;
 }

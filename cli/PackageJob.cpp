@@ -84,7 +84,7 @@ Result<> PackageJob::readSettings()
             m_warnings.append(otherProductWarning(m_request.config, *file->product, *m_request.product));
         settings = file->settings;
     }
-    theEditorXmlData = settingsForProduct(settings, m_request.product->editor);
+    m_settings = settingsForProduct(settings, m_request.product->editor);
     return {};
 }
 
@@ -94,7 +94,7 @@ Result<> PackageJob::checkInput()
         return usable;
     const QString folder = m_folder.makeSubfolder(QStringLiteral("inspect"));
     const InstallerCheck check =
-        checkInstaller(m_request.input, *m_request.product, folder, theEditorXmlData.bSetAsDefaultViewer);
+        checkInstaller(m_request.input, *m_request.product, folder, m_settings.bSetAsDefaultViewer);
     if (check.inspection)
         m_isSignedByVendor = check.inspection->signedByVendor;
     return check.verdict;
@@ -131,9 +131,10 @@ BuildPlan PackageJob::plan() const
     plan.removesWorkFolder = false;
     plan.insistsOnScripts = true;
     plan.editor = m_request.product->editor;
-    plan.collectSettings = [] {};
-    plan.wantsDefaultViewer = [] { return theEditorXmlData.bSetAsDefaultViewer; };
-    plan.wantsIManageLogin = [editor = plan.editor] { return editor && theEditorXmlData.bUseOAuth2; };
+    plan.collectSettings = [this] {
+        return PackageSettings{m_settings, m_settings.bSetAsDefaultViewer,
+                               m_request.product->editor && m_settings.bUseOAuth2};
+    };
     return plan;
 }
 

@@ -3,6 +3,7 @@
 
 #include "cli/FileWarning.h"
 #include "cli/PrivateFolder.h"
+#include "config/EditorXmlData.h"
 #include "core/Result.h"
 
 #include <QList>
@@ -26,7 +27,7 @@ struct PackageRequest
     bool force = false;   ///< replace an existing output and kept document
 };
 
-/// One build of a customized package without a window. Uses the live record. Whatever happens, the
+/// One build of a customized package without a window. Whatever happens, the
 /// output and the kept document are complete or as they were, and nothing else is left behind.
 class PackageJob
 {
@@ -50,6 +51,7 @@ private:
     BuildPlan plan() const;
 
     PackageRequest m_request;
+    EditorXmlData m_settings;
     // Held from the start: what their paths lead to by the end is another question.
     std::shared_ptr<OutputFile> m_output;
     std::shared_ptr<OutputFile> m_keptDocument;

@@ -7,7 +7,7 @@
 #include "cli/Product.h"
 #include "cli/SettingsFile.h"
 #include "config/ProductSettings.h"
-#include "config/RecordFields.h"
+#include "config/Settings.h"
 #include "core/PathRules.h"
 #include "core/SafeFile.h"
 #include "profile/CProfileGenerator.h"
@@ -25,18 +25,17 @@ bool isKnown(const ProfileSigner &signer)
     return signer.isKnown;
 }
 
-bool isText(const RecordField &field)
+bool isText(const Setting &setting)
 {
-    return std::holds_alternative<QString EditorXmlData::*>(field.member);
+    return std::holds_alternative<QString EditorXmlData::*>(setting.member);
 }
 
 bool sameTexts(const EditorXmlData &first, const EditorXmlData &second)
 {
-    const auto &fields = recordFields();
     return first.payloadInfo.PayloadIdentifier == second.payloadInfo.PayloadIdentifier &&
            first.payloadInfo.PayloadUUID == second.payloadInfo.PayloadUUID &&
-           std::all_of(fields.begin(), fields.end(), [&](const RecordField &field) {
-               return !isText(field) || sameValue(field, first, second);
+           std::all_of(settings().begin(), settings().end(), [&](const Setting &setting) {
+               return !isText(setting) || sameValue(setting, first, second);
            });
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/SettingValue.h"
 
+#include "config/KeptElement.h"
 #include "core/PrintableText.h"
 
 #include <QVariant>
@@ -34,9 +35,9 @@ QString readableText(const QString &value)
 
 } // namespace
 
-QJsonValue settingValue(const RecordField &field, const EditorXmlData &settings)
+QJsonValue settingValue(const Setting &setting, const EditorXmlData &data)
 {
-    return std::visit([&](auto member) { return jsonValue(settings.*member); }, field.member);
+    return std::visit([&](auto member) { return jsonValue(data.*member); }, setting.member);
 }
 
 QString readableValue(const QJsonValue &value)
@@ -49,9 +50,9 @@ QString readableValue(const QJsonValue &value)
 }
 
 /// A text can be as large as a document, and as a JSON value it would be copied twice.
-QString readableValue(const RecordField &field, const EditorXmlData &settings)
+QString readableValue(const Setting &setting, const EditorXmlData &data)
 {
-    if (const auto *member = std::get_if<QString EditorXmlData::*>(&field.member))
-        return readableText(settings.*(*member));
-    return readableValue(settingValue(field, settings));
+    if (const auto *member = std::get_if<QString EditorXmlData::*>(&setting.member))
+        return readableText(data.**member);
+    return readableValue(settingValue(setting, data));
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "config/RecordFields.h"
+#include "config/Settings.h"
 
 #include <QJsonValue>
 #include <QString>
@@ -9,9 +9,9 @@
 // The value of one setting, as every verb writes it.
 
 /// Booleans and integers as such, texts as text, ribbon elements as XML text or null.
-QJsonValue settingValue(const RecordField &field, const EditorXmlData &settings);
+QJsonValue settingValue(const Setting &setting, const EditorXmlData &data);
 
 /// A value for people, on one line. Texts stand in quotes, so that an empty one and a number in a text can
 /// be told.
 QString readableValue(const QJsonValue &value);
-QString readableValue(const RecordField &field, const EditorXmlData &settings);
+QString readableValue(const Setting &setting, const EditorXmlData &data);

@@ -14,11 +14,11 @@ bool isProfile(const SettingsFile &file)
     return file.kind == QLatin1String("profile");
 }
 
-QJsonObject settingsObject(const EditorXmlData &settings)
+QJsonObject settingsObject(const EditorXmlData &data)
 {
     QJsonObject object;
-    for (const RecordField &field : recordFields())
-        object.insert(field.name, settingValue(field, settings));
+    for (const Setting &setting : settings())
+        object.insert(setting.name, settingValue(setting, data));
     return object;
 }
 
@@ -61,8 +61,8 @@ QList<Console::Row> fileRows(const SettingsFile &file)
     QList<Console::Row> rows;
     if (isProfile(file))
         rows = identityRows(file.settings.payloadInfo);
-    for (const RecordField &field : recordFields())
-        rows.append({field.name, readableValue(field, file.settings)});
+    for (const Setting &setting : settings())
+        rows.append({setting.name, readableValue(setting, file.settings)});
     return rows;
 }
 

@@ -43,10 +43,12 @@ public:
     static void printDomElement(const QString &tag, const QDomElement &element);
 
     // ---- Writing a configuration document (config/CCommon_write.cpp) ----
-    // Works on the live record. The order is: create, preferences, plug-ins, installation, ribbon.
+    // The order is: create, preferences, plug-ins, installation, ribbon. Without settings it is the window's
+    // live record that is written.
 
     /// Builds the whole element tree into an empty document.
     static void EditorXmlCreateEmptyXml(QDomDocument &document, bool bEditor);
+    static void EditorXmlCreateEmptyXml(QDomDocument &document, bool bEditor, const EditorXmlData &settings);
 
     /// Appends an element to the parent with one attribute for each "name:value". A string with any
     /// other number of colons is skipped, so a value that holds a colon cannot be written this way.
@@ -55,18 +57,24 @@ public:
 
     /// Fills the preference items, and the version of an Editor document.
     static void EditorXmlSavePreferences(QDomDocument &document, const QString &version);
+    static void EditorXmlSavePreferences(QDomDocument &document, const QString &version,
+                                         const EditorXmlData &settings);
 
     /// Fills the list of plug-ins not to load.
     static void EditorXmlSavePlugins(QDomDocument &document);
+    static void EditorXmlSavePlugins(QDomDocument &document, const EditorXmlData &settings);
 
     /// Sets the version of an Editor document again; the installation items need no filling.
     static void EditorXmlSaveInstallation(QDomDocument &document, const QString &version);
 
     /// Adds the ribbon elements. The quick-access bar goes in only together with a ribbon definition.
     static void EditorXmlSaveRibbonSet(QDomDocument &document);
+    static void EditorXmlSaveRibbonSet(QDomDocument &document, const EditorXmlData &settings);
 
     /// Fills one preference item; `text` is its key, compared without case.
     static void EditorXmlFillPreValue(const QString &text, const QDomNamedNodeMap &attributes);
+    static void EditorXmlFillPreValue(const QString &text, const QDomNamedNodeMap &attributes,
+                                      const EditorXmlData &settings);
 
     /// The plug-ins of the product as it ships, in display order; empty when the list cannot be read.
     static QList<_EditorXmlPuginData_> EditorXmlReadPluginsTemplate(bool bEditor);
@@ -91,9 +99,12 @@ public:
     // ---- Adding to an expanded package (package/CCommon_additions.cpp) ----
 
     /// Writes the document to xmlPath, or to "ProfStore.xml" in the temporary folder when that is
-    /// empty, and adds it to the package. The document stays where it was written.
+    /// empty, and adds it to the package. The document stays where it was written. Without settings it is the
+    /// window's live record that is written.
     static bool EditorXmlConfigfileToPkg(QString pkgDir, bool bEditor, const QString &xmlPath,
-                                         QString *error = nullptr,
+                                         QString *error = nullptr);
+    static bool EditorXmlConfigfileToPkg(QString pkgDir, bool bEditor, const QString &xmlPath,
+                                         const EditorXmlData &settings, QString *error = nullptr,
                                          SafeFile::Lasting lasting = SafeFile::Lasting::Yes);
 
     /// Copies a document into the package's Scripts folder as "ProfStore.xml" and switches it on.

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/CCommon.h"
 #include "config/ConfigDocument.h"
-#include "config/DocumentSettings.h"
 #include "config/EditorXmlData.h"
 #include "config/KeptElement.h"
 #include "config/Logging.h"
+#include "config/SettingItems.h"
 #include "config/XmlMarkup.h"
 #include "config/XmlTree.h"
 
@@ -13,53 +13,44 @@
 
 namespace {
 
-void readPreference(const QDomElement &item, EditorXmlData &data)
+using Section = Setting::Section;
+
+void readItem(const QDomElement &item, Section section, EditorXmlData &data)
 {
     const QString key = item.attribute(QStringLiteral("Text"));
-    for (const DocumentSetting &setting : documentSettings()) {
-        if (key == setting.key)
-            setting.read(data, item.attribute(setting.attribute));
+    for (const SettingItem &known : documentItems(section)) {
+        if (key != known.key)
+            continue;
+        for (const Setting *setting : known.settings)
+            setting->document.read(data, item.attribute(setting->place.attribute));
     }
 }
 
-void readPreferences(const QDomElement &section, EditorXmlData &data)
+void readItems(const QDomElement &items, Section section, EditorXmlData &data)
 {
-    for (QDomElement item = section.firstChildElement(); !item.isNull(); item = item.nextSiblingElement())
-        readPreference(item, data);
+    for (QDomElement item = items.firstChildElement(); !item.isNull(); item = item.nextSiblingElement())
+        readItem(item, section, data);
 }
 
+/// Every child counts, whatever its key.
 void readPlugins(const QDomElement &section, EditorXmlData &data)
 {
     if (section.isNull())
         return;
+    const Setting &setting = settingIn(Section::Plugins);
     QStringList names;
     for (QDomElement item = section.firstChildElement(); !item.isNull(); item = item.nextSiblingElement())
-        names.append(item.attribute(QStringLiteral("UnloadPluginArray")));
-    data.strUnloadPluginArray = names.join(QLatin1Char(';'));
+        names.append(item.attribute(setting.place.attribute));
+    setting.document.read(data, names.join(QLatin1Char(';')));
 }
 
-void readInstallation(const QDomElement &section, EditorXmlData &data)
+void readElement(const QDomElement &parent, Section section, const QString &tag, EditorXmlData &data)
 {
-    for (QDomElement item = section.firstChildElement(); !item.isNull(); item = item.nextSiblingElement()) {
-        if (item.attribute(QStringLiteral("Text")) == QLatin1String("SetAsDefaultViewer"))
-            data.bSetAsDefaultViewer = item.attribute(QStringLiteral("Disable")) == QLatin1String("0");
-    }
-}
-
-void readRibbon(const QDomElement &section, EditorXmlData &data)
-{
-    if (section.isNull())
+    if (parent.isNull())
         return;
-    data.elemRibbonCategory = keptElement(section.firstChildElement(QStringLiteral("RibbonUI")));
-    CCommon::printDomElement(QStringLiteral("CCommon::ParseXml ribbon category"), data.elemRibbonCategory);
-}
-
-void readQuickAccessBar(const QDomElement &section, EditorXmlData &data)
-{
-    if (section.isNull())
-        return;
-    data.elemQuickAccessBar = keptElement(section.firstChildElement(QStringLiteral("QuickAccessBar")));
-    CCommon::printDomElement(QStringLiteral("CCommon::ParseXml element"), data.elemQuickAccessBar);
+    QDomElement &element = elementOf(settingIn(section), data);
+    element = keptElement(parent.firstChildElement(elementName(section)));
+    CCommon::printDomElement(tag, element);
 }
 
 bool loadForImport(const QString &path, QDomDocument &document)
@@ -81,20 +72,15 @@ bool canBeOpened(const QString &path)
 
 } // namespace
 
-QStringList ConfigDocument::sectionNames()
-{
-    return {QStringLiteral("Preferences"), QStringLiteral("Plugins"), QStringLiteral("Installation_Options"),
-            QStringLiteral("RibbonSetRibbonCategory"), QStringLiteral("RibbonSetTabElements")};
-}
-
 void ConfigDocument::apply(const QDomDocument &document, EditorXmlData &data)
 {
+    // In the order of Setting::Section.
     const QVector<QDomElement> sections = XmlTree::firstNamed(document.documentElement(), sectionNames());
-    readPreferences(sections.at(0), data);
+    readItems(sections.at(0), Section::Preferences, data);
     readPlugins(sections.at(1), data);
-    readInstallation(sections.at(2), data);
-    readRibbon(sections.at(3), data);
-    readQuickAccessBar(sections.at(4), data);
+    readItems(sections.at(2), Section::Installation, data);
+    readElement(sections.at(3), Section::Ribbon, QStringLiteral("CCommon::ParseXml ribbon category"), data);
+    readElement(sections.at(4), Section::QuickAccessBar, QStringLiteral("CCommon::ParseXml element"), data);
 }
 
 bool CCommon::ParseXml(const QString &path, EditorXmlData *pData)

@@ -1,15 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/CCommon.h"
 #include "config/DefaultPlugins.h"
-#include "config/DocumentSettings.h"
 #include "config/EditorXmlData.h"
 #include "config/Logging.h"
+#include "config/SettingItems.h"
 #include "config/XmlTree.h"
 
 #include <QDomDocument>
 #include <QFile>
 
 namespace {
+
+using Section = Setting::Section;
+
+const QString textAttribute = QStringLiteral("Text");
 
 QDomElement appendElement(QDomDocument &document, QDomElement parent, const QString &tagName)
 {
@@ -29,44 +33,62 @@ QDomElement appendRoot(QDomDocument &document, bool editor)
     return root;
 }
 
-QString builderValue(const DocumentSetting &setting)
+/// What stands there until the record's values are filled in.
+QString firstText(const Setting &setting, const EditorXmlData &settings)
 {
-    return setting.builderValue ? setting.builderValue(theEditorXmlData).value_or(QString()) : QString();
+    switch (setting.document.written) {
+    case Setting::Written::EmptyThenFilled:
+        return {};
+    case Setting::Written::ZeroThenFilled:
+        return QStringLiteral("0");
+    case Setting::Written::AtOnce:
+        break;
+    }
+    return setting.document.text(settings).value_or(QString());
 }
 
-void appendPreferences(QDomDocument &document, QDomElement parent)
+void appendItems(QDomDocument &document, const QDomElement &store, Section section,
+                 const EditorXmlData &settings)
 {
-    QDomElement section = appendElement(document, parent, QStringLiteral("Preferences"));
-    QDomElement item;
-    for (const DocumentSetting &setting : documentSettings()) {
-        if (item.attribute(QStringLiteral("Text")) != setting.key) {
-            item = appendElement(document, section, QStringLiteral("Preference"));
-            item.setAttribute(QStringLiteral("Text"), setting.key);
-        }
-        item.setAttribute(setting.attribute, builderValue(setting));
+    const QDomElement parent = appendElement(document, store, sectionName(section));
+    for (const SettingItem &held : documentItems(section)) {
+        QDomElement item = appendElement(document, parent, elementName(section));
+        item.setAttribute(textAttribute, held.key);
+        for (const Setting *setting : held.settings)
+            item.setAttribute(setting->place.attribute, firstText(*setting, settings));
     }
 }
 
-void appendPlugins(QDomDocument &document, QDomElement parent)
+void appendInstallation(QDomDocument &document, const QDomElement &store, const EditorXmlData &settings)
 {
-    QDomElement section = appendElement(document, parent, QStringLiteral("Plugins"));
-    QDomElement item = appendElement(document, section, QStringLiteral("Plugin"));
-    item.setAttribute(QStringLiteral("Text"), QStringLiteral("Plugin"));
-    item.setAttribute(QStringLiteral("UnloadPluginArray"), QString());
+    QDomElement parent = appendElement(document, store, sectionName(Section::Installation));
+    for (const SettingItem &held : documentItems(Section::Installation)) {
+        QStringList attributes;
+        for (const Setting *setting : held.settings)
+            attributes += setting->place.attribute + QLatin1Char(':') + firstText(*setting, settings);
+        attributes += textAttribute + QLatin1Char(':') + held.key;
+        CCommon::CreateItem(elementName(Section::Installation), attributes, document, parent);
+    }
 }
 
-void appendInstallation(QDomDocument &document, QDomElement parent)
+void fill(const Setting &setting, const QDomNamedNodeMap &attributes, const EditorXmlData &settings)
 {
-    QDomElement section = appendElement(document, parent, QStringLiteral("Installation_Options"));
-    const QString disable =
-        theEditorXmlData.bSetAsDefaultViewer ? QStringLiteral("Disable:0") : QStringLiteral("Disable:1");
-    CCommon::CreateItem(QStringLiteral("Installation_Option"),
-                        {disable, QStringLiteral("Text:SetAsDefaultViewer")}, document, section);
+    if (setting.document.written == Setting::Written::AtOnce)
+        return;
+    const std::optional<QString> text = setting.document.text(settings);
+    QDomNode attribute = attributes.namedItem(setting.place.attribute);
+    if (text && !attribute.isNull())
+        attribute.setNodeValue(*text);
 }
 
 QDomElement firstNamed(const QDomDocument &document, const QString &tagName)
 {
     return document.elementsByTagName(tagName).at(0).toElement();
+}
+
+QDomElement firstOf(const QDomDocument &document, Section section)
+{
+    return firstNamed(document, sectionName(section));
 }
 
 /// Only an Editor document carries the product's version; the products read it that way.
@@ -81,13 +103,18 @@ void setEditorVersion(const QDomDocument &document, const QString &version)
 
 void CCommon::EditorXmlCreateEmptyXml(QDomDocument &document, bool bEditor)
 {
+    EditorXmlCreateEmptyXml(document, bEditor, theEditorXmlData);
+}
+
+void CCommon::EditorXmlCreateEmptyXml(QDomDocument &document, bool bEditor, const EditorXmlData &settings)
+{
     const QDomElement root = appendRoot(document, bEditor);
     const QDomElement store = appendElement(document, root, QStringLiteral("Profstore"));
-    appendPreferences(document, store);
-    appendPlugins(document, store);
-    appendInstallation(document, store);
-    appendElement(document, store, QStringLiteral("RibbonSetRibbonCategory"));
-    appendElement(document, store, QStringLiteral("RibbonSetTabElements"));
+    appendItems(document, store, Section::Preferences, settings);
+    appendItems(document, store, Section::Plugins, settings);
+    appendInstallation(document, store, settings);
+    appendElement(document, store, sectionName(Section::Ribbon));
+    appendElement(document, store, sectionName(Section::QuickAccessBar));
 }
 
 void CCommon::CreateItem(const QString &tagName, const QStringList &attributes, QDomDocument &document,
@@ -104,50 +131,69 @@ void CCommon::CreateItem(const QString &tagName, const QStringList &attributes, 
 
 void CCommon::EditorXmlSavePreferences(QDomDocument &document, const QString &version)
 {
-    const QDomElement section = firstNamed(document, QStringLiteral("Preferences"));
+    EditorXmlSavePreferences(document, version, theEditorXmlData);
+}
+
+void CCommon::EditorXmlSavePreferences(QDomDocument &document, const QString &version,
+                                       const EditorXmlData &settings)
+{
+    const QDomElement section = firstOf(document, Section::Preferences);
     if (!section.hasChildNodes())
         return;
     for (QDomElement item = section.firstChildElement(); !item.isNull(); item = item.nextSiblingElement()) {
-        if (item.hasAttribute(QStringLiteral("Text")))
-            EditorXmlFillPreValue(item.attribute(QStringLiteral("Text")), item.attributes());
+        if (item.hasAttribute(textAttribute))
+            EditorXmlFillPreValue(item.attribute(textAttribute), item.attributes(), settings);
     }
     setEditorVersion(document, version);
 }
 
 void CCommon::EditorXmlFillPreValue(const QString &text, const QDomNamedNodeMap &attributes)
 {
-    for (const DocumentSetting &setting : documentSettings()) {
-        if (!setting.fillValue || text.compare(setting.key, Qt::CaseInsensitive) != 0)
+    EditorXmlFillPreValue(text, attributes, theEditorXmlData);
+}
+
+void CCommon::EditorXmlFillPreValue(const QString &text, const QDomNamedNodeMap &attributes,
+                                    const EditorXmlData &settings)
+{
+    for (const SettingItem &known : documentItems(Section::Preferences)) {
+        if (text.compare(known.key, Qt::CaseInsensitive) != 0)
             continue;
-        const std::optional<QString> value = setting.fillValue(theEditorXmlData);
-        QDomNode attribute = attributes.namedItem(setting.attribute);
-        if (value && !attribute.isNull())
-            attribute.setNodeValue(*value);
+        for (const Setting *setting : known.settings)
+            fill(*setting, attributes, settings);
     }
 }
 
 void CCommon::EditorXmlSavePlugins(QDomDocument &document)
 {
-    QDomElement item = firstNamed(document, QStringLiteral("Plugins")).firstChild().toElement();
-    if (item.hasAttribute(QStringLiteral("UnloadPluginArray")))
-        item.setAttribute(QStringLiteral("UnloadPluginArray"), theEditorXmlData.strUnloadPluginArray);
+    EditorXmlSavePlugins(document, theEditorXmlData);
+}
+
+void CCommon::EditorXmlSavePlugins(QDomDocument &document, const EditorXmlData &settings)
+{
+    const QDomElement item = firstOf(document, Section::Plugins).firstChild().toElement();
+    fill(settingIn(Section::Plugins), item.attributes(), settings);
 }
 
 void CCommon::EditorXmlSaveInstallation(QDomDocument &document, const QString &version)
 {
-    if (!firstNamed(document, QStringLiteral("Installation_Options")).isNull())
+    if (!firstOf(document, Section::Installation).isNull())
         setEditorVersion(document, version);
 }
 
 void CCommon::EditorXmlSaveRibbonSet(QDomDocument &document)
 {
-    if (theEditorXmlData.elemRibbonCategory.isNull())
+    EditorXmlSaveRibbonSet(document, theEditorXmlData);
+}
+
+void CCommon::EditorXmlSaveRibbonSet(QDomDocument &document, const EditorXmlData &settings)
+{
+    if (settings.elemRibbonCategory.isNull())
         return;
     // Both are looked for first: an imported ribbon may hold elements of their names.
-    QDomElement ribbonSection = firstNamed(document, QStringLiteral("RibbonSetRibbonCategory"));
-    QDomElement barSection = firstNamed(document, QStringLiteral("RibbonSetTabElements"));
-    ribbonSection.appendChild(document.importNode(theEditorXmlData.elemRibbonCategory, true));
-    barSection.appendChild(document.importNode(theEditorXmlData.elemQuickAccessBar, true));
+    QDomElement ribbonSection = firstOf(document, Section::Ribbon);
+    QDomElement barSection = firstOf(document, Section::QuickAccessBar);
+    ribbonSection.appendChild(document.importNode(settings.elemRibbonCategory, true));
+    barSection.appendChild(document.importNode(settings.elemQuickAccessBar, true));
 }
 
 QList<_EditorXmlPuginData_> CCommon::EditorXmlReadPluginsTemplate(bool bEditor)

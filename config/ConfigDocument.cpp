@@ -2,7 +2,7 @@
 #include "config/ConfigDocument.h"
 
 #include "config/CCommon.h"
-#include "config/RecordFields.h"
+#include "config/KeptElement.h"
 #include "config/XmlMarkup.h"
 #include "config/XmlTree.h"
 #include "core/SafeFile.h"
@@ -53,14 +53,14 @@ bool ConfigDocument::load(const QString &path, QDomDocument &document, QString *
     return readBounded(path, limits.bytes, bytes, error) && XmlTree::read(bytes, document, error, limits);
 }
 
-QDomDocument ConfigDocument::fromRecord(bool editor, const QString &version)
+QDomDocument ConfigDocument::fromSettings(const EditorXmlData &settings, bool editor, const QString &version)
 {
     QDomDocument document;
-    CCommon::EditorXmlCreateEmptyXml(document, editor);
-    CCommon::EditorXmlSavePreferences(document, version);
-    CCommon::EditorXmlSavePlugins(document);
+    CCommon::EditorXmlCreateEmptyXml(document, editor, settings);
+    CCommon::EditorXmlSavePreferences(document, version, settings);
+    CCommon::EditorXmlSavePlugins(document, settings);
     CCommon::EditorXmlSaveInstallation(document, version);
-    CCommon::EditorXmlSaveRibbonSet(document);
+    CCommon::EditorXmlSaveRibbonSet(document, settings);
     return document;
 }
 

@@ -5,7 +5,6 @@
 #include "core/SafeFile.h"
 
 #include <QByteArray>
-#include <QStringList>
 
 struct EditorXmlData;
 class QDomDocument;
@@ -22,15 +21,11 @@ constexpr qint64 maximumImportBytes = 1024 * 1024;
 bool load(const QString &path, QDomDocument &document, QString *error = nullptr,
           const XmlStream::Limits &limits = {});
 
-/// The elements that hold settings, each the first of its name below the root: preferences, plug-ins,
-/// installation options, ribbon, quick-access bar.
-QStringList sectionNames();
-
 /// Overlays the record with what the document says; what the document does not mention stays.
 void apply(const QDomDocument &document, EditorXmlData &data);
 
-/// The document of the live record for a product; `version` is the product's version.
-QDomDocument fromRecord(bool editor, const QString &version);
+/// The document of the settings for a product; `version` is the product's version.
+QDomDocument fromSettings(const EditorXmlData &settings, bool editor, const QString &version);
 
 /// The document as UTF-8 with an XML declaration, an indent of 4 spaces and sorted attributes, so that equal
 /// documents are equal files. Empty for what load() would refuse or read otherwise.

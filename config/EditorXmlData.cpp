@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/EditorXmlData.h"
 
-#include "config/RecordFields.h"
+#include "config/Settings.h"
 
 #include <algorithm>
 
@@ -9,17 +9,10 @@ EditorXmlData theEditorXmlData;
 
 void EditorXmlData::Clear()
 {
-    const EditorXmlData defaults;
-    bShowStartPage = defaults.bShowStartPage;
-    bRemoveAdvertise = defaults.bRemoveAdvertise;
-    strDisableOpenSaveFileAttach = defaults.strDisableOpenSaveFileAttach;
-    nFileAttachmentsMode = defaults.nFileAttachmentsMode;
-    strBuiltInPermList = defaults.strBuiltInPermList;
-    strUnloadPluginArray = defaults.strUnloadPluginArray;
-    bMIPCheckPolicySet = defaults.bMIPCheckPolicySet;
-    nMIPCheckPolicyOnDocSave = defaults.nMIPCheckPolicyOnDocSave;
-    elemRibbonCategory = {};
-    elemQuickAccessBar = {};
+    for (const Setting &setting : settings()) {
+        if (setting.isCollectedAnew)
+            reset(setting, *this);
+    }
 }
 
 bool operator==(const ProfilePayloadInfo &first, const ProfilePayloadInfo &second)
@@ -32,8 +25,7 @@ bool operator==(const ProfilePayloadInfo &first, const ProfilePayloadInfo &secon
 
 bool operator==(const EditorXmlData &first, const EditorXmlData &second)
 {
-    const auto &fields = recordFields();
     return first.payloadInfo == second.payloadInfo &&
-           std::all_of(fields.begin(), fields.end(),
-                       [&](const RecordField &field) { return sameValue(field, first, second); });
+           std::all_of(settings().begin(), settings().end(),
+                       [&](const Setting &setting) { return sameValue(setting, first, second); });
 }

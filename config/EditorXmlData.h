@@ -14,8 +14,8 @@ struct ProfilePayloadInfo
     QString PayloadDescription;
 };
 
-/// Every setting of a deployment. Each output is made from this record and each input is read into
-/// it; a record as constructed holds the defaults.
+/// Every setting of a deployment. Each output is made from such a record and each input is read into one; a
+/// record as constructed holds the defaults. What is known of each setting stands in config/Settings.
 struct EditorXmlData
 {
     bool bShowStartPage = true;    ///< show the start page at launch
@@ -60,7 +60,7 @@ inline bool operator!=(const EditorXmlData &first, const EditorXmlData &second)
     return !(first == second);
 }
 
-/// The one live record of this process, which every window and output works on. It exists from before
-/// `main` until after it. It has no lock: it belongs to the user-interface thread, except while a
-/// package build runs, when it belongs to the worker.
+/// The live record of the window and its pages, which nobody else writes. It exists from before `main` until
+/// after it. It has no lock: it belongs to the user-interface thread, except while a package build collects
+/// its settings, when it belongs to the worker.
 extern EditorXmlData theEditorXmlData;

@@ -9,4 +9,4 @@
 /// unknown ones last; a ribbon or quick-access bar that is as shipped becomes an empty element. Unlike the
 /// window, it carries on what only a document can say: an attachment mode as a number or as "Enabled" or
 /// "Disabled", and values that no control offers.
-EditorXmlData settingsForProduct(EditorXmlData settings, bool editor);
+EditorXmlData settingsForProduct(EditorXmlData data, bool editor);

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/UnreadSettings.h"
 
-#include "config/ConfigDocument.h"
-#include "config/DocumentSettings.h"
+#include "config/SettingItems.h"
 #include "config/XmlTree.h"
 
 #include <QDomDocument>
@@ -17,6 +16,8 @@ const QString textAttribute = QStringLiteral("Text");
 
 /// Each look at the attributes costs the square of their number.
 constexpr int enough = 1000;
+
+using Section = Setting::Section;
 
 QString shortened(const QString &text)
 {
@@ -34,6 +35,21 @@ QString described(const QDomElement &element)
     return parent.isEmpty() ? name : QStringLiteral("%1 in %2").arg(name, shortened(parent));
 }
 
+/// The attributes that are read of the items of a section.
+using AttributesByKey = QHash<QString, QStringList>;
+
+AttributesByKey attributesByKey(Section section)
+{
+    AttributesByKey known;
+    for (const SettingItem &item : documentItems(section)) {
+        QStringList &attributes = known[item.key];
+        attributes += textAttribute;
+        for (const Setting *setting : item.settings)
+            attributes += setting->place.attribute;
+    }
+    return known;
+}
+
 /// Walks over a document as its reader does.
 class Walk
 {
@@ -43,56 +59,56 @@ public:
     QStringList unread;
 
 private:
-    /// Reads a section's contents; false when the child is not read.
+    /// Reads one of a section's contents; false when the child is not read.
     using ReadChild = bool (Walk::*)(const QDomElement &child);
-    struct Section
+    struct Part
     {
         QDomElement element;
         ReadChild readChild;
     };
 
-    const Section *sectionAt(const QDomElement &element) const;
+    const Part *partAt(const QDomElement &element) const;
     bool visit(const QDomElement &element);
     bool visitChildren(const QDomElement &element);
-    void readSection(const Section &section);
+    void readPart(const Part &part);
     bool readPreference(const QDomElement &item);
-    bool readPlugin(const QDomElement &item);
     bool readInstallationOption(const QDomElement &item);
+    bool readItem(const AttributesByKey &items, const QDomElement &item);
+    bool readPlugin(const QDomElement &item);
     bool readRibbon(const QDomElement &element);
     bool readQuickAccessBar(const QDomElement &element);
     void requireAttributes(const QDomElement &element, const QStringList &known);
 
-    std::array<Section, 5> m_sections;
-    QHash<QString, QStringList> m_preferences; ///< by key, the attributes that are read
+    std::array<Part, 5> m_parts;
+    AttributesByKey m_preferences = attributesByKey(Section::Preferences);
+    AttributesByKey m_installation = attributesByKey(Section::Installation);
 };
 
 Walk::Walk(const QDomElement &root)
 {
-    const QVector<QDomElement> sections = XmlTree::firstNamed(root, ConfigDocument::sectionNames());
-    m_sections = {{{sections.at(0), &Walk::readPreference},
-                   {sections.at(1), &Walk::readPlugin},
-                   {sections.at(2), &Walk::readInstallationOption},
-                   {sections.at(3), &Walk::readRibbon},
-                   {sections.at(4), &Walk::readQuickAccessBar}}};
-    for (const DocumentSetting &setting : documentSettings())
-        m_preferences[setting.key] += {textAttribute, setting.attribute};
+    const QVector<QDomElement> sections = XmlTree::firstNamed(root, sectionNames());
+    m_parts = {{{sections.at(0), &Walk::readPreference},
+                {sections.at(1), &Walk::readPlugin},
+                {sections.at(2), &Walk::readInstallationOption},
+                {sections.at(3), &Walk::readRibbon},
+                {sections.at(4), &Walk::readQuickAccessBar}}};
     requireAttributes(root,
                       {QStringLiteral("version"), QStringLiteral("Edition"), QStringLiteral("XMLversion")});
     visitChildren(root);
 }
 
-const Walk::Section *Walk::sectionAt(const QDomElement &element) const
+const Walk::Part *Walk::partAt(const QDomElement &element) const
 {
-    const auto found = std::find_if(m_sections.begin(), m_sections.end(),
-                                    [&](const Section &section) { return section.element == element; });
-    return found == m_sections.end() ? nullptr : &*found;
+    const auto found = std::find_if(m_parts.begin(), m_parts.end(),
+                                    [&](const Part &part) { return part.element == element; });
+    return found == m_parts.end() ? nullptr : &*found;
 }
 
 /// True when the element is a section, or there is one below.
 bool Walk::visit(const QDomElement &element)
 {
-    if (const Section *section = sectionAt(element)) {
-        readSection(*section);
+    if (const Part *part = partAt(element)) {
+        readPart(*part);
         return true;
     }
     const int before = unread.size();
@@ -117,20 +133,30 @@ bool Walk::visitChildren(const QDomElement &element)
     return leadsToASection;
 }
 
-void Walk::readSection(const Section &section)
+void Walk::readPart(const Part &part)
 {
-    requireAttributes(section.element, {});
-    for (QDomElement child = section.element.firstChildElement(); !child.isNull();
+    requireAttributes(part.element, {});
+    for (QDomElement child = part.element.firstChildElement(); !child.isNull();
          child = child.nextSiblingElement()) {
-        if (!sectionAt(child) && !(this->*section.readChild)(child))
+        if (!partAt(child) && !(this->*part.readChild)(child))
             unread.append(described(child));
     }
 }
 
 bool Walk::readPreference(const QDomElement &item)
 {
-    const auto known = m_preferences.constFind(item.attribute(textAttribute));
-    if (known == m_preferences.constEnd())
+    return readItem(m_preferences, item);
+}
+
+bool Walk::readInstallationOption(const QDomElement &item)
+{
+    return readItem(m_installation, item);
+}
+
+bool Walk::readItem(const AttributesByKey &items, const QDomElement &item)
+{
+    const auto known = items.constFind(item.attribute(textAttribute));
+    if (known == items.constEnd())
         return false;
     requireAttributes(item, *known);
     return true;
@@ -138,27 +164,19 @@ bool Walk::readPreference(const QDomElement &item)
 
 bool Walk::readPlugin(const QDomElement &item)
 {
-    requireAttributes(item, {textAttribute, QStringLiteral("UnloadPluginArray")});
-    return true;
-}
-
-bool Walk::readInstallationOption(const QDomElement &item)
-{
-    if (item.attribute(textAttribute) != QLatin1String("SetAsDefaultViewer"))
-        return false;
-    requireAttributes(item, {textAttribute, QStringLiteral("Disable")});
+    requireAttributes(item, {textAttribute, settingIn(Section::Plugins).place.attribute});
     return true;
 }
 
 bool Walk::readRibbon(const QDomElement &element)
 {
-    const QString tag = QStringLiteral("RibbonUI");
+    const QString tag = elementName(Section::Ribbon);
     return element.tagName() == tag && element.previousSiblingElement(tag).isNull();
 }
 
 bool Walk::readQuickAccessBar(const QDomElement &element)
 {
-    const QString tag = QStringLiteral("QuickAccessBar");
+    const QString tag = elementName(Section::QuickAccessBar);
     if (element.tagName() != tag || !element.previousSiblingElement(tag).isNull())
         return false;
     requireAttributes(element, {});

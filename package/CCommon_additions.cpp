@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/CCommon.h"
 #include "config/ConfigDocument.h"
+#include "config/EditorXmlData.h"
 #include "core/Command.h"
 #include "core/SafeFile.h"
 #include "package/BuildPaths.h"
@@ -64,10 +65,17 @@ bool addDefaultViewerTool(const QString &scripts, QString *error)
 
 } // namespace
 
-bool CCommon::EditorXmlConfigfileToPkg(QString pkgDir, bool bEditor, const QString &xmlPath, QString *error,
+bool CCommon::EditorXmlConfigfileToPkg(QString pkgDir, bool bEditor, const QString &xmlPath, QString *error)
+{
+    return EditorXmlConfigfileToPkg(pkgDir, bEditor, xmlPath, theEditorXmlData, error);
+}
+
+bool CCommon::EditorXmlConfigfileToPkg(QString pkgDir, bool bEditor, const QString &xmlPath,
+                                       const EditorXmlData &settings, QString *error,
                                        SafeFile::Lasting lasting)
 {
-    const QDomDocument document = ConfigDocument::fromRecord(bEditor, GetAppVersion(pkgDir, bEditor));
+    const QDomDocument document =
+        ConfigDocument::fromSettings(settings, bEditor, GetAppVersion(pkgDir, bEditor));
     const QString path = xmlPath.isEmpty() ? temporaryDocumentPath() : xmlPath;
     QString cause;
     if (!ConfigDocument::save(document, path, &cause, lasting))

@@ -24,11 +24,6 @@
 
 namespace {
 
-bool isWanted(const std::function<bool()> &question)
-{
-    return question && question();
-}
-
 /// What the build edits must be there and must not be links that lead out of the package.
 bool checkComponent(const QString &component, bool editor, QString *problem)
 {
@@ -95,8 +90,7 @@ private:
     PackageInspection m_inspection;
     std::optional<qint64> m_sourceDate;
     std::optional<ReplacedDocument> m_replacedDocument;
-    bool m_wantsDefaultViewer = false;
-    bool m_wantsIManageLogin = false;
+    PackageSettings m_settings;
 };
 
 Build::Build(const BuildPlan &plan, BuildReport &report)
@@ -155,7 +149,7 @@ bool Build::inspect(QString *problem)
 bool Build::collectSettings(QString *)
 {
     if (m_plan.collectSettings)
-        m_plan.collectSettings();
+        m_settings = m_plan.collectSettings();
     return true;
 }
 
@@ -167,20 +161,19 @@ bool Build::addDocument(QString *problem)
     if (!problem->isEmpty())
         return false;
     const bool isKept = m_plan.keepsDocument && !m_plan.documentPath.isEmpty();
-    return CCommon::EditorXmlConfigfileToPkg(m_component, m_plan.editor, m_files.document, problem,
+    return CCommon::EditorXmlConfigfileToPkg(m_component, m_plan.editor, m_files.document,
+                                             m_settings.document, problem,
                                              isKept ? SafeFile::Lasting::Yes : SafeFile::Lasting::No);
 }
 
 bool Build::makeDefaultViewer(QString *problem)
 {
-    m_wantsDefaultViewer = isWanted(m_plan.wantsDefaultViewer);
-    return !m_wantsDefaultViewer || CCommon::SetDefaultPDF(m_component, problem);
+    return !m_settings.wantsDefaultViewer || CCommon::SetDefaultPDF(m_component, problem);
 }
 
 bool Build::addIManageLogin(QString *problem)
 {
-    m_wantsIManageLogin = isWanted(m_plan.wantsIManageLogin);
-    return !m_wantsIManageLogin ||
+    return !m_settings.wantsIManageLogin ||
            CCommon::RegistryToPkg(QStringLiteral("iManage10/loginMethod"), QStringLiteral("UseOAuth2"),
                                   QStringLiteral("1"), m_component, m_plan.editor, problem);
 }
@@ -194,7 +187,8 @@ bool Build::adaptScripts(QString *problem)
     scripts.postinstallProblem.clear();
     CCommon::AdaptPreInstallForIntune(m_component, m_plan.editor, &scripts.preinstallProblem);
     CCommon::AdaptPostInstallForIntune(m_component, m_plan.editor, &scripts.postinstallProblem);
-    m_report.warnings = warningsAbout(m_inspection, m_wantsDefaultViewer, m_wantsIManageLogin);
+    m_report.warnings =
+        warningsAbout(m_inspection, m_settings.wantsDefaultViewer, m_settings.wantsIManageLogin);
     if (m_plan.insistsOnScripts)
         *problem = lostScript(inspected, scripts);
     return problem->isEmpty();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "config/EditorXmlData.h"
 #include "package/PackageInspection.h"
 
 #include <QList>
@@ -12,6 +13,14 @@
 #include <vector>
 
 class OutputFile;
+
+/// What a package is customized with.
+struct PackageSettings
+{
+    EditorXmlData document;
+    bool wantsDefaultViewer = false; ///< make the product the default PDF viewer
+    bool wantsIManageLogin = false;  ///< add the iManage sign-in entry
+};
 
 /// One build of a customized package, as the window and the command line ask for it.
 struct BuildPlan
@@ -32,11 +41,8 @@ struct BuildPlan
     std::optional<bool> isSignedByVendor;
     bool editor = true;
 
-    /// Brings the live record up to date; called once, after the package has been expanded.
-    std::function<void()> collectSettings;
-    /// Asked after collecting: make the product the default PDF viewer; add the iManage sign-in entry.
-    std::function<bool()> wantsDefaultViewer;
-    std::function<bool()> wantsIManageLogin;
+    /// Called once, after the package has been expanded; without it the package gets the defaults.
+    std::function<PackageSettings()> collectSettings;
 };
 
 /// How a build ended.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "pages/CTabWidget.h"
+#include "pages/WidgetProperty.h"
 
 #include <QPointer>
 
@@ -36,8 +37,9 @@ public:
     }
 
 protected:
-    /// Sets the page's controls from the record.
-    virtual void fillPage(Page &page, const EditorXmlData &data) = 0;
+    /// Sets the page's controls from the record: those that the table of settings names. A page that shows
+    /// settings in another way adds them.
+    virtual void fillPage(Page &page, const EditorXmlData &data) { fillControls(&page, data); }
 
     /// A new page without a parent.
     virtual Page *makePage() const

@@ -20,6 +20,8 @@ inline NSString *toNSString(const QString &text)
     return [[copy autorelease] substringFromIndex:1];
 }
 
+inline NSString *toNSString(QLatin1String text) { return toNSString(QString(text)); }
+
 /// A copy of the text; nil gives a null string.
 inline QString toQString(NSString *text)
 {

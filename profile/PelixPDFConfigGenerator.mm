@@ -4,7 +4,7 @@
 #include "profile/PelixPDFConfigGenerator.h"
 
 #include "config/EditorXmlData.h"
-#include "config/RecordFields.h"
+#include "config/Settings.h"
 #include "core/Command.h"
 #include "core/PrintableText.h"
 #include "profile/CocoaLog.h"

@@ -3,7 +3,7 @@
 
 #include "profile/ProfileDictionary.h"
 
-#include "config/EditorXmlData.h"
+#include "config/SettingItems.h"
 #include "profile/FreshUuid.h"
 #include "profile/ProfileProduct.h"
 #include "profile/PropertyListBridge.h"
@@ -11,66 +11,46 @@
 namespace
 {
 
-NSString *digit(bool on) { return on ? @"1" : @"0"; }
-
 NSDictionary *single(NSString *key, id value) { return [NSDictionary dictionaryWithObject:value forKey:key]; }
 
-NSDictionary *preference(NSString *text, NSString *key, id value)
+id toObject(const std::variant<QString, int> &value)
 {
-    return single(@"Preference", [NSDictionary dictionaryWithObjectsAndKeys:text, @"Text", value, key, nil]);
+    if (const int *number = std::get_if<int>(&value))
+        return [NSNumber numberWithInt:*number];
+    return toNSString(std::get<QString>(value));
 }
 
-/// An unset policy is the empty text; see EmptyPolicy for what it reads as.
-id policyOnSave(const EditorXmlData &data)
+NSDictionary *dictionaryOf(const SettingItem &item, const EditorXmlData &data)
 {
-    if (!data.bMIPCheckPolicySet)
-        return @"";
-    return [NSNumber numberWithInt:data.nMIPCheckPolicyOnDocSave];
+    NSMutableDictionary *members = [NSMutableDictionary dictionaryWithObject:toNSString(item.key)
+                                                                      forKey:@"Text"];
+    for (const Setting *setting : item.settings)
+        [members setObject:toObject(setting->profile.value(data))
+                    forKey:toNSString(setting->place.attribute)];
+    return members;
 }
 
-NSDictionary *attachmentPermissions(const EditorXmlData &data)
+NSArray *itemsOf(Setting::Section section, const EditorXmlData &data)
 {
-    NSString *mode = toNSString(QString::number(data.nFileAttachmentsMode));
-    return single(@"Preference",
-                  [NSDictionary dictionaryWithObjectsAndKeys:@"DefaultLaunchAttachmentPerms", @"Text",
-                                                             digit(data.bDisableOpenFileAll), @"Mode", mode,
-                                                             @"DisableOpenSaveFileAttach",
-                                                             toNSString(data.strBuiltInPermList),
-                                                             @"BuiltInPermList", nil]);
+    NSMutableArray *items = [NSMutableArray array];
+    for (const SettingItem &item : profileItems(section))
+        [items addObject:single(toNSString(elementName(section)), dictionaryOf(item, data))];
+    return items;
 }
 
-NSArray *preferences(const EditorXmlData &data)
+NSDictionary *ribbonOf(Setting::Section section, const EditorXmlData &data)
 {
-    return [NSArray
-        arrayWithObjects:preference(@"StartPage", @"Mode", digit(data.bShowStartPage)),
-                         preference(@"Advertise", @"Disable", digit(data.bRemoveAdvertise)),
-                         preference(@"bMIPCheckPolicyOnDocSave", @"Mode", policyOnSave(data)),
-                         preference(@"AuthLibrary", @"Mode", digit(data.nAuthLibrary == 1)),
-                         attachmentPermissions(data),
-                         preference(@"HideMyApps", @"Mode", digit(data.bHideMyApps)),
-                         preference(@"iManage10loginMethod", @"UseOAuth2", digit(data.bUseOAuth2)),
-                         preference(@"LoginDomain", @"String", toNSString(data.strLoginDomain)),
-                         preference(@"LoginDomainList", @"String", toNSString(data.strLoginDomainList)),
-                         preference(@"SupportExtSSO", @"Mode", digit(data.bSupportExtSSO)), nil];
-}
-
-NSArray *plugins(const EditorXmlData &data)
-{
-    NSDictionary *plugin =
-        [NSDictionary dictionaryWithObjectsAndKeys:@"Plugin", @"Text", toNSString(data.strUnloadPluginArray),
-                                                   @"UnloadPluginArray", nil];
-    return [NSArray arrayWithObject:single(@"Plugin", plugin)];
+    const QDomElement &element = elementOf(settingIn(section), data);
+    return single(toNSString(elementName(section)), QDomElementToNSDictionary(element));
 }
 
 NSDictionary *settingsPayload(const EditorXmlData &data, bool editor)
 {
     NSMutableDictionary *payload = [NSMutableDictionary dictionary];
-    [payload setObject:preferences(data) forKey:@"Preferences"];
-    [payload setObject:plugins(data) forKey:@"Plugins"];
-    [payload setObject:single(@"RibbonUI", QDomElementToNSDictionary(data.elemRibbonCategory))
-                forKey:@"RibbonSetRibbonCategory"];
-    [payload setObject:single(@"QuickAccessBar", QDomElementToNSDictionary(data.elemQuickAccessBar))
-                forKey:@"RibbonSetTabElements"];
+    for (const auto section : {Setting::Section::Preferences, Setting::Section::Plugins})
+        [payload setObject:itemsOf(section, data) forKey:toNSString(sectionName(section))];
+    for (const auto section : {Setting::Section::Ribbon, Setting::Section::QuickAccessBar})
+        [payload setObject:ribbonOf(section, data) forKey:toNSString(sectionName(section))];
     [payload setObject:toNSString(freshUuid()) forKey:@"PayloadUUID"];
     [payload setObject:toNSString(ProfileProduct::settingsType(editor)) forKey:@"PayloadType"];
     [payload setObject:toNSString(ProfileProduct::bundleIdentifier(editor)) forKey:@"PayloadIdentifier"];

@@ -1,104 +1,65 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "profile/ProfileSettings.h"
 
-#include "config/EditorXmlData.h"
+#include "config/SettingItems.h"
+#include "profile/FoundationText.h"
 #include "profile/PropertyListBridge.h"
 #include "profile/PropertyListValues.h"
 
 using ConfigGenerator::EmptyPolicy;
+using Section = Setting::Section;
 
 namespace
 {
 
-void readPolicyOnSave(EditorXmlData &data, NSDictionary *item)
+/// An empty text is what generation writes for what is not set.
+bool isThere(id value, EmptyPolicy emptyPolicy)
 {
-    id mode = memberOf(item, @"Mode");
-    data.bMIPCheckPolicySet = mode != nil && ![mode isKindOfClass:[NSNull class]];
-    data.nMIPCheckPolicyOnDocSave = data.bMIPCheckPolicySet ? integerIn(item, @"Mode") : -1;
+    if (value == nil || [value isKindOfClass:[NSNull class]])
+        return false;
+    return emptyPolicy == EmptyPolicy::Off || ![@"" isEqual:value];
 }
 
-void readAttachmentPermissions(EditorXmlData &data, NSDictionary *item)
+void readValue(const Setting &setting, EditorXmlData &data, NSDictionary *item, EmptyPolicy emptyPolicy)
 {
-    data.bDisableOpenFileAll = integerIn(item, @"Mode") != 0;
-    data.nFileAttachmentsMode = integerIn(item, @"DisableOpenSaveFileAttach");
-    data.strBuiltInPermList = textIn(item, @"BuiltInPermList");
+    NSString *name = toNSString(setting.place.attribute);
+    setting.profile.read(
+        data, {isThere(memberOf(item, name), emptyPolicy), integerIn(item, name), textIn(item, name)});
 }
 
-/// A flag or a text of the record that one key of an item holds.
-template <bool EditorXmlData::*member> void readMode(EditorXmlData &data, NSDictionary *item)
+void readItem(Section section, EditorXmlData &data, NSDictionary *item, EmptyPolicy emptyPolicy)
 {
-    data.*member = integerIn(item, @"Mode") != 0;
-}
-
-template <QString EditorXmlData::*member> void readString(EditorXmlData &data, NSDictionary *item)
-{
-    data.*member = textIn(item, @"String");
-}
-
-struct PreferenceReader {
-    NSString *text;
-    void (*read)(EditorXmlData &data, NSDictionary *item);
-};
-
-const PreferenceReader preferenceReaders[] = {
-    {@"StartPage", readMode<&EditorXmlData::bShowStartPage>},
-    {@"Advertise", [](EditorXmlData &data,
-                      NSDictionary *item) { data.bRemoveAdvertise = integerIn(item, @"Disable") != 0; }},
-    {@"bMIPCheckPolicyOnDocSave", readPolicyOnSave},
-    {@"AuthLibrary", [](EditorXmlData &data,
-                        NSDictionary *item) { data.nAuthLibrary = integerIn(item, @"Mode") == 1 ? 1 : 0; }},
-    {@"DefaultLaunchAttachmentPerms", readAttachmentPermissions},
-    {@"HideMyApps", readMode<&EditorXmlData::bHideMyApps>},
-    {@"iManage10loginMethod",
-     [](EditorXmlData &data, NSDictionary *item) { data.bUseOAuth2 = integerIn(item, @"UseOAuth2") != 0; }},
-    {@"LoginDomain", readString<&EditorXmlData::strLoginDomain>},
-    {@"LoginDomainList", readString<&EditorXmlData::strLoginDomainList>},
-    {@"SupportExtSSO", readMode<&EditorXmlData::bSupportExtSSO>},
-};
-
-/// What generation writes for a policy that is not set.
-bool isEmptyPolicy(NSDictionary *item)
-{
-    return [@"bMIPCheckPolicyOnDocSave" isEqual:memberOf(item, @"Text")] &&
-           [@"" isEqual:memberOf(item, @"Mode")];
-}
-
-void unsetPolicyOnSave(EditorXmlData &data)
-{
-    data.bMIPCheckPolicySet = false;
-    data.nMIPCheckPolicyOnDocSave = -1;
-}
-
-void readPreference(EditorXmlData &data, NSDictionary *item, EmptyPolicy emptyPolicy)
-{
-    id text = memberOf(item, @"Text");
-    for (const PreferenceReader &reader : preferenceReaders) {
-        if ([reader.text isEqual:text])
-            reader.read(data, item);
+    const QString key = textIn(item, @"Text");
+    for (const SettingItem &known : profileItems(section)) {
+        if (key != known.key)
+            continue;
+        for (const Setting *setting : known.settings)
+            readValue(*setting, data, item, emptyPolicy);
     }
-    if (emptyPolicy == EmptyPolicy::NotSet && isEmptyPolicy(item))
-        unsetPolicyOnSave(data);
 }
 
-void readPlugin(EditorXmlData &data, NSDictionary *item)
+void readItems(Section section, EditorXmlData &data, NSDictionary *settings, EmptyPolicy emptyPolicy)
 {
-    if ([@"Plugin" isEqual:memberOf(item, @"Text")])
-        data.strUnloadPluginArray = textIn(item, @"UnloadPluginArray");
+    NSArray *items = arrayIn(settings, toNSString(sectionName(section)));
+    for (NSUInteger i = 0; i < [items count]; ++i)
+        readItem(section, data, dictionaryIn([items objectAtIndex:i], toNSString(elementName(section))),
+                 emptyPolicy);
+}
+
+void readElement(Section section, EditorXmlData &data, NSDictionary *settings)
+{
+    const QLatin1String name = elementName(section);
+    NSDictionary *parent = dictionaryIn(settings, toNSString(sectionName(section)));
+    elementOf(settingIn(section), data) =
+        QDomElementFromNSDictionary(name, dictionaryIn(parent, toNSString(name)));
 }
 
 } // namespace
 
 void fillFromSettings(EditorXmlData &data, NSDictionary *settings, EmptyPolicy emptyPolicy)
 {
-    NSArray *preferences = arrayIn(settings, @"Preferences");
-    for (NSUInteger i = 0; i < [preferences count]; ++i)
-        readPreference(data, dictionaryIn([preferences objectAtIndex:i], @"Preference"), emptyPolicy);
-    NSArray *plugins = arrayIn(settings, @"Plugins");
-    for (NSUInteger i = 0; i < [plugins count]; ++i)
-        readPlugin(data, dictionaryIn([plugins objectAtIndex:i], @"Plugin"));
-
-    NSDictionary *ribbon = dictionaryIn(dictionaryIn(settings, @"RibbonSetRibbonCategory"), @"RibbonUI");
-    data.elemRibbonCategory = QDomElementFromNSDictionary(QStringLiteral("RibbonUI"), ribbon);
-    NSDictionary *bar = dictionaryIn(dictionaryIn(settings, @"RibbonSetTabElements"), @"QuickAccessBar");
-    data.elemQuickAccessBar = QDomElementFromNSDictionary(QStringLiteral("QuickAccessBar"), bar);
+    for (const auto section : {Section::Preferences, Section::Plugins})
+        readItems(section, data, settings, emptyPolicy);
+    for (const auto section : {Section::Ribbon, Section::QuickAccessBar})
+        readElement(section, data, settings);
 }

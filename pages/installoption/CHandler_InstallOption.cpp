@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "pages/installoption/CHandler_InstallOption.h"
 
-#include "config/EditorXmlData.h"
 #include "pages/HelpPage.h"
 
 int CHandler_InstallOption::GetTabId()
@@ -33,9 +32,4 @@ QString CHandler_InstallOption::GetTabIcon()
 QString CHandler_InstallOption::GetInfoName()
 {
     return encodedHelpPage(QStringLiteral("Installation Options.html"));
-}
-
-void CHandler_InstallOption::fillPage(tab_installoption &page, const EditorXmlData &data)
-{
-    page.setDefaultPdfViewer(data.bSetAsDefaultViewer);
 }

@@ -21,7 +21,4 @@ public:
     QString GetTabTooltip() const override;
     QString GetTabIcon() override;
     QString GetInfoName() override;
-
-protected:
-    void fillPage(tab_installoption &page, const EditorXmlData &data) override;
 };

@@ -11,8 +11,3 @@ tab_installoption::tab_installoption(QWidget *parent)
 }
 
 tab_installoption::~tab_installoption() = default;
-
-void tab_installoption::setDefaultPdfViewer(bool on)
-{
-    m_ui->cb_defaultpdf->setChecked(on);
-}

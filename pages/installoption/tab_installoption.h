@@ -17,9 +17,6 @@ public:
     explicit tab_installoption(QWidget *parent = nullptr);
     ~tab_installoption() override;
 
-    /// Sets whether the installer makes the product the default PDF viewer.
-    void setDefaultPdfViewer(bool on);
-
 private:
     const std::unique_ptr<Ui::tab_installoption> m_ui;
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "pages/ribbonset/RibbonTreePage.h"
 
+#include "config/EditorXmlData.h"
 #include "pages/ribbonset/RibbonDefinition.h"
 #include "pages/ribbonset/TreeFilter.h"
 #include "ui_RibbonTreePage.h"
@@ -61,6 +62,11 @@ void RibbonTreePage::showHidden(const QDomElement &fragment)
 {
     const Change change(*this);
     applyFragment(fragment);
+}
+
+void RibbonTreePage::OnBeforeSave()
+{
+    keepIn(theEditorXmlData);
 }
 
 void RibbonTreePage::onItemChanged(QTreeWidgetItem *item, int column)

@@ -12,6 +12,7 @@ class QDomElement;
 class QDomNode;
 class QTreeWidget;
 class QTreeWidgetItem;
+struct EditorXmlData;
 
 /// What both sub-pages of the Ribbon Set page are: a tree of the ribbon, in which what is ticked will be
 /// hidden, below a line that narrows it.
@@ -25,8 +26,11 @@ public:
     /// Makes the tree show what a fragment of a configuration document hides.
     void showHidden(const QDomElement &fragment);
 
-    /// Writes what is ticked into the record. Reads the items only, so that it may run in the build's worker.
-    virtual void OnBeforeSave() = 0;
+    /// Writes what is ticked into the window's live record.
+    void OnBeforeSave();
+
+    /// Writes what is ticked into a record. Reads the items only, so that it may run in the build's worker.
+    virtual void keepIn(EditorXmlData &record) const = 0;
 
 protected:
     RibbonTreePage(const QString &title, const QString &hint, QWidget *parent);

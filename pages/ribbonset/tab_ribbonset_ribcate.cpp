@@ -65,7 +65,7 @@ QDomDocument tab_ribbonset_ribcate::SaveToXml() const
     return ribbonFragment(treeRoot());
 }
 
-void tab_ribbonset_ribcate::OnBeforeSave()
+void tab_ribbonset_ribcate::keepIn(EditorXmlData &record) const
 {
-    theEditorXmlData.elemRibbonCategory = keptElement(SaveToXml().documentElement());
+    record.elemRibbonCategory = keptElement(SaveToXml().documentElement());
 }

@@ -80,7 +80,7 @@ QDomDocument tab_ribbonset_tabelem::SaveToXml() const
     return quickAccessFragment(treeRoot());
 }
 
-void tab_ribbonset_tabelem::OnBeforeSave()
+void tab_ribbonset_tabelem::keepIn(EditorXmlData &record) const
 {
-    theEditorXmlData.elemQuickAccessBar = keptElement(SaveToXml().documentElement());
+    record.elemQuickAccessBar = keptElement(SaveToXml().documentElement());
 }

@@ -16,7 +16,7 @@ public:
     /// What is hidden, as a configuration document says it.
     QDomDocument SaveToXml() const;
 
-    void OnBeforeSave() override;
+    void keepIn(EditorXmlData &record) const override;
 
 private:
     void parseXml(const QDomNode &node, QTreeWidgetItem *parent) override;

@@ -2,6 +2,7 @@
 #include "tests/app/PageControls.h"
 
 #include "app/DlgCustomizationTool_v2.h"
+#include "config/SettingItems.h"
 #include "pages/PXCheckBox.h"
 
 #include <QAbstractButton>
@@ -51,56 +52,62 @@ bool addDomains(const Window &window, QLineEdit *line, const QString &domains)
     return line->text().isEmpty();
 }
 
+/// What a user can give a box or a list of choices; nothing for the other controls.
+QStringList valuesOf(const Setting &setting)
+{
+    QStringList values;
+    const auto shown = setting.control.shown(EditorXmlData());
+    const int count = std::holds_alternative<bool>(shown) ? 2 : static_cast<int>(setting.choices.size());
+    for (int value = 0; value < count; ++value)
+        values += QString::number(value);
+    return values;
+}
+
 } // namespace
 
-QList<PageControls::Setting> PageControls::settingsOf(bool editor)
+QList<PageControls::Entry> PageControls::entriesOf(bool editor)
 {
-    QList<Setting> settings;
-    const auto add = [&settings](const char *control, const QStringList &values) {
+    QList<Entry> entries;
+    const auto add = [&entries](const char *control, const QStringList &values) {
         for (const QString &value : values)
-            settings.append({control, value});
+            entries.append({control, value});
     };
-    const QStringList offAndOn = {QStringLiteral("0"), QStringLiteral("1")};
-    const QStringList three = offAndOn + QStringList(QStringLiteral("2"));
-    for (const char *box : {"checkBox_showStartPg", "cb_UseExternalBrowserForSSO", "rb_disableopenfile_all"})
-        add(box, offAndOn);
-    add("cb_aip_options", three);
-    add("cb_auth_lib_options", offAndOn);
-    add("cb_fileattachmentsMode", three);
+    for (const Setting *setting : settingsInTurns()) {
+        if (editor || !setting->isOnlyForEditor)
+            add(setting->control.name.data(), valuesOf(*setting));
+    }
+    const QStringList three = {QStringLiteral("0"), QStringLiteral("1"), QStringLiteral("2")};
     add("tt_defaultLaunchAttachmentPerms", {QString(), QStringLiteral("version:1|.exe:2|.txt:3")});
     add("listWidget_pluginList", three);
     add("tree 0", three);
     add("tree 1", three);
     if (!editor)
-        return settings;
-    for (const char *box : {"checkBox_removeAdvertise", "cb_biManageLogin", "cb_hidemyapps", "cb_defaultpdf"})
-        add(box, offAndOn);
-    add("cb_allowed_whitelist", {QStringLiteral("1")});
+        return entries;
     add("cb_disallowed_blacklist", {QStringLiteral("1")});
     add("lineEdit_domain", {QStringLiteral("@example.org"), QStringLiteral("@a.example.org;@b.example.org")});
-    return settings;
+    return entries;
 }
 
-bool PageControls::give(const Window &window, const Setting &setting)
+bool PageControls::give(const Window &window, const Entry &entry)
 {
-    const QString name = QLatin1String(setting.control);
+    const QString name = QLatin1String(entry.control);
     if (name.startsWith(QLatin1String("tree ")))
-        return tickInTree(window, name.mid(5).toInt(), setting.value.toInt());
+        return tickInTree(window, name.mid(5).toInt(), entry.value.toInt());
     auto *control = window.findChild<QWidget *>(name);
     if (auto *button = qobject_cast<QAbstractButton *>(control)) {
-        button->setChecked(setting.value == QLatin1String("1"));
+        button->setChecked(entry.value == QLatin1String("1"));
         return true;
     }
     if (auto *combo = qobject_cast<QComboBox *>(control)) {
-        combo->setCurrentIndex(setting.value.toInt());
-        return combo->currentIndex() == setting.value.toInt();
+        combo->setCurrentIndex(entry.value.toInt());
+        return combo->currentIndex() == entry.value.toInt();
     }
     if (auto *text = qobject_cast<QTextEdit *>(control)) {
-        text->setPlainText(setting.value);
+        text->setPlainText(entry.value);
         return true;
     }
     if (auto *list = qobject_cast<QListWidget *>(control))
-        return markPlugin(list, setting.value.toInt());
+        return markPlugin(list, entry.value.toInt());
     auto *line = qobject_cast<QLineEdit *>(control);
-    return line && addDomains(window, line, setting.value);
+    return line && addDomains(window, line, entry.value);
 }

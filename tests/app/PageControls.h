@@ -10,16 +10,16 @@ class DlgCustomizationTool_v2;
 namespace PageControls {
 
 /// One control and the value that a user gives it.
-struct Setting
+struct Entry
 {
     const char *control;
     QString value;
 };
 
 /// Every control of a product's pages with each of its values, and of the long lists some rows.
-QList<Setting> settingsOf(bool editor);
+QList<Entry> entriesOf(bool editor);
 
 /// False when there is no such control or it does not take the value.
-bool give(const DlgCustomizationTool_v2 &window, const Setting &setting);
+bool give(const DlgCustomizationTool_v2 &window, const Entry &entry);
 
 } // namespace PageControls

@@ -2,18 +2,17 @@
 #include "app/DlgCustomizationTool_v2.h"
 #include "app/RegisterPages.h"
 #include "config/EditorXmlData.h"
-#include "config/RecordFields.h"
+#include "config/Settings.h"
 #include "resources/Resources.h"
 #include "tests/app/FakeHandler.h"
+#include "tests/config/SettingOracle.h"
 
 #include <QCheckBox>
 #include <QtTest>
 
-#include <functional>
-
 namespace {
 
-using Change = std::function<void(EditorXmlData &)>;
+using SettingOracle::Change;
 using Handler = std::shared_ptr<FakeHandler>;
 
 /// A window with two fake pages.
@@ -37,8 +36,6 @@ EditorXmlData &record()
 }
 
 } // namespace
-
-Q_DECLARE_METATYPE(Change)
 
 class tst_CollectRecord : public QObject
 {
@@ -123,29 +120,16 @@ void tst_CollectRecord::aControlEntersItsMemberAlone_data()
     QTest::addColumn<QString>("control");
     QTest::addColumn<QVariant>("value");
     QTest::addColumn<Change>("change");
-    const auto row = [](const char *control, const QVariant &value, const Change &change) {
-        QTest::newRow(control) << QString::fromLatin1(control) << value << change;
-    };
-    row("checkBox_showStartPg", true, [](auto &data) { data.bShowStartPage = true; });
-    row("checkBox_removeAdvertise", true, [](auto &data) { data.bRemoveAdvertise = true; });
-    row("cb_hidemyapps", true, [](auto &data) { data.bHideMyApps = true; });
-    row("cb_fileattachmentsMode", 2, [](auto &data) { data.nFileAttachmentsMode = 2; });
-    row("tt_defaultLaunchAttachmentPerms", QStringLiteral("version:1"),
-        [](auto &data) { data.strBuiltInPermList = QStringLiteral("version:1"); });
-    row("rb_disableopenfile_all", true, [](auto &data) { data.bDisableOpenFileAll = true; });
-    row("cb_aip_options", 2, [](auto &data) {
-        data.bMIPCheckPolicySet = true;
-        data.nMIPCheckPolicyOnDocSave = 1;
-    });
-    row("cb_auth_lib_options", 1, [](auto &data) { data.nAuthLibrary = 1; });
-    row("listWidget_pluginList", QStringLiteral("a.dylib;"),
-        [](auto &data) { data.strUnloadPluginArray = QStringLiteral("a.dylib;"); });
-    row("cb_UseExternalBrowserForSSO", true, [](auto &data) { data.bSupportExtSSO = true; });
-    row("cb_biManageLogin", true, [](auto &data) { data.bUseOAuth2 = true; });
-    row("cb_allowed_whitelist", true, [](auto &data) { data.strLoginDomain = QStringLiteral("1"); });
-    row("tableView_domains", QStringLiteral("@a.example"),
-        [](auto &data) { data.strLoginDomainList = QStringLiteral("@a.example"); });
-    row("cb_defaultpdf", true, [](auto &data) { data.bSetAsDefaultViewer = true; });
+    for (const SettingOracle::Row &row : SettingOracle::rows())
+        QTest::newRow(row.control) << QString::fromLatin1(row.control) << row.shown << row.change;
+    // Those whose value above is that of a control that is not there.
+    QTest::newRow("start page") << QStringLiteral("checkBox_showStartPg") << QVariant(true)
+                                << Change([](EditorXmlData &data) { data.bShowStartPage = true; });
+    QTest::newRow("whitelist") << QStringLiteral("cb_allowed_whitelist") << QVariant(true)
+                               << Change(
+                                      [](EditorXmlData &data) { data.strLoginDomain = QStringLiteral("1"); });
+    QTest::newRow("viewer") << QStringLiteral("cb_defaultpdf") << QVariant(true)
+                            << Change([](EditorXmlData &data) { data.bSetAsDefaultViewer = true; });
 }
 
 /// The only one that is not false, zero or empty.
@@ -166,8 +150,8 @@ void tst_CollectRecord::aControlEntersItsMemberAlone()
     expected.bSetAsDefaultViewer = false;
     expected.payloadInfo.PayloadIdentifier = QStringLiteral("kept");
     change(expected);
-    for (const RecordField &field : recordFields())
-        QVERIFY2(sameValue(field, record(), expected), field.name.data());
+    for (const Setting &setting : settings())
+        QVERIFY2(sameValue(setting, record(), expected), setting.name.data());
 }
 
 void tst_CollectRecord::whatNoPageOffersBecomesFalseZeroOrEmpty()
@@ -225,22 +209,7 @@ void tst_CollectRecord::theControlsAreAskedForInOrderWithThePagesOwnCallInBetwee
 {
     Fixture fixture;
     fixture.window.ReloadEditorXmlData();
-    const QStringList order = {QStringLiteral("checkBox_showStartPg"),
-                               QStringLiteral("checkBox_removeAdvertise"),
-                               QStringLiteral("cb_hidemyapps"),
-                               QStringLiteral("cb_fileattachmentsMode"),
-                               QStringLiteral("tt_defaultLaunchAttachmentPerms"),
-                               QStringLiteral("rb_disableopenfile_all"),
-                               QStringLiteral("cb_aip_options"),
-                               QStringLiteral("cb_auth_lib_options"),
-                               QStringLiteral("listWidget_pluginList"),
-                               QStringLiteral("cb_UseExternalBrowserForSSO"),
-                               QStringLiteral("OnBeforeSave"),
-                               QStringLiteral("cb_biManageLogin"),
-                               QStringLiteral("cb_allowed_whitelist"),
-                               QStringLiteral("tableView_domains"),
-                               QStringLiteral("cb_defaultpdf")};
-    QCOMPARE(fixture.first->m_asked, order);
+    QCOMPARE(fixture.first->m_asked, SettingOracle::turns());
 }
 
 void tst_CollectRecord::beforeSaveIsCalledOncePerPageInIdOrder()

@@ -3,7 +3,7 @@
 #include "app/RegisterPages.h"
 #include "config/CCommon.h"
 #include "config/ConfigDocument.h"
-#include "config/RecordFields.h"
+#include "config/Settings.h"
 #include "profile/CProfileGenerator.h"
 #include "resources/Resources.h"
 #include "tests/app/PageControls.h"
@@ -63,21 +63,21 @@ void tst_EverySetting::addRows(PCW_CONFIGTYPE type)
     QTest::addColumn<QByteArray>("control");
     QTest::addColumn<QString>("value");
     for (const bool editor : {true, false}) {
-        for (const Setting &setting : settingsOf(editor)) {
+        for (const Entry &entry : entriesOf(editor)) {
             // The Installation Options page does not exist in profile mode.
-            if (type == PCW_CONFIG_PROFILE && qstrcmp(setting.control, "cb_defaultpdf") == 0)
+            if (type == PCW_CONFIG_PROFILE && qstrcmp(entry.control, "cb_defaultpdf") == 0)
                 continue;
-            QTest::addRow("%s: %s = %s", editor ? "Editor" : "Reader", setting.control,
-                          qUtf8Printable(setting.value))
-                << editor << QByteArray(setting.control) << setting.value;
+            QTest::addRow("%s: %s = %s", editor ? "Editor" : "Reader", entry.control,
+                          qUtf8Printable(entry.value))
+                << editor << QByteArray(entry.control) << entry.value;
         }
     }
 }
 
 void tst_EverySetting::compare(const EditorXmlData &actual, const EditorXmlData &expected)
 {
-    for (const RecordField &field : recordFields())
-        QVERIFY2(sameValue(field, actual, expected), field.name.data());
+    for (const Setting &setting : settings())
+        QVERIFY2(sameValue(setting, actual, expected), setting.name.data());
 }
 
 void tst_EverySetting::aSettingSurvivesADocument()
@@ -90,7 +90,8 @@ void tst_EverySetting::aSettingSurvivesADocument()
     QVERIFY(give(*window, {control.constData(), value}));
     EditorXmlData expected = collect(*window);
     const QString path = m_place.path("ProfStore.xml");
-    QVERIFY(ConfigDocument::save(ConfigDocument::fromRecord(editor, QStringLiteral("1.0")), path));
+    QVERIFY(ConfigDocument::save(
+        ConfigDocument::fromSettings(theEditorXmlData, editor, QStringLiteral("1.0")), path));
 
     window = freshWindow(editor, PCW_CONFIG_PACKAGE);
     QVERIFY(CCommon::ParseXml(path, &theEditorXmlData));
@@ -125,18 +126,18 @@ void tst_EverySetting::everyFieldHasAControl()
 {
     // Attachment permission is only read from documents; its control is the attachment mode's.
     QStringList reached = {QStringLiteral("strDisableOpenSaveFileAttach")};
-    for (const Setting &setting : settingsOf(true)) {
+    for (const Entry &entry : entriesOf(true)) {
         const auto window = freshWindow(true, PCW_CONFIG_PACKAGE);
         const EditorXmlData before = collect(*window);
-        QVERIFY2(give(*window, setting), setting.control);
+        QVERIFY2(give(*window, entry), entry.control);
         const EditorXmlData after = collect(*window);
-        for (const RecordField &field : recordFields()) {
-            if (!sameValue(field, before, after))
-                reached += field.name;
+        for (const Setting &setting : settings()) {
+            if (!sameValue(setting, before, after))
+                reached += setting.name;
         }
     }
-    for (const RecordField &field : recordFields())
-        QVERIFY2(reached.contains(field.name), field.name.data());
+    for (const Setting &setting : settings())
+        QVERIFY2(reached.contains(setting.name), setting.name.data());
 }
 
 QTEST_MAIN(tst_EverySetting)

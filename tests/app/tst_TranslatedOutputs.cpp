@@ -23,12 +23,12 @@ struct Outputs
 
 void setEverything(const Window &window, bool editor)
 {
-    for (const PageControls::Setting &setting : PageControls::settingsOf(editor)) {
+    for (const PageControls::Entry &entry : PageControls::entriesOf(editor)) {
         // Profile mode has no Installation Options page.
-        const bool offered = window.findChild<QWidget *>(QLatin1String(setting.control)) ||
-                             qstrncmp(setting.control, "tree ", 5) == 0;
+        const bool offered = window.findChild<QWidget *>(QLatin1String(entry.control)) ||
+                             qstrncmp(entry.control, "tree ", 5) == 0;
         if (offered)
-            QVERIFY2(PageControls::give(window, setting), setting.control);
+            QVERIFY2(PageControls::give(window, entry), entry.control);
     }
 }
 

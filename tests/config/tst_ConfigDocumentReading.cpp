@@ -2,7 +2,8 @@
 #include "config/CCommon.h"
 #include "config/ConfigDocument.h"
 #include "config/EditorXmlData.h"
-#include "config/RecordFields.h"
+#include "config/KeptElement.h"
+#include "config/Settings.h"
 #include "tests/config/RecordSamples.h"
 #include "tests/support/TestFiles.h"
 
@@ -84,8 +85,8 @@ private slots:
         wanted.elemRibbonCategory = {};
         wanted.elemQuickAccessBar = {};
         wanted.bSetAsDefaultViewer = defaults.bSetAsDefaultViewer;
-        for (const RecordField &field : recordFields())
-            QVERIFY2(sameValue(field, m_data, wanted), field.name.data());
+        for (const Setting &setting : settings())
+            QVERIFY2(sameValue(setting, m_data, wanted), setting.name.data());
     }
 
     void keysAreCaseSensitiveAndUnknownOnesIgnored()

@@ -28,7 +28,7 @@ class tst_ConfigDocumentSaving : public QObject
 private slots:
     void init()
     {
-        theEditorXmlData = EditorXmlData();
+        m_settings = EditorXmlData();
         TestFiles::write(m_path, "from before");
     }
 
@@ -48,7 +48,7 @@ private slots:
     void whatNoReaderTakesIsNotSaved()
     {
         QFETCH(QString, text);
-        theEditorXmlData.strBuiltInPermList = text;
+        m_settings.strBuiltInPermList = text;
         QString error;
         QVERIFY(!save(&error));
         QVERIFY2(error.startsWith(QStringLiteral("what is to be written could not be read again")),
@@ -58,8 +58,8 @@ private slots:
 
     void whatGrowsBeyondTheReadersLimitIsNotSaved()
     {
-        theEditorXmlData.elemRibbonCategory = RecordSamples::element(wideAndDeepRibbon());
-        theEditorXmlData.elemQuickAccessBar = RecordSamples::element("<QuickAccessBar/>");
+        m_settings.elemRibbonCategory = RecordSamples::element(wideAndDeepRibbon());
+        m_settings.elemQuickAccessBar = RecordSamples::element("<QuickAccessBar/>");
         QString error;
         QVERIFY(!save(&error));
         QVERIFY2(error.contains(QStringLiteral("larger than 32 MiB")), qPrintable(error));
@@ -107,7 +107,7 @@ private slots:
     void whatXmlCanHoldSurvives()
     {
         QFETCH(QString, text);
-        theEditorXmlData.strBuiltInPermList = text;
+        m_settings.strBuiltInPermList = text;
         QString error;
         QVERIFY2(save(&error), qPrintable(error));
         const QString script =
@@ -121,10 +121,10 @@ private slots:
 
     void ribbonsWithTextsCommentsAndSectionsAreSaved()
     {
-        theEditorXmlData.elemRibbonCategory = RecordSamples::element(
+        m_settings.elemRibbonCategory = RecordSamples::element(
             "<RibbonUI xmlns:x='urn:x'>one<Category x:id='1'> two <!-- note --><![CDATA[<three>]]>"
             "<Panel>\n  four\n</Panel>five</Category>\n<?target data?>six</RibbonUI>");
-        theEditorXmlData.elemQuickAccessBar = RecordSamples::element("<QuickAccessBar> </QuickAccessBar>");
+        m_settings.elemQuickAccessBar = RecordSamples::element("<QuickAccessBar> </QuickAccessBar>");
         QString error;
         QVERIFY2(save(&error), qPrintable(error));
         TestFiles::outputOf(QStringLiteral("xmllint"), {QStringLiteral("--noout"), m_path});
@@ -135,7 +135,8 @@ private slots:
         const QString link = m_folder.filePath(QStringLiteral("link"));
         QVERIFY(QFile::link(m_path, link));
         QString error;
-        QVERIFY(!ConfigDocument::save(ConfigDocument::fromRecord(true, QString()), link, &error));
+        QVERIFY(
+            !ConfigDocument::save(ConfigDocument::fromSettings(m_settings, true, QString()), link, &error));
         QCOMPARE(error, QStringLiteral("is a link"));
         QCOMPARE(TestFiles::read(m_path), QByteArray("from before"));
     }
@@ -143,9 +144,11 @@ private slots:
 private:
     bool save(QString *error) const
     {
-        return ConfigDocument::save(ConfigDocument::fromRecord(true, QStringLiteral("13.1")), m_path, error);
+        return ConfigDocument::save(ConfigDocument::fromSettings(m_settings, true, QStringLiteral("13.1")),
+                                    m_path, error);
     }
 
+    EditorXmlData m_settings;
     QTemporaryDir m_folder;
     const QString m_path = m_folder.filePath(QStringLiteral("ProfStore.xml"));
 };

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/CCommon.h"
 #include "config/ConfigDocument.h"
-#include "config/RecordFields.h"
+#include "config/KeptElement.h"
+#include "config/Settings.h"
 #include "tests/config/RecordSamples.h"
+#include "tests/config/SettingOracle.h"
 #include "tests/support/TestFiles.h"
 
 #include <QTemporaryDir>
@@ -28,7 +30,7 @@ QDomElement preference(const QDomDocument &document, const char *key)
 
 QString value(const char *key, const char *attribute)
 {
-    const QDomDocument document = ConfigDocument::fromRecord(true, QString());
+    const QDomDocument document = ConfigDocument::fromSettings(theEditorXmlData, true, QString());
     const QDomElement item = preference(document, key);
     return item.attribute(QString::fromLatin1(attribute), QStringLiteral("absent"));
 }
@@ -73,25 +75,22 @@ private slots:
         QVERIFY(document.documentElement().attribute(QStringLiteral("Edition")).isEmpty());
     }
 
-    void bothProductsHaveTheTenPreferencesInOrder_data()
+    void bothProductsHaveThePreferencesInOrder_data()
     {
         QTest::addColumn<bool>("editor");
         QTest::newRow("Editor") << true;
         QTest::newRow("Reader") << false;
     }
 
-    void bothProductsHaveTheTenPreferencesInOrder()
+    void bothProductsHaveThePreferencesInOrder()
     {
         QFETCH(bool, editor);
-        const QDomDocument document = ConfigDocument::fromRecord(editor, QString());
+        const QDomDocument document = ConfigDocument::fromSettings(theEditorXmlData, editor, QString());
         const QDomNodeList items = document.elementsByTagName(QStringLiteral("Preference"));
         QStringList keys;
         for (int i = 0; i < items.count(); ++i)
             keys += items.at(i).toElement().attribute(QStringLiteral("Text"));
-        QCOMPARE(keys.join(QLatin1Char(' ')),
-                 QStringLiteral("StartPage Advertise bMIPCheckPolicyOnDocSave AuthLibrary "
-                                "DefaultLaunchAttachmentPerms HideMyApps iManage10loginMethod LoginDomain "
-                                "LoginDomainList SupportExtSSO"));
+        QCOMPARE(keys, SettingOracle::preferenceKeys());
     }
 
     void builderValuesAreLaidDownBeforeFilling()
@@ -113,8 +112,14 @@ private slots:
     {
         const QString version = QStringLiteral("13.1");
         const QString attribute = QStringLiteral("version");
-        QCOMPARE(ConfigDocument::fromRecord(true, version).documentElement().attribute(attribute), version);
-        QVERIFY(ConfigDocument::fromRecord(false, version).documentElement().attribute(attribute).isEmpty());
+        QCOMPARE(ConfigDocument::fromSettings(theEditorXmlData, true, version)
+                     .documentElement()
+                     .attribute(attribute),
+                 version);
+        QVERIFY(ConfigDocument::fromSettings(theEditorXmlData, false, version)
+                    .documentElement()
+                    .attribute(attribute)
+                    .isEmpty());
     }
 
     void eachOfTwoStepsSetsTheVersion()
@@ -178,9 +183,11 @@ private slots:
     void aQuickAccessBarGoesInOnlyWithARibbon()
     {
         theEditorXmlData.elemQuickAccessBar = RecordSamples::element("<QuickAccessBar/>");
-        QVERIFY(!named(ConfigDocument::fromRecord(true, QString()), "RibbonSetTabElements").hasChildNodes());
+        QVERIFY(
+            !named(ConfigDocument::fromSettings(theEditorXmlData, true, QString()), "RibbonSetTabElements")
+                 .hasChildNodes());
         theEditorXmlData.elemRibbonCategory = RecordSamples::element("<RibbonUI/>");
-        const QDomDocument document = ConfigDocument::fromRecord(true, QString());
+        const QDomDocument document = ConfigDocument::fromSettings(theEditorXmlData, true, QString());
         QCOMPARE(named(document, "RibbonSetTabElements").firstChildElement().tagName(),
                  QStringLiteral("QuickAccessBar"));
         QCOMPARE(named(document, "RibbonSetRibbonCategory").firstChildElement().tagName(),
@@ -192,7 +199,8 @@ private slots:
         theEditorXmlData.elemRibbonCategory =
             RecordSamples::element("<RibbonUI><RibbonSetTabElements/></RibbonUI>");
         theEditorXmlData.elemQuickAccessBar = RecordSamples::element("<QuickAccessBar/>");
-        const QDomElement root = ConfigDocument::fromRecord(true, QString()).documentElement();
+        const QDomElement root =
+            ConfigDocument::fromSettings(theEditorXmlData, true, QString()).documentElement();
         QVERIFY(elementText(root).endsWith(
             QStringLiteral("<RibbonSetRibbonCategory><RibbonUI><RibbonSetTabElements/></RibbonUI>"
                            "</RibbonSetRibbonCategory><RibbonSetTabElements><QuickAccessBar/>"
@@ -202,8 +210,10 @@ private slots:
     void writingLeavesTheRecordsRibbonInPlace()
     {
         theEditorXmlData = RecordSamples::everythingChanged();
-        const QString first = elementText(ConfigDocument::fromRecord(true, QString()).documentElement());
-        const QString second = elementText(ConfigDocument::fromRecord(true, QString()).documentElement());
+        const QString first =
+            elementText(ConfigDocument::fromSettings(theEditorXmlData, true, QString()).documentElement());
+        const QString second =
+            elementText(ConfigDocument::fromSettings(theEditorXmlData, true, QString()).documentElement());
         QCOMPARE(first.size(), second.size());
         QVERIFY(theEditorXmlData == RecordSamples::everythingChanged());
     }
@@ -291,8 +301,8 @@ private slots:
         QCOMPARE(read.strDisableOpenSaveFileAttach, QStringLiteral("1"));
         read.strDisableOpenSaveFileAttach = theEditorXmlData.strDisableOpenSaveFileAttach;
         read.nFileAttachmentsMode = theEditorXmlData.nFileAttachmentsMode;
-        for (const RecordField &field : recordFields())
-            QVERIFY2(sameValue(field, read, theEditorXmlData), field.name.data());
+        for (const Setting &setting : settings())
+            QVERIFY2(sameValue(setting, read, theEditorXmlData), setting.name.data());
     }
 
 private:
@@ -300,7 +310,8 @@ private:
     {
         const QString path = m_folder.filePath(QStringLiteral("ProfStore.xml"));
         QString error;
-        if (!ConfigDocument::save(ConfigDocument::fromRecord(editor, QStringLiteral("13.1")), path, &error))
+        if (!ConfigDocument::save(
+                ConfigDocument::fromSettings(theEditorXmlData, editor, QStringLiteral("13.1")), path, &error))
             qFatal("cannot save: %s", qPrintable(error));
         return path;
     }

@@ -1,43 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/ConfigDocument.h"
-#include "config/EditorXmlData.h"
-#include "config/RecordFields.h"
+#include "config/Settings.h"
+#include "tests/config/SettingOracle.h"
 
 #include <QDomDocument>
 #include <QMap>
 #include <QtTest>
 
-#include <functional>
-
 namespace {
 
-using Change = std::function<void(EditorXmlData &)>;
+using namespace SettingOracle;
 
 /// The texts of a document, each under its item's key and its attribute.
 using Texts = QMap<QString, QString>;
-
-QString place(const char *keyAndAttribute)
-{
-    return QString::fromLatin1(keyAndAttribute);
-}
-
-Texts textsOfTheDefaults()
-{
-    return {{place("StartPage Mode"), QStringLiteral("1")},
-            {place("Advertise Disable"), QStringLiteral("0")},
-            {place("bMIPCheckPolicyOnDocSave Mode"), QString()},
-            {place("AuthLibrary Mode"), QStringLiteral("0")},
-            {place("DefaultLaunchAttachmentPerms Mode"), QStringLiteral("0")},
-            {place("DefaultLaunchAttachmentPerms BuiltInPermList"), QString()},
-            {place("DefaultLaunchAttachmentPerms DisableOpenSaveFileAttach"), QString()},
-            {place("HideMyApps Mode"), QStringLiteral("0")},
-            {place("iManage10loginMethod UseOAuth2"), QStringLiteral("0")},
-            {place("LoginDomain String"), QStringLiteral("1")},
-            {place("LoginDomainList String"), QString()},
-            {place("SupportExtSSO Mode"), QStringLiteral("0")},
-            {place("Plugin UnloadPluginArray"), QString()},
-            {place("SetAsDefaultViewer Disable"), QStringLiteral("0")}};
-}
 
 /// Every attribute of the items but their key.
 Texts textsOf(const QDomDocument &document)
@@ -89,9 +64,9 @@ QDomDocument documentOf(const Texts &texts)
     return document;
 }
 
-void addRow(const char *name, const char *keyAndAttribute, const char *text, const Change &change)
+void addRow(const char *name, const char *place, const QString &text, const Change &change)
 {
-    QTest::newRow(name) << place(keyAndAttribute) << QString::fromLatin1(text) << change;
+    QTest::newRow(name) << QString::fromLatin1(place) << text << change;
 }
 
 void addColumns()
@@ -104,35 +79,21 @@ void addColumns()
 /// Settings that a document says as the record does, each with a value that is not its default.
 void addRowsOfBothWays()
 {
-    addRow("bShowStartPage", "StartPage Mode", "0", [](auto &data) { data.bShowStartPage = false; });
-    addRow("bRemoveAdvertise", "Advertise Disable", "1", [](auto &data) { data.bRemoveAdvertise = true; });
-    for (const int policy : {0, 1, 7})
+    for (const Row &row : rows()) {
+        if (qstrcmp(row.name, "nFileAttachmentsMode") != 0)
+            addRow(row.name, row.place, QString::fromLatin1(row.text), row.change);
+    }
+    for (const int policy : {0, 7})
         addRow(qPrintable(QStringLiteral("MIP policy %1").arg(policy)), "bMIPCheckPolicyOnDocSave Mode",
-               QByteArray::number(policy).constData(), [policy](auto &data) {
+               QString::number(policy), [policy](EditorXmlData &data) {
                    data.bMIPCheckPolicySet = true;
                    data.nMIPCheckPolicyOnDocSave = policy;
                });
-    addRow("nAuthLibrary", "AuthLibrary Mode", "1", [](auto &data) { data.nAuthLibrary = 1; });
-    addRow("bDisableOpenFileAll", "DefaultLaunchAttachmentPerms Mode", "1",
-           [](auto &data) { data.bDisableOpenFileAll = true; });
-    addRow("strBuiltInPermList", "DefaultLaunchAttachmentPerms BuiltInPermList", "version:1|.ade:3",
-           [](auto &data) { data.strBuiltInPermList = QStringLiteral("version:1|.ade:3"); });
-    addRow("bHideMyApps", "HideMyApps Mode", "1", [](auto &data) { data.bHideMyApps = true; });
-    addRow("bUseOAuth2", "iManage10loginMethod UseOAuth2", "1", [](auto &data) { data.bUseOAuth2 = true; });
-    addRow("strLoginDomain", "LoginDomain String", "2",
-           [](auto &data) { data.strLoginDomain = QStringLiteral("2"); });
-    addRow("strLoginDomainList", "LoginDomainList String", "@a.example;@b.example",
-           [](auto &data) { data.strLoginDomainList = QStringLiteral("@a.example;@b.example"); });
-    addRow("bSupportExtSSO", "SupportExtSSO Mode", "1", [](auto &data) { data.bSupportExtSSO = true; });
-    addRow("strUnloadPluginArray", "Plugin UnloadPluginArray", "PelixOcr.dylib;",
-           [](auto &data) { data.strUnloadPluginArray = QStringLiteral("PelixOcr.dylib;"); });
-    addRow("bSetAsDefaultViewer", "SetAsDefaultViewer Disable", "1",
-           [](auto &data) { data.bSetAsDefaultViewer = false; });
 }
 
-} // namespace
+const char attachments[] = "DefaultLaunchAttachmentPerms DisableOpenSaveFileAttach";
 
-Q_DECLARE_METATYPE(Change)
+} // namespace
 
 /// Each setting differs alone, so that none can stand in another's place.
 class tst_DocumentSettings : public QObject
@@ -140,22 +101,22 @@ class tst_DocumentSettings : public QObject
     Q_OBJECT
 
 private slots:
-    void init() { theEditorXmlData = EditorXmlData(); }
-
     void theDefaultsAreWritten()
     {
-        QCOMPARE(textsOf(ConfigDocument::fromRecord(true, QString())), textsOfTheDefaults());
+        QCOMPARE(textsOf(ConfigDocument::fromSettings(EditorXmlData(), true, QString())),
+                 textsOfTheDefaults());
     }
 
     void aSettingIsWrittenInItsPlaceAlone_data()
     {
         addColumns();
         addRowsOfBothWays();
-        const char attachments[] = "DefaultLaunchAttachmentPerms DisableOpenSaveFileAttach";
-        addRow("nFileAttachmentsMode 1", attachments, "0", [](auto &data) { data.nFileAttachmentsMode = 1; });
-        addRow("nFileAttachmentsMode 2", attachments, "1", [](auto &data) { data.nFileAttachmentsMode = 2; });
-        addRow("strDisableOpenSaveFileAttach", attachments, "1",
-               [](auto &data) { data.strDisableOpenSaveFileAttach = QStringLiteral("Disabled"); });
+        for (const int mode : {1, 2})
+            addRow(qPrintable(QStringLiteral("nFileAttachmentsMode %1").arg(mode)), attachments,
+                   QString::number(mode - 1),
+                   [mode](EditorXmlData &data) { data.nFileAttachmentsMode = mode; });
+        addRow("strDisableOpenSaveFileAttach", attachments, QStringLiteral("1"),
+               [](EditorXmlData &data) { data.strDisableOpenSaveFileAttach = QStringLiteral("Disabled"); });
     }
 
     void aSettingIsWrittenInItsPlaceAlone()
@@ -163,19 +124,20 @@ private slots:
         QFETCH(QString, where);
         QFETCH(QString, text);
         QFETCH(Change, change);
-        change(theEditorXmlData);
+        EditorXmlData data;
+        change(data);
         Texts expected = textsOfTheDefaults();
         QVERIFY(expected.value(where) != text);
         expected[where] = text;
-        QCOMPARE(textsOf(ConfigDocument::fromRecord(true, QString())), expected);
+        QCOMPARE(textsOf(ConfigDocument::fromSettings(data, true, QString())), expected);
     }
 
     void aSettingIsReadFromItsPlaceAlone_data()
     {
         addColumns();
         addRowsOfBothWays();
-        addRow("strDisableOpenSaveFileAttach", "DefaultLaunchAttachmentPerms DisableOpenSaveFileAttach", "1",
-               [](auto &data) { data.strDisableOpenSaveFileAttach = QStringLiteral("1"); });
+        addRow("strDisableOpenSaveFileAttach", attachments, QStringLiteral("1"),
+               [](EditorXmlData &data) { data.strDisableOpenSaveFileAttach = QStringLiteral("1"); });
     }
 
     void aSettingIsReadFromItsPlaceAlone()
@@ -190,8 +152,8 @@ private slots:
         change(expected);
         EditorXmlData read;
         ConfigDocument::apply(documentOf(texts), read);
-        for (const RecordField &field : recordFields())
-            QVERIFY2(sameValue(field, read, expected), field.name.data());
+        for (const Setting &setting : settings())
+            QVERIFY2(sameValue(setting, read, expected), setting.name.data());
     }
 };
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/CCommon.h"
 #include "config/EditorXmlData.h"
-#include "config/RecordFields.h"
+#include "config/Settings.h"
 #include "tests/config/RecordSamples.h"
 
 #include <QtTest>
@@ -49,9 +49,9 @@ private slots:
         const EditorXmlData before = RecordSamples::everythingChanged();
         EditorXmlData data = before;
         data.Clear();
-        for (const RecordField &field : recordFields()) {
-            const EditorXmlData &wanted = reset.contains(field.name) ? EditorXmlData() : before;
-            QVERIFY2(sameValue(field, data, wanted), field.name.data());
+        for (const Setting &setting : settings()) {
+            const EditorXmlData &wanted = reset.contains(setting.name) ? EditorXmlData() : before;
+            QVERIFY2(sameValue(setting, data, wanted), setting.name.data());
         }
     }
 
@@ -65,9 +65,9 @@ private slots:
 
     void theSampleChangesEverySetting()
     {
-        for (const RecordField &field : recordFields())
-            QVERIFY2(!sameValue(field, RecordSamples::everythingChanged(), EditorXmlData()),
-                     field.name.data());
+        for (const Setting &setting : settings())
+            QVERIFY2(!sameValue(setting, RecordSamples::everythingChanged(), EditorXmlData()),
+                     setting.name.data());
     }
 
     void oneSettingThatDiffersMakesARecordDiffer_data()

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/CCommon.h"
 #include "config/DefaultPlugins.h"
+#include "config/KeptElement.h"
 #include "config/ProductSettings.h"
-#include "config/RecordFields.h"
+#include "config/Settings.h"
 #include "resources/Resources.h"
 #include "tests/config/RecordSamples.h"
 
@@ -20,8 +21,8 @@ private slots:
         EditorXmlData data = RecordSamples::everythingChanged();
         data.strDisableOpenSaveFileAttach = QStringLiteral("Disabled");
         const EditorXmlData result = settingsForProduct(data, true);
-        for (const RecordField &field : recordFields())
-            QVERIFY2(sameValue(field, result, data), field.name.data());
+        for (const Setting &setting : settings())
+            QVERIFY2(sameValue(setting, result, data), setting.name.data());
     }
 
     void theReaderLosesWhatOnlyTheEditorOffers()
@@ -33,8 +34,8 @@ private slots:
         wanted.bHideMyApps = false;
         wanted.strLoginDomain = QStringLiteral("2");
         wanted.strLoginDomainList.clear();
-        for (const RecordField &field : recordFields())
-            QVERIFY2(sameValue(field, result, wanted), field.name.data());
+        for (const Setting &setting : settings())
+            QVERIFY2(sameValue(setting, result, wanted), setting.name.data());
     }
 
     void attachmentModeOfADocumentIsCarriedOn_data()

@@ -112,7 +112,8 @@ void tst_UnreadSettings::hasNothingAgainstADocumentOfOurs_data()
 void tst_UnreadSettings::hasNothingAgainstADocumentOfOurs()
 {
     QFETCH(bool, editor);
-    QCOMPARE(unreadSettings(ConfigDocument::fromRecord(editor, QStringLiteral("13.1"))), QStringList());
+    QCOMPARE(unreadSettings(ConfigDocument::fromSettings(EditorXmlData(), editor, QStringLiteral("13.1"))),
+             QStringList());
 }
 
 void tst_UnreadSettings::longNamesAreCut()

@@ -21,9 +21,8 @@ bool readInto(const QByteArray &xml, EditorXmlData &settings)
 
 EditorXmlData writtenAndRead(const EditorXmlData &settings)
 {
-    theEditorXmlData = settings;
     const QByteArray xml =
-        ConfigDocument::toXml(ConfigDocument::fromRecord(true, QStringLiteral("2026.1.0")));
+        ConfigDocument::toXml(ConfigDocument::fromSettings(settings, true, QStringLiteral("2026.1.0")));
     EditorXmlData result;
     if (xml.isEmpty() || !readInto(xml, result))
         std::abort();

@@ -46,19 +46,13 @@ private slots:
     void theStepsAreTakenInTheirOrder()
     {
         LogCapture log;
-        QStringList order;
-        m_plan.collectSettings = [&] { order += QStringLiteral("collect"); };
-        m_plan.wantsDefaultViewer = [&] {
-            order += QStringLiteral("viewer");
-            return true;
-        };
-        m_plan.wantsIManageLogin = [&] {
-            order += QStringLiteral("iManage");
-            return true;
+        QList<bool> hadEdits;
+        m_plan.collectSettings = [&] {
+            hadEdits += !m_tools->calls(QStringLiteral("sed")).isEmpty();
+            return PackageSettings{{}, true, true};
         };
         QVERIFY(builds());
-        QCOMPARE(order, QStringList({QStringLiteral("collect"), QStringLiteral("viewer"),
-                                     QStringLiteral("iManage")}));
+        QCOMPARE(hadEdits, QList<bool>{false});
         QStringList expressions;
         for (const QStringList &call : m_tools->calls(QStringLiteral("sed")))
             expressions += call.at(2).left(8);
@@ -82,7 +76,9 @@ private slots:
         m_plan.collectSettings = [this] {
             const QString script =
                 m_plan.workFolder + QStringLiteral("/Pelix_PDF_Editor.pkg/Scripts/preinstall");
-            QVERIFY(QFile::remove(script) && QDir().mkdir(script));
+            QFile::remove(script);
+            QDir().mkdir(script);
+            return PackageSettings();
         };
         QCOMPARE(builds(), !insists);
         QCOMPARE(QFileInfo::exists(m_plan.outputPackage), !insists);
@@ -94,8 +90,7 @@ private slots:
 
     void nothingIsAddedThatIsNotWanted()
     {
-        m_plan.wantsDefaultViewer = [] { return false; };
-        m_plan.wantsIManageLogin = [] { return false; };
+        m_plan.collectSettings = [] { return PackageSettings(); };
         QVERIFY(builds());
         QCOMPARE(m_tools->calls(QStringLiteral("sed")).size(), 1);
     }
@@ -103,10 +98,12 @@ private slots:
     void theSettingsThatAreCollectedAreTheOnesInTheDocument()
     {
         m_plan.documentPath = at("kept.xml");
-        m_plan.collectSettings = [] { theEditorXmlData.bShowStartPage = false; };
+        PackageSettings settings;
+        m_plan.collectSettings = [&] { return settings; };
+        settings.document.bShowStartPage = false;
         QVERIFY(builds());
         const QByteArray withoutPage = TestFiles::read(at("kept.xml"));
-        m_plan.collectSettings = [] { theEditorXmlData.bShowStartPage = true; };
+        settings.document.bShowStartPage = true;
         QVERIFY(builds());
         QVERIFY(withoutPage != TestFiles::read(at("kept.xml")));
     }
@@ -119,6 +116,7 @@ private slots:
             struct stat status = {};
             if (::stat(QFile::encodeName(m_plan.workFolder).constData(), &status) == 0)
                 mode = status.st_mode & 07777;
+            return PackageSettings();
         };
         QVERIFY(builds());
         QCOMPARE(mode, mode_t(0700));
@@ -221,7 +219,10 @@ private slots:
         QFETCH(QByteArray, change);
         changeAfterExpansion(change);
         bool collected = false;
-        m_plan.collectSettings = [&collected] { collected = true; };
+        m_plan.collectSettings = [&collected] {
+            collected = true;
+            return PackageSettings();
+        };
         QVERIFY(!builds());
         QCOMPARE(m_report.failedStep, QStringLiteral("inspect the expanded package"));
         QVERIFY(!m_report.problem.isEmpty());
@@ -240,8 +241,7 @@ private slots:
     void scriptsThatCannotBePatchedAndMissingSwitchesAreWarnings()
     {
         m_tools->addPackageTools("#!/bin/sh\n", "#!/bin/sh\n");
-        m_plan.wantsDefaultViewer = [] { return true; };
-        m_plan.wantsIManageLogin = [] { return true; };
+        m_plan.collectSettings = [] { return PackageSettings{{}, true, true}; };
         QVERIFY(builds());
         QStringList codes;
         for (const BuildWarning &warning : std::as_const(m_report.warnings))
@@ -311,8 +311,7 @@ private slots:
     {
         QFETCH(QByteArray, expression);
         m_tools->add(QStringLiteral("sed"), "case $3 in " + expression + ") exit 1 ;; esac\n");
-        m_plan.wantsDefaultViewer = [] { return true; };
-        m_plan.wantsIManageLogin = [] { return true; };
+        m_plan.collectSettings = [] { return PackageSettings{{}, true, true}; };
         LogCapture log;
         QVERIFY(!builds());
         QTEST(log.lines().last(), "line");

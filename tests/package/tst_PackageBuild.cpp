@@ -307,7 +307,7 @@ private:
         plan.documentPath = product.document;
         plan.workFolder = m_folder.filePath(product.name + QStringLiteral(" work"));
         plan.editor = product.editor;
-        plan.wantsDefaultViewer = plan.wantsIManageLogin = [] { return true; };
+        plan.collectSettings = [] { return PackageSettings{{}, true, true}; };
         return plan;
     }
 

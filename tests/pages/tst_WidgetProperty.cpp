@@ -30,6 +30,14 @@ template <class Control> struct PageWith : QWidget
     Control *control;
 };
 
+void setAndRead(QWidget &page, const QVariantList &values)
+{
+    for (const QVariant &value : values) {
+        QVERIFY(SetWidgetProperty(&page, name, value));
+        QCOMPARE(GetWidgetProperty(&page, name), value);
+    }
+}
+
 } // namespace
 
 class tst_WidgetProperty : public QObject
@@ -123,6 +131,51 @@ private slots:
     }
 
     void noPageGivesNoValue() { QVERIFY(!GetWidgetProperty(nullptr, name).isValid()); }
+
+    void whatIsSetIsWhatIsRead()
+    {
+        PageWith<QComboBox> list;
+        list.control->addItems({QStringLiteral("a"), QStringLiteral("b")});
+        setAndRead(list, {1, 0, -1});
+        PageWith<QCheckBox> box;
+        setAndRead(box, {true, false, true});
+        const QString empty = QLatin1String("");
+        PageWith<QLineEdit> line;
+        setAndRead(line, {QStringLiteral("a"), empty});
+        PageWith<QTextEdit> edit;
+        setAndRead(edit, {QStringLiteral("version:1|\n.ade:3|"), empty});
+    }
+
+    void ofTwoRadioButtonsOneIsChecked()
+    {
+        PageWith<QRadioButton> page;
+        QRadioButton other(page.control->parentWidget());
+        for (const bool on : {false, true, false}) {
+            QVERIFY(SetWidgetProperty(&page, name, on));
+            QCOMPARE(page.value(), QVariant(on));
+            QCOMPARE(other.isChecked(), !on);
+        }
+    }
+
+    void aTextIsSetAsItStandsAndWithoutSignals()
+    {
+        PageWith<QTextEdit> page;
+        const QSignalSpy changes(page.control, &QTextEdit::textChanged);
+        QVERIFY(SetWidgetProperty(&page, name, QStringLiteral(" <b>a</b>\u0001 ")));
+        QCOMPARE(page.control->toPlainText(), QStringLiteral(" <b>a</b>\u0001 "));
+        QVERIFY(changes.isEmpty());
+    }
+
+    void whatGivesNoValueTakesNone()
+    {
+        PageWith<QPushButton> button;
+        PageWith<QCheckBox> box;
+        QVERIFY(!SetWidgetProperty(&button, name, true));
+        QVERIFY(!SetWidgetProperty(&box, QStringLiteral("Control"), true));
+        QVERIFY(!SetWidgetProperty(&box, QString(), true));
+        QVERIFY(!SetWidgetProperty(nullptr, name, true));
+        QCOMPARE(box.value(), QVariant(false));
+    }
 
     void thePageItselfIsNotAmongItsControls()
     {

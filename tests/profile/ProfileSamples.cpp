@@ -2,6 +2,7 @@
 #include "tests/profile/ProfileSamples.h"
 
 #include "config/KeptElement.h"
+#include "config/Settings.h"
 #include "tests/support/TestFiles.h"
 
 #include <QDomDocument>
@@ -139,22 +140,21 @@ QJsonObject ProfileSamples::payloadOf(const QJsonObject &profile)
 EditorXmlData ProfileSamples::randomRecord(QRandomGenerator &random)
 {
     EditorXmlData data;
-    data.bShowStartPage = coin(random);
-    data.bRemoveAdvertise = coin(random);
+    for (const Setting &setting : settings()) {
+        const auto *flag = std::get_if<bool EditorXmlData::*>(&setting.member);
+        if (flag && setting.profile.read)
+            data.**flag = coin(random);
+    }
     data.nFileAttachmentsMode = int(random.bounded(4)) - 1;
     data.strBuiltInPermList = randomText(random);
-    data.bDisableOpenFileAll = coin(random);
     data.strUnloadPluginArray = randomText(random);
     data.bMIPCheckPolicySet = coin(random);
     data.nMIPCheckPolicyOnDocSave = data.bMIPCheckPolicySet ? int(random.bounded(2)) : -1;
     data.nAuthLibrary = int(random.bounded(3));
-    data.bHideMyApps = coin(random);
-    data.bSupportExtSSO = coin(random);
     if (coin(random))
         data.elemRibbonCategory = keptTree(QStringLiteral("RibbonUI"), random);
     if (coin(random))
         data.elemQuickAccessBar = keptTree(QStringLiteral("QuickAccessBar"), random);
-    data.bUseOAuth2 = coin(random);
     data.strLoginDomain = coin(random) ? QStringLiteral("1") : QStringLiteral("2");
     data.strLoginDomainList = randomText(random);
     data.payloadInfo.PayloadIdentifier = randomText(random);

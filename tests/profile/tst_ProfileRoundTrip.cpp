@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "config/RecordFields.h"
+#include "config/Settings.h"
 #include "profile/CProfileGenerator.h"
 #include "profile/ProfileDocument.h"
 #include "tests/profile/ProfileSamples.h"
@@ -12,9 +12,9 @@ namespace {
 
 QString firstDifference(const EditorXmlData &first, const EditorXmlData &second)
 {
-    for (const RecordField &field : recordFields()) {
-        if (!sameValue(field, first, second))
-            return field.name;
+    for (const Setting &setting : settings()) {
+        if (!sameValue(setting, first, second))
+            return setting.name;
     }
     return first.payloadInfo == second.payloadInfo ? QString() : QStringLiteral("payloadInfo");
 }

@@ -1,39 +1,22 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "config/RecordFields.h"
+#include "config/Settings.h"
 #include "tests/config/RecordSamples.h"
+#include "tests/config/SettingOracle.h"
 #include "tests/profile/CocoaCalls.h"
 #include "tests/profile/ProfileSamples.h"
 
 #include <QJsonArray>
 #include <QtTest>
 
-#include <functional>
-
 using namespace ProfileSamples;
 
 namespace {
 
-using Change = std::function<void(EditorXmlData &)>;
+using SettingOracle::Change;
+using SettingOracle::valuesOfTheDefaults;
 
 /// The values of a profile, each under its item's key and its own.
 using Values = QMap<QString, QJsonValue>;
-
-Values valuesOfTheDefaults()
-{
-    return {{QStringLiteral("StartPage Mode"), QStringLiteral("1")},
-            {QStringLiteral("Advertise Disable"), QStringLiteral("0")},
-            {QStringLiteral("bMIPCheckPolicyOnDocSave Mode"), QString()},
-            {QStringLiteral("AuthLibrary Mode"), QStringLiteral("0")},
-            {QStringLiteral("DefaultLaunchAttachmentPerms Mode"), QStringLiteral("0")},
-            {QStringLiteral("DefaultLaunchAttachmentPerms BuiltInPermList"), QString()},
-            {QStringLiteral("DefaultLaunchAttachmentPerms DisableOpenSaveFileAttach"), QStringLiteral("-1")},
-            {QStringLiteral("HideMyApps Mode"), QStringLiteral("0")},
-            {QStringLiteral("iManage10loginMethod UseOAuth2"), QStringLiteral("0")},
-            {QStringLiteral("LoginDomain String"), QStringLiteral("1")},
-            {QStringLiteral("LoginDomainList String"), QString()},
-            {QStringLiteral("SupportExtSSO Mode"), QStringLiteral("0")},
-            {QStringLiteral("Plugin UnloadPluginArray"), QString()}};
-}
 
 /// Every value of the items but their key.
 Values valuesOf(const QJsonObject &profile)
@@ -79,14 +62,7 @@ QByteArray settingsWith(const Values &values)
         dictionary({"Preferences", array(preferences), "Plugins", array(dictionary({"Plugin", plugin}))}));
 }
 
-void addRow(const char *name, const char *keys, const QJsonValue &value, const Change &change)
-{
-    QTest::newRow(name) << QString::fromLatin1(keys) << value << change;
-}
-
 } // namespace
-
-Q_DECLARE_METATYPE(Change)
 
 /// Each setting differs alone, so that none can stand in another's place.
 class tst_ProfileSettings : public QObject
@@ -133,8 +109,8 @@ private slots:
         expected.elemRibbonCategory = RecordSamples::element("<RibbonUI/>");
         expected.elemQuickAccessBar = RecordSamples::element("<QuickAccessBar/>");
         change(expected);
-        for (const RecordField &field : recordFields())
-            QVERIFY2(sameValue(field, read, expected), field.name.data());
+        for (const Setting &setting : settings())
+            QVERIFY2(sameValue(setting, read, expected), setting.name.data());
     }
 
 private:
@@ -146,35 +122,10 @@ void tst_ProfileSettings::addRows()
     QTest::addColumn<QString>("where");
     QTest::addColumn<QJsonValue>("value");
     QTest::addColumn<Change>("change");
-    addRow("bShowStartPage", "StartPage Mode", QStringLiteral("0"),
-           [](auto &data) { data.bShowStartPage = false; });
-    addRow("bRemoveAdvertise", "Advertise Disable", QStringLiteral("1"),
-           [](auto &data) { data.bRemoveAdvertise = true; });
-    addRow("MIP policy", "bMIPCheckPolicyOnDocSave Mode", 1, [](auto &data) {
-        data.bMIPCheckPolicySet = true;
-        data.nMIPCheckPolicyOnDocSave = 1;
-    });
-    addRow("nAuthLibrary", "AuthLibrary Mode", QStringLiteral("1"),
-           [](auto &data) { data.nAuthLibrary = 1; });
-    addRow("bDisableOpenFileAll", "DefaultLaunchAttachmentPerms Mode", QStringLiteral("1"),
-           [](auto &data) { data.bDisableOpenFileAll = true; });
-    addRow("strBuiltInPermList", "DefaultLaunchAttachmentPerms BuiltInPermList",
-           QStringLiteral("version:1|.ade:3"),
-           [](auto &data) { data.strBuiltInPermList = QStringLiteral("version:1|.ade:3"); });
-    addRow("nFileAttachmentsMode", "DefaultLaunchAttachmentPerms DisableOpenSaveFileAttach",
-           QStringLiteral("2"), [](auto &data) { data.nFileAttachmentsMode = 2; });
-    addRow("bHideMyApps", "HideMyApps Mode", QStringLiteral("1"),
-           [](auto &data) { data.bHideMyApps = true; });
-    addRow("bUseOAuth2", "iManage10loginMethod UseOAuth2", QStringLiteral("1"),
-           [](auto &data) { data.bUseOAuth2 = true; });
-    addRow("strLoginDomain", "LoginDomain String", QStringLiteral("2"),
-           [](auto &data) { data.strLoginDomain = QStringLiteral("2"); });
-    addRow("strLoginDomainList", "LoginDomainList String", QStringLiteral("@a.example;@b.example"),
-           [](auto &data) { data.strLoginDomainList = QStringLiteral("@a.example;@b.example"); });
-    addRow("bSupportExtSSO", "SupportExtSSO Mode", QStringLiteral("1"),
-           [](auto &data) { data.bSupportExtSSO = true; });
-    addRow("strUnloadPluginArray", "Plugin UnloadPluginArray", QStringLiteral("PelixOcr.dylib;"),
-           [](auto &data) { data.strUnloadPluginArray = QStringLiteral("PelixOcr.dylib;"); });
+    for (const SettingOracle::Row &row : SettingOracle::rows()) {
+        if (!row.value.isUndefined())
+            QTest::newRow(row.name) << QString::fromLatin1(row.place) << row.value << row.change;
+    }
 }
 
 QTEST_GUILESS_MAIN(tst_ProfileSettings)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "config/RecordFields.h"
+#include "config/KeptElement.h"
 #include "tests/profile/CocoaCalls.h"
 #include "tests/profile/LogLines.h"
 #include "tests/profile/ProfileSamples.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/ConfigDocument.h"
-#include "config/DocumentSettings.h"
 #include "config/ProductSettings.h"
+#include "config/SettingItems.h"
 #include "profile/ConfigGenerator.h"
 #include "resources/Resources.h"
 #include "tests/resources/GuidePages.h"
@@ -106,8 +106,8 @@ struct Written
 
     QDomDocument document() const
     {
-        theEditorXmlData = settingsForProduct(settings, true);
-        return ConfigDocument::fromRecord(true, QStringLiteral("13.1.2"));
+        return ConfigDocument::fromSettings(settingsForProduct(settings, true), true,
+                                            QStringLiteral("13.1.2"));
     }
 
     QDomDocument profile() const
@@ -227,9 +227,11 @@ void tst_HelpSamples::everySettingOfTheDocumentHasASample()
                              attributes.item(i).nodeName());
         }
     }
-    for (const DocumentSetting &setting : documentSettings()) {
-        const QString wanted = setting.key + QLatin1Char('/') + setting.attribute;
-        QVERIFY2(shown.contains(wanted), qUtf8Printable(wanted));
+    for (const SettingItem &item : documentItems(Setting::Section::Preferences)) {
+        for (const Setting *setting : item.settings) {
+            const QString wanted = item.key + QLatin1Char('/') + setting->place.attribute;
+            QVERIFY2(shown.contains(wanted), qUtf8Printable(wanted));
+        }
     }
 }
 
@@ -238,11 +240,11 @@ void tst_HelpSamples::everySettingWithADocumentSampleHasOneOfTheProfile()
     const QString profiles =
         GuidePages::samples(*GuidePages::find(QStringLiteral("Preferences.html")), QStringLiteral("profile"))
             .join(QString());
-    for (const DocumentSetting &setting : documentSettings()) {
-        QVERIFY2(profiles.contains(QStringLiteral("<string>%1</string>").arg(setting.key)),
-                 setting.key.data());
-        QVERIFY2(profiles.contains(QStringLiteral("<key>%1</key>").arg(setting.attribute)),
-                 setting.attribute.data());
+    for (const SettingItem &item : documentItems(Setting::Section::Preferences)) {
+        QVERIFY2(profiles.contains(QStringLiteral("<string>%1</string>").arg(item.key)), item.key.data());
+        for (const Setting *setting : item.settings)
+            QVERIFY2(profiles.contains(QStringLiteral("<key>%1</key>").arg(setting->place.attribute)),
+                     setting->place.attribute.data());
     }
 }
 

@@ -3,7 +3,7 @@
 #include "app/RegisterPages.h"
 #include "config/CCommon.h"
 #include "config/DefaultPlugins.h"
-#include "config/RecordFields.h"
+#include "config/Settings.h"
 #include "pages/CTabWidget.h"
 #include "pages/ribbonset/tab_ribbonset_ribcate.h"
 #include "resources/Resources.h"
@@ -159,15 +159,15 @@ void tst_HelpTopics::everyControlIsNamed()
 
 void tst_HelpTopics::everyFieldOfTheRecordIsNamed()
 {
-    for (const RecordField &field : recordFields()) {
+    for (const Setting &setting : settings()) {
         int pages = 0;
         for (const GuidePage &page : GuidePages::all()) {
-            // The sample of what pct prints has all of them and explains none.
+            // The sample of what pct prints names many and explains none.
             if (page.name != QLatin1String("Command line.html") &&
-                GuidePages::text(page).contains(QString(field.name)))
+                GuidePages::text(page).contains(QString(setting.name)))
                 ++pages;
         }
-        QVERIFY2(pages > 0, field.name.data());
+        QVERIFY2(pages > 0, setting.name.data());
     }
 }
 

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "pages/preferences/advertisement/CHandler_Prefer_Advertisement.h"
 
-#include "config/EditorXmlData.h"
-
 int CHandler_Prefer_Advertisement::GetTabId()
 {
     return 1;
@@ -21,9 +19,4 @@ bool CHandler_Prefer_Advertisement::IsOnlyForEditor()
 QString CHandler_Prefer_Advertisement::GetInfoAnchorId()
 {
     return QStringLiteral("Advertisement");
-}
-
-void CHandler_Prefer_Advertisement::fillPage(tab_prefer_advertisement &page, const EditorXmlData &data)
-{
-    page.setAdvertisementRemoved(data.bRemoveAdvertise);
 }

@@ -11,8 +11,3 @@ tab_prefer_advertisement::tab_prefer_advertisement(QWidget *parent)
 }
 
 tab_prefer_advertisement::~tab_prefer_advertisement() = default;
-
-void tab_prefer_advertisement::setAdvertisementRemoved(bool on)
-{
-    m_ui->checkBox_removeAdvertise->setChecked(on);
-}

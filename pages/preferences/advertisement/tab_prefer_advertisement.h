@@ -18,9 +18,6 @@ public:
     explicit tab_prefer_advertisement(QWidget *parent = nullptr);
     ~tab_prefer_advertisement() override;
 
-    /// Sets whether advertisements are removed.
-    void setAdvertisementRemoved(bool on);
-
 private:
     const std::unique_ptr<Ui::tab_prefer_advertisement> m_ui;
 };

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "pages/preferences/imanage/CHandler_Prefer_IManage.h"
 
-#include "config/EditorXmlData.h"
-
 int CHandler_Prefer_IManage::GetTabId()
 {
     return 3;
@@ -21,9 +19,4 @@ bool CHandler_Prefer_IManage::IsOnlyForEditor()
 QString CHandler_Prefer_IManage::GetInfoAnchorId()
 {
     return QStringLiteral("Enable iManage10 SSO Login");
-}
-
-void CHandler_Prefer_IManage::fillPage(tab_prefer_imanage &page, const EditorXmlData &data)
-{
-    page.setOAuth2Used(data.bUseOAuth2);
 }

@@ -11,8 +11,3 @@ tab_prefer_imanage::tab_prefer_imanage(QWidget *parent)
 }
 
 tab_prefer_imanage::~tab_prefer_imanage() = default;
-
-void tab_prefer_imanage::setOAuth2Used(bool on)
-{
-    m_ui->cb_biManageLogin->setChecked(on);
-}

@@ -18,9 +18,6 @@ public:
     explicit tab_prefer_imanage(QWidget *parent = nullptr);
     ~tab_prefer_imanage() override;
 
-    /// Sets whether iManage 10 signs in with OAuth 2.
-    void setOAuth2Used(bool on);
-
 private:
     const std::unique_ptr<Ui::tab_prefer_imanage> m_ui;
 };

@@ -33,6 +33,6 @@ QString CHandler_Prefer_LoginDomain::GetInfoAnchorId()
 
 void CHandler_Prefer_LoginDomain::fillPage(tab_prefer_login_domain &page, const EditorXmlData &data)
 {
-    page.setWhitelist(data.strLoginDomain == QLatin1String("1"));
+    PreferHandler::fillPage(page, data);
     page.setDomains(loginDomainsOf(data.strLoginDomainList));
 }

@@ -34,12 +34,6 @@ bool tab_prefer_login_domain::CheckDomain(const QString &domain)
     return isLoginDomain(domain);
 }
 
-void tab_prefer_login_domain::setWhitelist(bool on)
-{
-    QRadioButton *choice = on ? m_ui->cb_allowed_whitelist : m_ui->cb_disallowed_blacklist;
-    choice->setChecked(true);
-}
-
 void tab_prefer_login_domain::setDomains(const QStringList &domains)
 {
     m_domains->removeRows(0, m_domains->rowCount());

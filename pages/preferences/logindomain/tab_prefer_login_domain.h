@@ -24,9 +24,6 @@ public:
     /// Whether the whole string is "@" and a domain name, by the rule of isLoginDomain().
     static bool CheckDomain(const QString &domain);
 
-    /// Chooses between the list of allowed domains (true) and that of disallowed ones.
-    void setWhitelist(bool on);
-
     /// Replaces the listed domains, one row each, unchecked.
     void setDomains(const QStringList &domains);
 

@@ -11,18 +11,3 @@ tab_prefer_AIP::tab_prefer_AIP(QWidget *parent)
 }
 
 tab_prefer_AIP::~tab_prefer_AIP() = default;
-
-void tab_prefer_AIP::setPolicy(int index)
-{
-    m_ui->cb_aip_options->setCurrentIndex(index);
-}
-
-void tab_prefer_AIP::setAuthLibrary(int index)
-{
-    m_ui->cb_auth_lib_options->setCurrentIndex(index);
-}
-
-void tab_prefer_AIP::setExternalBrowserUsed(bool on)
-{
-    m_ui->cb_UseExternalBrowserForSSO->setChecked(on);
-}

@@ -18,15 +18,6 @@ public:
     explicit tab_prefer_AIP(QWidget *parent = nullptr);
     ~tab_prefer_AIP() override;
 
-    /// Chooses the policy on saving documents: 0 as the product has it, 1 off, 2 on.
-    void setPolicy(int index);
-
-    /// Chooses the sign-in library: 0 MSAL, 1 ADAL.
-    void setAuthLibrary(int index);
-
-    /// Sets whether single sign-on goes through the external browser.
-    void setExternalBrowserUsed(bool on);
-
 private:
     const std::unique_ptr<Ui::tab_prefer_AIP> m_ui;
 };

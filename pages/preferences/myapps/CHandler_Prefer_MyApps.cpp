@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "pages/preferences/myapps/CHandler_Prefer_MyApps.h"
 
-#include "config/EditorXmlData.h"
-
 int CHandler_Prefer_MyApps::GetTabId()
 {
     return 4;
@@ -21,9 +19,4 @@ bool CHandler_Prefer_MyApps::IsOnlyForEditor()
 QString CHandler_Prefer_MyApps::GetInfoAnchorId()
 {
     return {};
-}
-
-void CHandler_Prefer_MyApps::fillPage(tab_prefer_myapps &page, const EditorXmlData &data)
-{
-    page.setMyAppsHidden(data.bHideMyApps);
 }

@@ -11,8 +11,3 @@ tab_prefer_myapps::tab_prefer_myapps(QWidget *parent)
 }
 
 tab_prefer_myapps::~tab_prefer_myapps() = default;
-
-void tab_prefer_myapps::setMyAppsHidden(bool on)
-{
-    m_ui->cb_hidemyapps->setChecked(on);
-}

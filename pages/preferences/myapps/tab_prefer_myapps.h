@@ -18,9 +18,6 @@ public:
     explicit tab_prefer_myapps(QWidget *parent = nullptr);
     ~tab_prefer_myapps() override;
 
-    /// Sets whether the applications area is hidden.
-    void setMyAppsHidden(bool on);
-
 private:
     const std::unique_ptr<Ui::tab_prefer_myapps> m_ui;
 };

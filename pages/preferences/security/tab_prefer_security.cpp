@@ -16,20 +16,3 @@ tab_prefer_security::tab_prefer_security(QWidget *parent)
 }
 
 tab_prefer_security::~tab_prefer_security() = default;
-
-void tab_prefer_security::setAttachmentMode(int mode)
-{
-    m_ui->cb_fileattachmentsMode->setCurrentIndex(mode);
-}
-
-void tab_prefer_security::setFileTypes(const QString &list)
-{
-    // What was imported is shown as it stands.
-    const QSignalBlocker blocker(m_ui->tt_defaultLaunchAttachmentPerms);
-    m_ui->tt_defaultLaunchAttachmentPerms->setPlainText(list);
-}
-
-void tab_prefer_security::setActionsDisabled(bool on)
-{
-    m_ui->rb_disableopenfile_all->setChecked(on);
-}

@@ -18,15 +18,6 @@ public:
     explicit tab_prefer_security(QWidget *parent = nullptr);
     ~tab_prefer_security() override;
 
-    /// Chooses the attachment mode: 0 default, 1 enabled, 2 disabled, any other number none.
-    void setAttachmentMode(int mode);
-
-    /// Sets the file types and their permission levels, "version:1|.ext:level|…".
-    void setFileTypes(const QString &list);
-
-    /// Sets whether every action in documents is blocked.
-    void setActionsDisabled(bool on);
-
 private:
     const std::unique_ptr<Ui::tab_prefer_security> m_ui;
 };

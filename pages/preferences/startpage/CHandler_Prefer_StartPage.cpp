@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "pages/preferences/startpage/CHandler_Prefer_StartPage.h"
 
-#include "config/EditorXmlData.h"
-
 int CHandler_Prefer_StartPage::GetTabId()
 {
     return 5;
@@ -21,9 +19,4 @@ bool CHandler_Prefer_StartPage::IsOnlyForEditor()
 QString CHandler_Prefer_StartPage::GetInfoAnchorId()
 {
     return QStringLiteral("Start Page");
-}
-
-void CHandler_Prefer_StartPage::fillPage(tab_prefer_startpage &page, const EditorXmlData &data)
-{
-    page.setStartPageShown(data.bShowStartPage);
 }

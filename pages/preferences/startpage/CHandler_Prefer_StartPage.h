@@ -18,7 +18,4 @@ public:
     QString GetTabTitle() const override;
     bool IsOnlyForEditor() override;
     QString GetInfoAnchorId() override;
-
-protected:
-    void fillPage(tab_prefer_startpage &page, const EditorXmlData &data) override;
 };

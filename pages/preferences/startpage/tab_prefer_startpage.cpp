@@ -11,8 +11,3 @@ tab_prefer_startpage::tab_prefer_startpage(QWidget *parent)
 }
 
 tab_prefer_startpage::~tab_prefer_startpage() = default;
-
-void tab_prefer_startpage::setStartPageShown(bool on)
-{
-    m_ui->checkBox_showStartPg->setChecked(on);
-}

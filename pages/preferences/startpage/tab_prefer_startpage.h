@@ -18,9 +18,6 @@ public:
     explicit tab_prefer_startpage(QWidget *parent = nullptr);
     ~tab_prefer_startpage() override;
 
-    /// Sets whether the start page is shown at launch.
-    void setStartPageShown(bool on);
-
 private:
     const std::unique_ptr<Ui::tab_prefer_startpage> m_ui;
 };

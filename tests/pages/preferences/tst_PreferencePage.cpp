@@ -26,12 +26,6 @@ public:
     bool IsOnlyForEditor() override { return false; }
     QString GetInfoAnchorId() override { return {}; }
 
-protected:
-    void fillPage(tab_prefer_startpage &page, const EditorXmlData &data) override
-    {
-        page.setStartPageShown(data.bShowStartPage);
-    }
-
 private:
     const int m_id;
 };
