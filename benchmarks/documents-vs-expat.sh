@@ -40,6 +40,6 @@ for document in "$work"/*; do
         processor_time "$bin/pct" show "$document" >>"$work/show.times"
     done
     awk -v name="${document##*/}" -v show="$(median <"$work/show.times")" -v expat="$(median <"$work/expat.times")" \
-        'BEGIN { printf "%-26s %5.2f times Expat alone (%d ms)\n", name, show / expat, expat }'
+        'BEGIN { printf "%-26s %5.2f times Expat alone (%d ms; bar: 3)\n", name, show / expat, expat }'
     rm "$work"/*.times
 done

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Starts as the tool does, up to the chooser on the screen.
 #include "app/StartUp.h"
+#include "app/Translation.h"
 #include "benchmarks/startup/EndAtFirstPaint.h"
 #include "core/HostPaths.h"
 #include "core/QtCompatibility.h"
@@ -12,6 +13,7 @@ int main(int argc, char *argv[])
 {
     initPctResources();
     QApplication application(argc, argv);
+    installTranslation(application, chosenLanguage());
     QtCompatibility::useHighDpiPixmaps();
     HostPaths::putStandInsFirst();
     EndAtFirstPaint end;
