@@ -99,6 +99,7 @@ private slots:
     void everySettingOfADocumentIsShown();
     void theProductComesFromTheRootElement();
     void readableOutputIsAlignedAndHarmless();
+    void longTextsAreShownWhole();
     void aPackageShowsTheSettingsThatItWasBuiltWith();
     void aPackageShowsAsItsKeptDocumentDoes();
     void aProfileShowsTheSettingsThatItWasMadeWith();
@@ -149,6 +150,21 @@ void tst_PctShow::readableOutputIsAlignedAndHarmless()
     QCOMPARE(lines.at(3), text("  strDisableOpenSaveFileAttach  \"Default\""));
     QCOMPARE(lines.at(13), text("  elemRibbonCategory            none"));
     QCOMPARE(lines.at(17), text("  strLoginDomainList            \"a\\nb\\u202ec\""));
+}
+
+/// Of characters that take several units in any encoding, so that none may be cut in half on its way.
+void tst_PctShow::longTextsAreShownWhole()
+{
+    const PctRunner runner;
+    for (const char *beginning : {"", "x"}) {
+        const QByteArray value = beginning + QByteArray("\xf0\x9f\x98\x80").repeated(50 * 1000);
+        const QByteArray preference = "<Preference Text=\"LoginDomain\" String=\"" + value + "\"/>";
+        const QString path =
+            runner.document("PelixPDFEditor", "<Preferences>" + preference + "</Preferences>");
+        const PctResult result = runner.run({text("show"), path});
+        QCOMPARE(result.exitCode, 0);
+        QVERIFY(result.out.contains("  \"" + value + "\"\n"));
+    }
 }
 
 void tst_PctShow::aPackageShowsTheSettingsThatItWasBuiltWith()

@@ -54,6 +54,7 @@ private slots:
     void qtsReaderSeesTheSameTree_data();
     void qtsReaderSeesTheSameTree();
     void theTreeStaysWhenReadingFails();
+    void theFirstOfANameIsFoundAtAnyDepth();
 };
 
 void tst_XmlTree::treesLookAsTheTextSays_data()
@@ -140,6 +141,20 @@ void tst_XmlTree::theTreeStaysWhenReadingFails()
     QVERIFY(!XmlTree::read("<b>\n<c>", document, &error));
     QCOMPARE(described(document), QByteArray("<a></>"));
     QVERIFY2(error.startsWith(QStringLiteral("line 2, column ")), qPrintable(error));
+}
+
+void tst_XmlTree::theFirstOfANameIsFoundAtAnyDepth()
+{
+    QDomDocument document;
+    QVERIFY(XmlTree::read("<a><b><c n='1'/></b><c n='2'><a n='3'/></c><b n='4'/></a>", document));
+    const QStringList names{QStringLiteral("c"), QStringLiteral("missing"), QStringLiteral("a"),
+                            QStringLiteral("b")};
+    const QVector<QDomElement> found = XmlTree::firstNamed(document.documentElement(), names);
+    QCOMPARE(found.size(), names.size());
+    QCOMPARE(found.at(0).attribute(QStringLiteral("n")), QStringLiteral("1"));
+    QVERIFY(found.at(1).isNull());
+    QCOMPARE(found.at(2).attribute(QStringLiteral("n")), QStringLiteral("3"));
+    QVERIFY(!found.at(3).isNull() && !found.at(3).hasAttribute(QStringLiteral("n")));
 }
 
 QTEST_GUILESS_MAIN(tst_XmlTree)
