@@ -163,7 +163,7 @@ void tst_PctShow::longTextsAreShownWhole()
             runner.document("PelixPDFEditor", "<Preferences>" + preference + "</Preferences>");
         const PctResult result = runner.run({text("show"), path});
         QCOMPARE(result.exitCode, 0);
-        QVERIFY(result.out.contains("  \"" + value + "\"\n"));
+        QVERIFY(result.out.contains(QByteArray("  \"" + value + "\"\n")));
     }
 }
 
