@@ -366,10 +366,9 @@ bool BinaryPropertyList::isBinary(const QByteArray &bytes)
     return bytes.startsWith("bplist0");
 }
 
-bool BinaryPropertyList::read(const QByteArray &bytes, PropertyList::Sink &sink, QString &problem)
+Result<> BinaryPropertyList::read(const QByteArray &bytes, PropertyList::Sink &sink)
 {
     if (Walk(bytes, sink).run())
-        return true;
-    problem = QStringLiteral("it is a damaged binary property list, or holds too much");
-    return false;
+        return {};
+    return Problem{{}, QStringLiteral("it is a damaged binary property list, or holds too much")};
 }

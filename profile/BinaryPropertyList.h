@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "core/Result.h"
 #include "profile/PropertyListSink.h"
 
 /// Binary property lists ("bplist0" and any character): a table of objects that refer to each other by
@@ -10,10 +11,10 @@ namespace BinaryPropertyList {
 
 bool isBinary(const QByteArray &bytes);
 
-/// Hands the top object and all that it leads to to the sink. False, with `problem` set to one line, when a
+/// Hands the top object and all that it leads to to the sink. A problem when a
 /// reference leads outside or in a circle, an object has an unknown type or reaches beyond its table, a key
 /// is no text, an integer needs more than 64 bits, or the whole, written out, breaks PropertyListInput's
 /// limits.
-bool read(const QByteArray &bytes, PropertyList::Sink &sink, QString &problem);
+Result<> read(const QByteArray &bytes, PropertyList::Sink &sink);
 
 } // namespace BinaryPropertyList

@@ -38,13 +38,16 @@ QList<ProfileReport::Payload> reportedPayloads(bool editor, QString &problem)
     if (!problem.isEmpty())
         return found;
     const QString domain = ProfileProduct::settingsType(editor);
-    for (const ProfileReport::Payload &payload : ProfileReport::payloads(report, problem)) {
+    const Result<QList<ProfileReport::Payload>> reported = ProfileReport::payloads(report);
+    if (!reported) {
+        problem = QStringLiteral("the report of system_profiler cannot be read: ") + reported.problem().text;
+        return found;
+    }
+    for (const ProfileReport::Payload &payload : *reported) {
         if (payload.type == domain || payload.identifier == ProfileProduct::bundleIdentifier(editor) ||
             payload.settings.contains(domain))
             found.append(payload);
     }
-    if (!problem.isEmpty())
-        problem = QStringLiteral("the report of system_profiler cannot be read: %1").arg(problem);
     return found;
 }
 

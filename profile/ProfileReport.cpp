@@ -98,15 +98,14 @@ void collect(const QVariantList &entries, QList<ProfileReport::Payload> &payload
 
 } // namespace
 
-QList<ProfileReport::Payload> ProfileReport::payloads(const QByteArray &report, QString &problem)
+Result<QList<ProfileReport::Payload>> ProfileReport::payloads(const QByteArray &report)
 {
-    QList<Payload> result;
     VariantBuilder builder;
-    if (!PropertyListInput::read(report, builder, problem))
-        return result;
-    if (builder.result().userType() == QMetaType::QVariantList)
-        collect(builder.result().toList(), result);
-    else
-        problem = QStringLiteral("it is no list of profiles");
+    if (const Result<> read = PropertyListInput::read(report, builder); !read)
+        return read.problem();
+    if (builder.result().userType() != QMetaType::QVariantList)
+        return Problem{{}, QStringLiteral("it is no list of profiles")};
+    QList<Payload> result;
+    collect(builder.result().toList(), result);
     return result;
 }

@@ -20,11 +20,10 @@ QByteArray withoutLead(const QByteArray &bytes)
     return bytes.mid(start);
 }
 
-QString sizeProblem(const QByteArray &bytes)
+Problem tooLarge()
 {
-    if (bytes.size() <= PropertyListInput::maximumBytes)
-        return {};
-    return QStringLiteral("it is larger than %1 MiB").arg(PropertyListInput::maximumBytes / (1024 * 1024));
+    return {{},
+            QStringLiteral("it is larger than %1 MiB").arg(PropertyListInput::maximumBytes / (1024 * 1024))};
 }
 
 bool isUtf8(const QByteArray &bytes)
@@ -65,20 +64,21 @@ PropertyListInput::Format PropertyListInput::formatOf(const QByteArray &bytes)
     return isXml(withoutLead(bytes)) ? Format::Xml : Format::OldStyle;
 }
 
-bool PropertyListInput::read(const QByteArray &bytes, PropertyList::Sink &sink, QString &problem)
+Result<> PropertyListInput::read(const QByteArray &bytes, PropertyList::Sink &sink)
 {
-    problem = sizeProblem(bytes);
-    if (!problem.isEmpty())
-        return false;
-    return formatOf(bytes) == Format::Binary ? BinaryPropertyList::read(bytes, sink, problem)
-                                             : XmlPropertyList::read(withoutLead(bytes), sink, problem);
+    if (bytes.size() > maximumBytes)
+        return tooLarge();
+    return formatOf(bytes) == Format::Binary ? BinaryPropertyList::read(bytes, sink)
+                                             : XmlPropertyList::read(withoutLead(bytes), sink);
 }
 
-QByteArray PropertyListInput::vettedOldStyle(const QByteArray &bytes, QString &problem)
+Result<QByteArray> PropertyListInput::vettedOldStyle(const QByteArray &bytes)
 {
+    if (bytes.size() > maximumBytes)
+        return tooLarge();
     const QByteArray list = withoutLead(bytes);
-    problem = sizeProblem(bytes);
-    if (problem.isEmpty())
-        problem = problemOfOldStyle(list);
-    return problem.isEmpty() ? list : QByteArray();
+    const QString problem = problemOfOldStyle(list);
+    if (!problem.isEmpty())
+        return Problem{{}, problem};
+    return list;
 }

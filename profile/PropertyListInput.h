@@ -2,6 +2,7 @@
 #pragma once
 
 #include "config/XmlStream.h"
+#include "core/Result.h"
 #include "profile/PropertyListSink.h"
 
 #include <QByteArray>
@@ -23,12 +24,12 @@ enum class Format { Xml, Binary, OldStyle };
 /// What the bytes begin as. White space and a byte order mark may stand in front of text.
 Format formatOf(const QByteArray &bytes);
 
-/// Hands an XML or binary list to the sink. False, with `problem` set to one line, when it breaks the limits
-/// or is no sound list; what the sink has got is to be forgotten then.
-bool read(const QByteArray &bytes, PropertyList::Sink &sink, QString &problem);
+/// Hands an XML or binary list to the sink. A problem when it breaks the limits or is no sound list; what the
+/// sink has got is to be forgotten then.
+Result<> read(const QByteArray &bytes, PropertyList::Sink &sink);
 
-/// An old-style list in the form in which Foundation can be given it. Null, with `problem` set to one line,
-/// when it breaks the limits or is no text.
-QByteArray vettedOldStyle(const QByteArray &bytes, QString &problem);
+/// An old-style list in the form in which Foundation can be given it. A problem when it breaks the limits or
+/// is no text.
+Result<QByteArray> vettedOldStyle(const QByteArray &bytes);
 
 } // namespace PropertyListInput

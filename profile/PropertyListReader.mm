@@ -29,11 +29,10 @@ NSDictionary *readVetted(const QByteArray &bytes, NSError **error)
 
 NSDictionary *readOldStyle(const QByteArray &bytes, NSError **error)
 {
-    QString problem;
-    const QByteArray vetted = PropertyListInput::vettedOldStyle(bytes, problem);
-    if (!problem.isEmpty())
-        return refused(toNSString(problem), error);
-    NSDictionary *list = readVetted(vetted, error);
+    const Result<QByteArray> vetted = PropertyListInput::vettedOldStyle(bytes);
+    if (!vetted)
+        return refused(toNSString(vetted.problem().text), error);
+    NSDictionary *list = readVetted(*vetted, error);
     if (hasOnlyTextKeys(list))
         return list;
     return refused(@"a key in it is no text", error);
@@ -46,9 +45,8 @@ NSDictionary *readPropertyList(const QByteArray &bytes, NSError **error)
     if (PropertyListInput::formatOf(bytes) == PropertyListInput::Format::OldStyle)
         return readOldStyle(bytes, error);
     PropertyListBuilder builder;
-    QString problem;
-    if (!PropertyListInput::read(bytes, builder, problem))
-        return refused(toNSString(problem), error);
+    if (const Result<> read = PropertyListInput::read(bytes, builder); !read)
+        return refused(toNSString(read.problem().text), error);
     id list = builder.result();
     return [list isKindOfClass:[NSDictionary class]] ? list : refused(@"it is no dictionary", error);
 }

@@ -171,9 +171,12 @@ private:
 
 } // namespace
 
-bool XmlPropertyList::read(const QByteArray &xml, PropertyList::Sink &sink, QString &problem)
+Result<> XmlPropertyList::read(const QByteArray &xml, PropertyList::Sink &sink)
 {
     Reader reader(sink);
-    return XmlStream::read(xml, reader, &problem,
-                           {PropertyListInput::maximumBytes, PropertyListInput::maximumNodes});
+    QString problem;
+    if (!XmlStream::read(xml, reader, &problem,
+                         {PropertyListInput::maximumBytes, PropertyListInput::maximumNodes}))
+        return Problem{{}, problem};
+    return {};
 }

@@ -2,20 +2,13 @@
 #include "cli/description/Describe.h"
 
 #include "cli/description/Descriptions.h"
-
-#include <QFile>
+#include "core/SafeFile.h"
 
 #include <cstdio>
 
 namespace {
 
-int fail(const QString &subject, const QString &problem)
-{
-    std::fputs(qPrintable(QStringLiteral("%1: %2\n").arg(subject, problem)), stderr);
-    return 1;
-}
-
-QString describedBy(const VerbTable &table, const QString &kind, const QString &form, QString &problem)
+Result<QString> describedBy(const VerbTable &table, const QString &kind, const QString &form)
 {
     if (kind == QLatin1String("bash"))
         return bashCompletion(table, form);
@@ -24,27 +17,32 @@ QString describedBy(const VerbTable &table, const QString &kind, const QString &
     if (kind == QLatin1String("fish"))
         return fishCompletion(table, form);
     if (kind == QLatin1String("manual"))
-        return manualPage(table, form, problem);
-    problem = QStringLiteral("cannot be made as \"%1\"; say bash, zsh, fish or manual").arg(kind);
-    return {};
+        return manualPage(table, form);
+    return Problem{{}, QStringLiteral("cannot be made as \"%1\"; say bash, zsh, fish or manual").arg(kind)};
+}
+
+Result<> writeDescription(const VerbTable &table, const QString &kind, const QString &form,
+                          const QString &path)
+{
+    const Result<QByteArray> bytes = SafeFile::readContents(form);
+    if (!bytes)
+        return bytes.problem();
+    const Result<QString> text = describedBy(table, kind, QString::fromUtf8(*bytes));
+    if (!text)
+        return Problem{form, text.problem().text};
+    return SafeFile::replaceContents(path, text->toUtf8(), SafeFile::Lasting::No);
 }
 
 } // namespace
 
 int describe(const VerbTable &table, const QStringList &arguments)
 {
-    if (arguments.size() != 3)
-        return fail(QStringLiteral("usage"), QStringLiteral("bash|zsh|fish|manual TEMPLATE FILE"));
-    QFile form(arguments.at(1));
-    if (!form.open(QIODevice::ReadOnly))
-        return fail(form.fileName(), form.errorString());
-    QString problem;
-    const QString text = describedBy(table, arguments.at(0), QString::fromUtf8(form.readAll()), problem);
-    if (!problem.isEmpty())
-        return fail(form.fileName(), problem);
-    form.close();
-    QFile file(arguments.at(2));
-    const QByteArray bytes = text.toUtf8();
-    const bool written = file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush();
-    return written ? 0 : fail(file.fileName(), file.errorString());
+    const Result<> written =
+        arguments.size() == 3
+            ? writeDescription(table, arguments.at(0), arguments.at(1), arguments.at(2))
+            : Problem{QStringLiteral("usage"), QStringLiteral("bash|zsh|fish|manual TEMPLATE FILE")};
+    if (written)
+        return 0;
+    std::fputs(qPrintable(written.problem().line() + QLatin1Char('\n')), stderr);
+    return 1;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cli/Verb.h"
+#include "core/Result.h"
 
 #include <QHash>
 #include <QString>
@@ -15,8 +16,8 @@ QString zshCompletion(const VerbTable &table, const QString &form);
 QString fishCompletion(const VerbTable &table, const QString &form);
 
 /// The reference page with the parts between its marks made anew. What is between them now does not matter,
-/// so the page is its own template. `problem` gets a text when a verb has no such part, or a part no verb.
-QString manualPage(const VerbTable &table, const QString &page, QString &problem);
+/// so the page is its own template. A problem when a verb has no such part, or a part no verb.
+Result<QString> manualPage(const VerbTable &table, const QString &page);
 
 /// The template with each line "@WORD@" replaced by the lines of that word.
 QString filledForm(QString form, const QHash<QString, QStringList> &parts);

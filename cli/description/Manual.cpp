@@ -54,8 +54,7 @@ public:
     explicit Page(const VerbTable &table);
 
     void read(const QString &line);
-    QString text() const { return m_lines.join(QLatin1Char('\n')); }
-    QString problem() const;
+    Result<QString> made() const;
 
 private:
     void begin(const QString &words);
@@ -100,25 +99,25 @@ void Page::begin(const QString &words)
                 << QString();
 }
 
-QString Page::problem() const
+Result<QString> Page::made() const
 {
     if (m_inPart)
-        return QStringLiteral("a part has no end");
+        return Problem{{}, QStringLiteral("a part has no end")};
     if (!m_unknown.isEmpty())
-        return QStringLiteral("a part is about \"%1\", which is no verb or has a part already")
-            .arg(m_unknown.first());
+        return Problem{{},
+                       QStringLiteral("a part is about \"%1\", which is no verb or has a part already")
+                           .arg(m_unknown.first())};
     if (!m_missing.isEmpty())
-        return QStringLiteral("a part for \"%1\" is missing").arg(m_missing.first());
-    return {};
+        return Problem{{}, QStringLiteral("a part for \"%1\" is missing").arg(m_missing.first())};
+    return m_lines.join(QLatin1Char('\n'));
 }
 
 } // namespace
 
-QString manualPage(const VerbTable &table, const QString &page, QString &problem)
+Result<QString> manualPage(const VerbTable &table, const QString &page)
 {
-    Page made(table);
+    Page anew(table);
     for (const QString &line : page.split(QLatin1Char('\n')))
-        made.read(line);
-    problem = made.problem();
-    return made.text();
+        anew.read(line);
+    return anew.made();
 }

@@ -67,17 +67,17 @@ private slots:
     {
         QFETCH(QString, written);
         Notes notes;
-        QString problem;
-        QVERIFY2(BinaryPropertyList::read(writtenByPython(written), notes, problem), qPrintable(problem));
+        QVERIFY(BinaryPropertyList::read(writtenByPython(written), notes));
         QTEST(notes.words.join(QLatin1Char(' ')), "words");
     }
 
     void aUidOfMoreThanFourBytesIsRefused()
     {
         Notes notes;
-        QString problem;
-        QVERIFY(!BinaryPropertyList::read(writtenByPython(QStringLiteral("UID(2**32)")), notes, problem));
-        QVERIFY(!problem.isEmpty());
+        const Result<> refused =
+            BinaryPropertyList::read(writtenByPython(QStringLiteral("UID(2**32)")), notes);
+        QVERIFY(!refused);
+        QVERIFY(!refused.problem().text.isEmpty());
     }
 };
 

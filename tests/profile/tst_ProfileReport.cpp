@@ -38,9 +38,9 @@ private slots:
                       reported("organization", "Org") + reported("description", "For all"),
                   first + second);
         const QByteArray report = propertyList(array(entry("all", {}, entry("section", {}, profile))));
-        QString problem = QStringLiteral("from before");
-        const QList<ProfileReport::Payload> payloads = ProfileReport::payloads(report, problem);
-        QCOMPARE(problem, QString());
+        const Result<QList<ProfileReport::Payload>> read = ProfileReport::payloads(report);
+        QVERIFY(read);
+        const QList<ProfileReport::Payload> &payloads = *read;
         QCOMPARE(payloads.size(), 2);
         QCOMPARE(payloads[0].type, QStringLiteral("type.one"));
         QCOMPARE(payloads[0].identifier, QStringLiteral("id.1"));
@@ -67,9 +67,9 @@ private slots:
     void aReportThatIsNoneIsTold()
     {
         QFETCH(QByteArray, report);
-        QString problem;
-        QVERIFY(ProfileReport::payloads(report, problem).isEmpty());
-        QVERIFY(!problem.isEmpty());
+        const Result<QList<ProfileReport::Payload>> read = ProfileReport::payloads(report);
+        QVERIFY(!read);
+        QVERIFY(!read.problem().text.isEmpty());
     }
 };
 
