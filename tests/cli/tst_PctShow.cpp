@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/cli/BuildCommand.h"
 #include "tests/cli/ProfileRunner.h"
+#include "tests/cli/ShownSettings.h"
 #include "tests/support/TestFiles.h"
 
 #include <QtTest>
@@ -36,46 +37,24 @@ QByteArray everySetting()
 
 QJsonObject everySettingJson()
 {
-    return {{text("bShowStartPage"), false},
-            {text("bRemoveAdvertise"), true},
-            {text("strDisableOpenSaveFileAttach"), text("1")},
-            {text("nFileAttachmentsMode"), -1},
-            {text("strBuiltInPermList"), text("version:1|.exe:3")},
-            {text("bDisableOpenFileAll"), true},
-            {text("strUnloadPluginArray"), text("libOne.dylib;libTwo.dylib;")},
-            {text("bMIPCheckPolicySet"), true},
-            {text("nMIPCheckPolicyOnDocSave"), 1},
-            {text("nAuthLibrary"), 1},
-            {text("bHideMyApps"), true},
-            {text("bSupportExtSSO"), true},
-            {text("elemRibbonCategory"), text("<RibbonUI name=\"r\"><Tab/></RibbonUI>")},
-            {text("elemQuickAccessBar"), text("<QuickAccessBar name=\"q\"/>")},
-            {text("bUseOAuth2"), true},
-            {text("strLoginDomain"), text("2")},
-            {text("strLoginDomainList"), text("a.example;b.example")},
-            {text("bSetAsDefaultViewer"), false}};
-}
-
-QJsonObject defaultsJson()
-{
-    return {{text("bShowStartPage"), true},
-            {text("bRemoveAdvertise"), false},
-            {text("strDisableOpenSaveFileAttach"), text("Default")},
-            {text("nFileAttachmentsMode"), -1},
-            {text("strBuiltInPermList"), QString()},
-            {text("bDisableOpenFileAll"), false},
-            {text("strUnloadPluginArray"), QString()},
-            {text("bMIPCheckPolicySet"), false},
-            {text("nMIPCheckPolicyOnDocSave"), -1},
-            {text("nAuthLibrary"), 0},
-            {text("bHideMyApps"), false},
-            {text("bSupportExtSSO"), false},
-            {text("elemRibbonCategory"), QJsonValue()},
-            {text("elemQuickAccessBar"), QJsonValue()},
-            {text("bUseOAuth2"), false},
-            {text("strLoginDomain"), text("1")},
-            {text("strLoginDomainList"), QString()},
-            {text("bSetAsDefaultViewer"), true}};
+    return shownWith({{text("bShowStartPage"), false},
+                      {text("bRemoveAdvertise"), true},
+                      {text("strDisableOpenSaveFileAttach"), text("1")},
+                      {text("nFileAttachmentsMode"), -1},
+                      {text("strBuiltInPermList"), text("version:1|.exe:3")},
+                      {text("bDisableOpenFileAll"), true},
+                      {text("strUnloadPluginArray"), text("libOne.dylib;libTwo.dylib;")},
+                      {text("bMIPCheckPolicySet"), true},
+                      {text("nMIPCheckPolicyOnDocSave"), 1},
+                      {text("nAuthLibrary"), 1},
+                      {text("bHideMyApps"), true},
+                      {text("bSupportExtSSO"), true},
+                      {text("elemRibbonCategory"), text("<RibbonUI name=\"r\"><Tab/></RibbonUI>")},
+                      {text("elemQuickAccessBar"), text("<QuickAccessBar name=\"q\"/>")},
+                      {text("bUseOAuth2"), true},
+                      {text("strLoginDomain"), text("2")},
+                      {text("strLoginDomainList"), text("a.example;b.example")},
+                      {text("bSetAsDefaultViewer"), false}});
 }
 
 PctResult showJson(const PctRunner &runner, const QString &file)
@@ -115,7 +94,7 @@ void tst_PctShow::anEmptyDocumentShowsTheDefaults()
     QVERIFY2(result.exitCode == 0, result.err.constData());
     const QJsonObject expected{{text("kind"), text("document")},
                                {text("product"), text("editor")},
-                               {text("settings"), defaultsJson()}};
+                               {text("settings"), shownDefaults()}};
     QCOMPARE(result.json(), expected);
 }
 

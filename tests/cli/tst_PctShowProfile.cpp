@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/cli/ProfileRunner.h"
+#include "tests/cli/ShownSettings.h"
 #include "tests/support/TestFiles.h"
 
 #include <QtTest>
@@ -46,24 +47,24 @@ QByteArray everySetting()
 
 QJsonObject everySettingJson()
 {
-    return {{text("bShowStartPage"), false},
-            {text("bRemoveAdvertise"), true},
-            {text("strDisableOpenSaveFileAttach"), text("Default")},
-            {text("nFileAttachmentsMode"), 2},
-            {text("strBuiltInPermList"), text("version:1|.exe:3")},
-            {text("bDisableOpenFileAll"), true},
-            {text("strUnloadPluginArray"), text("libOne.dylib;")},
-            {text("bMIPCheckPolicySet"), true},
-            {text("nMIPCheckPolicyOnDocSave"), 1},
-            {text("nAuthLibrary"), 1},
-            {text("bHideMyApps"), true},
-            {text("bSupportExtSSO"), true},
-            {text("elemRibbonCategory"), text("<RibbonUI name=\"r\"/>")},
-            {text("elemQuickAccessBar"), text("<QuickAccessBar name=\"q\"/>")},
-            {text("bUseOAuth2"), true},
-            {text("strLoginDomain"), text("2")},
-            {text("strLoginDomainList"), text("a.example;ä.example")},
-            {text("bSetAsDefaultViewer"), true}};
+    return shownWith({{text("bShowStartPage"), false},
+                      {text("bRemoveAdvertise"), true},
+                      {text("strDisableOpenSaveFileAttach"), text("Default")},
+                      {text("nFileAttachmentsMode"), 2},
+                      {text("strBuiltInPermList"), text("version:1|.exe:3")},
+                      {text("bDisableOpenFileAll"), true},
+                      {text("strUnloadPluginArray"), text("libOne.dylib;")},
+                      {text("bMIPCheckPolicySet"), true},
+                      {text("nMIPCheckPolicyOnDocSave"), 1},
+                      {text("nAuthLibrary"), 1},
+                      {text("bHideMyApps"), true},
+                      {text("bSupportExtSSO"), true},
+                      {text("elemRibbonCategory"), text("<RibbonUI name=\"r\"/>")},
+                      {text("elemQuickAccessBar"), text("<QuickAccessBar name=\"q\"/>")},
+                      {text("bUseOAuth2"), true},
+                      {text("strLoginDomain"), text("2")},
+                      {text("strLoginDomainList"), text("a.example;ä.example")},
+                      {text("bSetAsDefaultViewer"), true}});
 }
 
 QJsonObject identityJson()
