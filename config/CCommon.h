@@ -96,6 +96,9 @@ public:
     /// The product version that the postinstall script names, or empty; see productVersion().
     static QString GetAppVersion(QString pkgDir, bool bEditor);
 
+    /// The same, but a script that is there and cannot be read is a problem instead of no version.
+    static Result<QString> ReadAppVersion(QString pkgDir, bool bEditor);
+
     // ---- Adding to an expanded package (package/CCommon_additions.cpp) ----
 
     /// Writes the document to xmlPath, or to "ProfStore.xml" in the temporary folder when that is

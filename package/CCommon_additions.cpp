@@ -74,8 +74,10 @@ bool CCommon::EditorXmlConfigfileToPkg(QString pkgDir, bool bEditor, const QStri
                                        const EditorXmlData &settings, QString *error,
                                        SafeFile::Lasting lasting)
 {
-    const QDomDocument document =
-        ConfigDocument::fromSettings(settings, bEditor, GetAppVersion(pkgDir, bEditor));
+    const Result<QString> version = ReadAppVersion(pkgDir, bEditor);
+    if (!version)
+        return fail(error, version.problem().line());
+    const QDomDocument document = ConfigDocument::fromSettings(settings, bEditor, *version);
     const QString path = xmlPath.isEmpty() ? temporaryDocumentPath() : xmlPath;
     QString cause;
     if (!ConfigDocument::save(document, path, &cause, lasting))

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/CCommon.h"
 #include "core/Command.h"
+#include "core/SafeFile.h"
 #include "core/TransientFolder.h"
 #include "package/Failure.h"
 #include "package/Logging.h"
@@ -93,8 +94,19 @@ bool CCommon::FlattenUnPkg(QString srcDir, QString outPkg, QString *error)
 
 QString CCommon::GetAppVersion(QString pkgDir, bool bEditor)
 {
+    const Result<QString> version = ReadAppVersion(pkgDir, bEditor);
+    return version ? *version : QString();
+}
+
+Result<QString> CCommon::ReadAppVersion(QString pkgDir, bool bEditor)
+{
     const QString scripts = scriptsFolder(pkgDir, bEditor);
     qCDebug(logPackage).noquote() << QStringLiteral("qsTemp:") + scripts;
-    const Result<QString> postinstall = readScript(scripts + QStringLiteral("postinstall"));
-    return postinstall ? productVersion(*postinstall) : QString();
+    const QString path = scripts + QStringLiteral("postinstall");
+    if (SafeFile::kindOf(path) == SafeFile::Kind::Missing)
+        return QString();
+    const Result<QString> postinstall = readScript(path);
+    if (!postinstall)
+        return postinstall.problem();
+    return productVersion(*postinstall);
 }

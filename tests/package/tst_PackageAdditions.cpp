@@ -262,6 +262,17 @@ private slots:
         QCOMPARE(TestFiles::read(m_document), QByteArray("<document/>"));
     }
 
+    void aScriptThatCannotBeReadIsNoScriptWithoutAVersion()
+    {
+        QFile script(scripts("postinstall"));
+        QVERIFY(script.resize(qint64{17} * 1024 * 1024));
+        QString error;
+        QVERIFY(!CCommon::EditorXmlConfigfileToPkg(m_component, true, m_document, &error));
+        QCOMPARE(error, script.fileName() + QStringLiteral(": is too large for a script"));
+        QVERIFY(!QFileInfo::exists(scripts("ProfStore.xml")));
+        QCOMPARE(TestFiles::read(m_document), QByteArray("<document/>"));
+    }
+
     void aReadOnlyFolderForTheDocumentFailsBeforeAnythingIsAdded()
     {
         if (::geteuid() == 0)
