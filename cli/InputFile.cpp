@@ -91,7 +91,8 @@ FileKind kindOfFile(const QString &path)
     const QByteArray start = beginningOf(path);
     if (start.startsWith("xar!"))
         return FileKind::Package;
-    if (SignedMessage::isOne(start) || start.startsWith("bplist"))
+    const bool isOldStyle = start.trimmed().startsWith('{');
+    if (isOldStyle || SignedMessage::isOne(start) || start.startsWith("bplist"))
         return FileKind::Profile;
     const QString root = XmlStream::rootName(start.trimmed());
     // Property lists may lack their outermost element.

@@ -132,7 +132,15 @@ Result<SettingsFile> readSettings(const QString &path)
         return readPackage(path);
     case FileKind::Profile:
         return parseProfile(path);
-    default:
+    case FileKind::Document:
         return parseDocument(path);
+    case FileKind::Unknown:
+        break;
     }
+    // An old-style profile may begin with anything.
+    Result<SettingsFile> document = parseDocument(path);
+    if (document)
+        return document;
+    Result<SettingsFile> profile = parseProfile(path);
+    return profile ? profile : document;
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/XmlStream.h"
 
-#include <expat.h>
+#include "config/XmlEncoding.h"
 
 #include <array>
 #include <cstring>
@@ -22,38 +22,6 @@ using Parser = std::unique_ptr<std::remove_pointer_t<XML_Parser>, ParserDeleter>
 
 /// The one control character of ASCII that Expat lets through.
 constexpr char deleteCharacter = 0x7f;
-
-bool startsWithUtf16Mark(const QByteArray &xml)
-{
-    return xml.startsWith("\xfe\xff") || xml.startsWith("\xff\xfe");
-}
-
-bool isUtf16(const QByteArray &xml)
-{
-    return xml.size() > 1 && (startsWithUtf16Mark(xml) || xml.at(0) == 0 || xml.at(1) == 0);
-}
-
-/// A byte order mark is right where the declaration says something else.
-const char *markedEncoding(const QByteArray &xml)
-{
-    if (xml.startsWith("\xef\xbb\xbf"))
-        return "UTF-8";
-    return startsWithUtf16Mark(xml) ? "UTF-16" : nullptr;
-}
-
-/// Expat takes the unit behind the first half of a pair for the second half, whatever it is.
-bool hasHalfAPair(const QByteArray &xml)
-{
-    const bool bigEndian = xml.startsWith('\xfe') || xml.at(0) == 0;
-    bool expectsLow = false;
-    for (int i = bigEndian ? 0 : 1; i < xml.size(); i += 2) {
-        const int kind = static_cast<uchar>(xml.at(i)) & 0xfc;
-        if ((kind == 0xdc) != expectsLow)
-            return true;
-        expectsLow = kind == 0xd8;
-    }
-    return expectsLow;
-}
 
 /// References that stand in a start tag and are known without declarations.
 bool isDeclaredNowhere(const QByteArray &reference)
@@ -116,7 +84,7 @@ public:
         : m_xml(xml)
         , m_handler(handler)
         , m_limits(limits)
-        , m_parser(XML_ParserCreate(markedEncoding(xml)))
+        , m_parser(XmlEncoding::newParser(xml))
     {
         XML_SetUserData(m_parser.get(), this);
         observeProlog();
@@ -205,6 +173,9 @@ private:
     {
         flushText();
         --m_depth;
+        // The end of an element that is one tag has no bytes of its own.
+        if (isGoingOn() && XML_GetCurrentByteCount(m_parser.get()) == 0)
+            take(m_handler.emptyTag());
         if (isGoingOn())
             take(m_handler.endElement());
     }
@@ -354,7 +325,7 @@ QString firstProblem(const QByteArray &xml, XmlStream::Handler &handler, const X
 {
     if (xml.size() > limits.bytes)
         return QStringLiteral("it is larger than %1 MiB").arg(limits.bytes / (1024 * 1024));
-    if (isUtf16(xml) && hasHalfAPair(xml))
+    if (XmlEncoding::hasHalfAPair(xml))
         return QStringLiteral("it holds half of a surrogate pair");
     return Reading(xml, handler, limits).firstProblem();
 }

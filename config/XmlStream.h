@@ -55,6 +55,9 @@ public:
         return {};
     }
 
+    /// The element that has just begun is written as one tag. Its end follows.
+    virtual QString emptyTag() { return {}; }
+
     virtual QString endElement() { return {}; }
 
     /// All text up to the next piece at once, line ends as line feeds, references resolved; never empty.

@@ -11,10 +11,6 @@
 extern "C" {
 #endif
 
-/// The dictionary that vetted data holds. nil, with the error set, when it does not parse or holds
-/// anything else.
-NSDictionary *dictionaryFromPropertyList(NSData *data, NSError **error);
-
 /// The XML form of a property list; nil with the error set when it holds what XML cannot carry.
 NSData *xmlFromPropertyList(id propertyList, NSError **error);
 

@@ -23,25 +23,6 @@ static NSString *reasonOf(NSException *exception)
     return reason ? reason : [exception name];
 }
 
-NSDictionary *dictionaryFromPropertyList(NSData *data, NSError **error)
-{
-    NSError *found = nil;
-    NSString *problem = @"it is no dictionary";
-    id result = nil;
-    @try {
-        result = [NSPropertyListSerialization propertyListWithData:data
-                                                           options:NSPropertyListImmutable
-                                                            format:NULL
-                                                             error:&found];
-    } @catch (NSException *exception) {
-        problem = reasonOf(exception);
-    }
-    if ([result isKindOfClass:[NSDictionary class]])
-        return result;
-    setError(error, result ? nil : found, problem);
-    return nil;
-}
-
 NSData *xmlFromPropertyList(id propertyList, NSError **error)
 {
     NSError *found = nil;

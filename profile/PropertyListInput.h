@@ -8,10 +8,9 @@
 #include <QByteArray>
 #include <QString>
 
-/// Property lists of any format and origin. Foundation's parsers recurse without a limit, follow references
-/// in a circle, differ in what they refuse, and one of them takes what it does not understand for nothing at
-/// all; so XML and binary lists are read here, and old-style ones looked at before Foundation sees them.
-/// Linear in time; any thread.
+/// Property lists of any format and origin. They are read here, because Foundation's parsers recurse without
+/// a limit, follow references in a circle, differ in what they refuse, and some of them take what they do not
+/// understand for nothing at all. Linear in time; any thread.
 namespace PropertyListInput {
 
 constexpr qint64 maximumBytes = XmlStream::maximumBytes;
@@ -24,12 +23,8 @@ enum class Format { Xml, Binary, OldStyle };
 /// What the bytes begin as. White space and a byte order mark may stand in front of text.
 Format formatOf(const QByteArray &bytes);
 
-/// Hands an XML or binary list to the sink. A problem when it breaks the limits or is no sound list; what the
-/// sink has got is to be forgotten then.
+/// Hands the list to the sink. A problem when it breaks the limits or is no sound list; what the sink has got
+/// is to be forgotten then.
 Result<> read(const QByteArray &bytes, PropertyList::Sink &sink);
-
-/// An old-style list in the form in which Foundation can be given it. A problem when it breaks the limits or
-/// is no text.
-Result<QByteArray> vettedOldStyle(const QByteArray &bytes);
 
 } // namespace PropertyListInput

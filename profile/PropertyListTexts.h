@@ -5,10 +5,6 @@
 
 class QString;
 
-/// Whether every key of every dictionary in it is a text, as all others take for granted. Some formats allow
-/// other keys.
-bool hasOnlyTextKeys(id list);
-
 /// A copy of a property list in which every text, keys included, went through the function, which must keep
 /// different texts different. Autoreleased; nil gives nil.
 NSDictionary *changedTexts(NSDictionary *list, QString (*change)(const QString &text));

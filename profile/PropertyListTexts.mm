@@ -31,23 +31,7 @@ id changed(id value, Change change)
     return [value isKindOfClass:[NSArray class]] ? changedItems(value, change) : value;
 }
 
-bool areAll(NSEnumerator *objects, bool (*holds)(id object))
-{
-    for (id object = [objects nextObject]; object != nil; object = [objects nextObject]) {
-        if (!holds(object))
-            return false;
-    }
-    return true;
-}
-
 } // namespace
-
-bool hasOnlyTextKeys(id list)
-{
-    if ([list isKindOfClass:[NSDictionary class]])
-        return areAll([list keyEnumerator], isText) && areAll([list objectEnumerator], hasOnlyTextKeys);
-    return ![list isKindOfClass:[NSArray class]] || areAll([list objectEnumerator], hasOnlyTextKeys);
-}
 
 NSDictionary *changedTexts(NSDictionary *list, QString (*change)(const QString &text))
 {

@@ -89,6 +89,13 @@ public:
         return problem;
     }
 
+    QString emptyTag() override
+    {
+        // No data at all takes two tags for Foundation.
+        const bool isData = m_levels.last().kind == Kind::Data;
+        return isData ? QStringLiteral("<data/> is not valid") : QString();
+    }
+
     QString endElement() override
     {
         const Level level = m_levels.takeLast();

@@ -3,6 +3,7 @@
 
 #include "hosttools/flatpkg/Error.h"
 #include "hosttools/flatpkg/Interrupt.h"
+#include "hosttools/flatpkg/XmlEncoding.h"
 
 #include <algorithm>
 #include <cstring>
@@ -93,7 +94,7 @@ XmlReader::Parser::Parser(const QByteArray &document, QByteArray subject, const 
     : m_document(document)
     , m_subject(std::move(subject))
     , m_limits(limits)
-    , m_expat(XML_ParserCreate(nullptr), XML_ParserFree)
+    , m_expat(newXmlParser(document), XML_ParserFree)
 {
     if (!m_expat)
         throw std::bad_alloc();

@@ -4,6 +4,7 @@
 #include "hosttools/flatpkg/Error.h"
 #include "hosttools/profiles/BinaryList.h"
 #include "hosttools/profiles/Contained.h"
+#include "hosttools/profiles/OldStyleList.h"
 #include "hosttools/profiles/XmlList.h"
 
 #include <QXmlStreamReader>
@@ -54,11 +55,18 @@ void requireWellFormed(const QByteArray &xml)
         throw Error("holds text that no property list can hold");
 }
 
+/// A list in a form that the library does not mistake.
+QByteArray strict(const QByteArray &bytes)
+{
+    if (BinaryList::isOne(bytes))
+        return BinaryList::withSoundTables(bytes);
+    return OldStyleList::isOne(bytes) ? OldStyleList::asXml(bytes, mostLevels)
+                                      : XmlList::simplified(bytes, mostLevels);
+}
+
 QByteArray checkedXml(const QByteArray &bytes)
 {
-    const bool isBinary = BinaryList::isOne(bytes);
-    const Node node =
-        parsed(isBinary ? BinaryList::withSoundTables(bytes) : XmlList::simplified(bytes, mostLevels));
+    const Node node = parsed(strict(bytes));
     requireLevels(node.get(), mostLevels);
     const QByteArray xml = toXml(node.get());
     requireWellFormed(xml);

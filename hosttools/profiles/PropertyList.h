@@ -17,7 +17,7 @@ struct Deleter
 /// Owns a node and all below it.
 using Node = std::unique_ptr<void, Deleter>;
 
-/// Reads XML or binary bytes of any origin. Refused are more than 64 levels, texts that XML cannot hold, and
+/// Reads bytes of any format and origin. Refused are more than 64 levels, texts that XML cannot hold, and
 /// what the Mac's commands refuse.
 Node read(const QByteArray &bytes);
 

@@ -2,6 +2,7 @@
 #include "hosttools/profiles/XmlList.h"
 
 #include "hosttools/flatpkg/Error.h"
+#include "hosttools/flatpkg/XmlEncoding.h"
 
 #include <QVector>
 
@@ -9,7 +10,6 @@
 #include <array>
 #include <cctype>
 #include <cstring>
-#include <expat.h>
 #include <memory>
 
 using namespace FlatPkg;
@@ -125,9 +125,9 @@ struct Level
 class Simplifying
 {
 public:
-    explicit Simplifying(int mostLevels)
+    Simplifying(const QByteArray &xml, int mostLevels)
         : m_mostLevels(mostLevels)
-        , m_parser(XML_ParserCreate(nullptr))
+        , m_parser(newXmlParser(xml))
     {
         XML_SetUserData(m_parser.get(), this);
         XML_SetElementHandler(
@@ -212,6 +212,9 @@ private:
     void end()
     {
         const bool wasInScalar = isInScalar();
+        // The end of an element that is one tag has no bytes of its own.
+        if (m_levels.last().name == "data" && XML_GetCurrentByteCount(m_parser.get()) == 0)
+            throw Error("<data/> is not valid");
         const Level level = m_levels.takeLast();
         if (level.name == "plist" && level.children == 0)
             throw Error("it holds no value");
@@ -262,6 +265,6 @@ private:
 
 QByteArray XmlList::simplified(const QByteArray &xml, int mostLevels)
 {
-    const auto *start = std::find_if_not(xml.begin(), xml.end(), isSpace);
-    return Simplifying(mostLevels).run(QByteArray::fromRawData(start, int(xml.end() - start)));
+    const QByteArray list = withoutSpaceInFront(xml);
+    return Simplifying(list, mostLevels).run(list);
 }

@@ -12,15 +12,6 @@ QString text(const char *literal)
     return QString::fromUtf8(literal);
 }
 
-void addRows(const QList<PropertyListCase> &rows)
-{
-    QTest::addColumn<QByteArray>("profile");
-    QTest::addColumn<bool>("isRead");
-    QTest::addColumn<QString>("domains");
-    for (const PropertyListCase &row : rows)
-        QTest::newRow(row.name.constData()) << row.profile << row.isRead << row.domains;
-}
-
 } // namespace
 
 /// A damaged profile is refused in one line and a good one read right, whatever its format.
@@ -29,10 +20,12 @@ class tst_PctPropertyLists : public QObject
     Q_OBJECT
 
 private slots:
-    void anXmlListIsShownOrRefused_data() { addRows(PropertyListCases::xml()); }
+    void anXmlListIsShownOrRefused_data() { PropertyListCases::addRows(PropertyListCases::xml()); }
     void anXmlListIsShownOrRefused() { verifyShown(); }
-    void aBinaryListIsShownOrRefused_data() { addRows(PropertyListCases::binary()); }
+    void aBinaryListIsShownOrRefused_data() { PropertyListCases::addRows(PropertyListCases::binary()); }
     void aBinaryListIsShownOrRefused() { verifyShown(); }
+    void anOldStyleListIsShownOrRefused_data() { PropertyListCases::addRows(PropertyListCases::oldStyle()); }
+    void anOldStyleListIsShownOrRefused() { verifyShown(); }
     void aListIsASourceOrRefused_data();
     void aListIsASourceOrRefused();
 
@@ -60,7 +53,8 @@ void tst_PctPropertyLists::verifyShown()
 
 void tst_PctPropertyLists::aListIsASourceOrRefused_data()
 {
-    addRows(PropertyListCases::xml() + PropertyListCases::binary());
+    PropertyListCases::addRows(PropertyListCases::xml() + PropertyListCases::binary() +
+                               PropertyListCases::oldStyle());
 }
 
 void tst_PctPropertyLists::aListIsASourceOrRefused()

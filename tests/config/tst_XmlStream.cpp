@@ -92,6 +92,9 @@ private slots:
     void aDocumentTypeIsTheHandlersDecision();
     void referencesThatNothingDeclaresAreRefusedBehindADocumentType();
     void aByteOrderMarkWinsOverTheDeclaration();
+    void encodingsAreKnownByTheirOtherNames_data();
+    void encodingsAreKnownByTheirOtherNames();
+    void whatIsNoCharacterOfTheEncodingIsRefused();
 };
 
 void tst_XmlStream::acceptsOrRefuses_data()
@@ -262,6 +265,49 @@ void tst_XmlStream::aByteOrderMarkWinsOverTheDeclaration()
         QString error;
         QVERIFY2(XmlStream::read(xml, notes, &error), qPrintable(error));
         QCOMPARE(notes.words.at(2), QByteArray("T\xc3\xa9"));
+    }
+}
+
+void tst_XmlStream::encodingsAreKnownByTheirOtherNames_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QByteArray>("utf8");
+    const QByteArray text = "\xc3\xa4\xe2\x82\xac\xf0\x9f\x98\x80";
+    for (const auto *name : {"utf8", "UTF8", "utf_8", "utf-8"})
+        QTest::newRow(name) << text << text;
+    for (const auto *name : {"latin1", "Latin-1", "l1", "iso8859-1", "ISO_8859-1", "iso-ir-100", "IBM819",
+                             "cp819", "csISOLatin1", "iso-8859-1"})
+        QTest::newRow(name) << QByteArray("\xa0\xe4\xff") << QByteArray("\xc2\xa0\xc3\xa4\xc3\xbf");
+    for (const auto *name : {"windows-1252", "Windows-1252", "cp1252"})
+        QTest::newRow(name) << QByteArray("\x80\x8a\x9f\xe4")
+                            << QByteArray("\xe2\x82\xac\xc5\xa0\xc5\xb8\xc3\xa4");
+}
+
+void tst_XmlStream::encodingsAreKnownByTheirOtherNames()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(QByteArray, utf8);
+    const QByteArray name = QTest::currentDataTag();
+    for (const QByteArray &declared :
+         {QByteArray("='" + name + '\''), QByteArray("\n=\n\"" + name + "\" standalone='yes'")}) {
+        Notes notes;
+        QString error;
+        QVERIFY2(XmlStream::read("<?xml version='1.0' encoding" + declared + "?><a>" + bytes + "</a>", notes,
+                                 &error),
+                 qPrintable(error));
+        QVERIFY(notes.words.at(0).startsWith(QByteArray("xml 1.0 " + name)));
+        QCOMPARE(notes.words.at(2), 'T' + utf8);
+    }
+}
+
+void tst_XmlStream::whatIsNoCharacterOfTheEncodingIsRefused()
+{
+    for (const auto *xml :
+         {"<?xml version='1.0' encoding='utf8'?><a>\xe4</a>",
+          "<?xml version='1.0' encoding='cp1252'?><a>\x81</a>", "<?xml version='1.0' encoding='latin9'?><a/>",
+          "<?xml version='1.0' encoding='windows-1251'?><a/>"}) {
+        Notes notes;
+        QVERIFY2(!XmlStream::read(xml, notes), xml);
     }
 }
 

@@ -8,15 +8,6 @@
 
 namespace {
 
-void addRows(const QList<PropertyListCase> &rows)
-{
-    QTest::addColumn<QByteArray>("profile");
-    QTest::addColumn<bool>("isRead");
-    QTest::addColumn<QString>("domains");
-    for (const PropertyListCase &row : rows)
-        QTest::newRow(row.name.constData()) << row.profile << row.isRead << row.domains;
-}
-
 /// The list of domains of the only profile that is shown, as Python reads it.
 QString shownDomains(const ProfilesRun &run)
 {
@@ -41,10 +32,15 @@ class tst_ProfilesPropertyLists : public QObject
     Q_OBJECT
 
 private slots:
-    void anXmlListIsInstalledOrRefused_data() { addRows(PropertyListCases::xml()); }
+    void anXmlListIsInstalledOrRefused_data() { PropertyListCases::addRows(PropertyListCases::xml()); }
     void anXmlListIsInstalledOrRefused() { verifyInstallation(); }
-    void aBinaryListIsInstalledOrRefused_data() { addRows(PropertyListCases::binary()); }
+    void aBinaryListIsInstalledOrRefused_data() { PropertyListCases::addRows(PropertyListCases::binary()); }
     void aBinaryListIsInstalledOrRefused() { verifyInstallation(); }
+    void anOldStyleListIsInstalledOrRefused_data()
+    {
+        PropertyListCases::addRows(PropertyListCases::oldStyle());
+    }
+    void anOldStyleListIsInstalledOrRefused() { verifyInstallation(); }
 
 private:
     static void verifyInstallation()

@@ -17,6 +17,8 @@ private slots:
     void readsText();
     void readsAttributes();
     void saysWhichEncodingIsDeclared();
+    void knowsEncodingsByTheirOtherNames_data();
+    void knowsEncodingsByTheirOtherNames();
     void refusesElementsWhereTextBelongs();
     void refusesWhatIsNotWellFormed_data();
     void refusesWhatIsNotWellFormed();
@@ -120,6 +122,31 @@ void tst_XmlReader::saysWhichEncodingIsDeclared()
     XmlReader without(undeclared);
     QVERIFY(without.readNextStartElement());
     QCOMPARE(without.encoding(), QByteArray());
+}
+
+void tst_XmlReader::knowsEncodingsByTheirOtherNames_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QByteArray>("utf8");
+    QTest::newRow("utf8") << QByteArray("\xf0\x9f\x98\x80") << QByteArray("\xf0\x9f\x98\x80");
+    QTest::newRow("UTF_8") << QByteArray("\xc3\xa4") << QByteArray("\xc3\xa4");
+    for (const auto *name : {"latin1", "ISO_8859-1", "iso8859-1", "L1", "cp819"})
+        QTest::newRow(name) << QByteArray("\xe4") << QByteArray("\xc3\xa4");
+    for (const auto *name : {"windows-1252", "CP1252"})
+        QTest::newRow(name) << QByteArray("\x80\x9f") << QByteArray("\xe2\x82\xac\xc5\xb8");
+}
+
+void tst_XmlReader::knowsEncodingsByTheirOtherNames()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(QByteArray, utf8);
+    const QByteArray start =
+        QByteArray("<?xml version='1.0' encoding = \"") + QTest::currentDataTag() + "\"?>";
+    const QByteArray document = start + "<a>" + bytes + "</a>";
+    XmlReader reader(document);
+    QVERIFY(reader.readNextStartElement());
+    QCOMPARE(reader.readText(), utf8);
+    QVERIFY(!problemOf(start.chopped(3) + "x\"?><a/>").isEmpty());
 }
 
 void tst_XmlReader::refusesElementsWhereTextBelongs()

@@ -14,16 +14,6 @@ namespace {
 
 const QString notParsed = QStringLiteral("warning Failed to parse profile : ");
 
-void addRows(const QList<PropertyListCase> &rows)
-{
-    QTest::addColumn<QByteArray>("profile");
-    QTest::addColumn<bool>("isRead");
-    QTest::addColumn<QString>("domains");
-    QTest::addColumn<bool>("isUtf8");
-    for (const PropertyListCase &row : rows)
-        QTest::newRow(row.name.constData()) << row.profile << row.isRead << row.domains << row.isUtf8;
-}
-
 } // namespace
 
 /// What is a property list and what is a damaged one, for files as the window and as `pct` reads them.
@@ -32,17 +22,24 @@ class tst_PropertyListCases : public QObject
     Q_OBJECT
 
 private slots:
-    void anXmlListIsReadOrRefused_data() { addRows(PropertyListCases::xml()); }
+    void anXmlListIsReadOrRefused_data() { PropertyListCases::addRows(PropertyListCases::xml()); }
 
     void anXmlListIsReadOrRefused() { verifyFile(); }
 
-    void aBinaryListIsReadOrRefused_data() { addRows(PropertyListCases::binary()); }
+    void aBinaryListIsReadOrRefused_data() { PropertyListCases::addRows(PropertyListCases::binary()); }
 
     void aBinaryListIsReadOrRefused() { verifyFile(); }
 
-    void theWindowReadsOrRefusesAnXmlList_data() { anXmlListIsReadOrRefused_data(); }
+    void anOldStyleListIsReadOrRefused_data() { PropertyListCases::addRows(PropertyListCases::oldStyle()); }
 
-    void theWindowReadsOrRefusesAnXmlList()
+    void anOldStyleListIsReadOrRefused() { verifyFile(); }
+
+    void theWindowReadsOrRefusesAList_data()
+    {
+        PropertyListCases::addRows(PropertyListCases::xml() + PropertyListCases::oldStyle());
+    }
+
+    void theWindowReadsOrRefusesAList()
     {
         QFETCH(QByteArray, profile);
         QFETCH(bool, isRead);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/support/PropertyListCases.h"
 
+#include <QTest>
+
 namespace {
 
 const QByteArray declaration("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n");
@@ -129,6 +131,8 @@ void addOtherScalars(Rows &rows)
     rows.readValue("date that no calendar has", "<date>2026-13-45T03:04:05Z</date>", "");
     rows.readValue("date before the first year", "<date>-0001-01-02T03:04:05Z</date>", "");
     rows.readValue("data", "<data>\n\tQU\n\tJD\n</data>", "");
+    rows.readValue("data in two tags without any", "<data></data>", "");
+    rows.refusedValue("empty data element", "<data/>");
     rows.readValue("data with other characters", "<data>!?</data>", "");
     rows.readValue("true", "<true/>", "1");
     rows.readValue("false in two tags", "<false></false>", "0");
@@ -202,6 +206,13 @@ void addDocuments(Rows &rows)
               false);
     rows.read("ISO 8859-1", profileOf(value).replace("UTF-8", "ISO-8859-1").replace("\xc3\xa4", "\xe4"),
               domains, false);
+    rows.read("UTF-8 by another name", profileOf(value).replace("UTF-8", "utf8"), domains);
+    rows.read("ISO 8859-1 by another name",
+              profileOf(value).replace("UTF-8", "latin1").replace("\xc3\xa4", "\xe4"), domains, false);
+    rows.read("Windows-1252", profileOf(dictionaryWith(text("\x80"))).replace("UTF-8", "windows-1252"),
+              "\xe2\x82\xac", false);
+    rows.refused("a byte that Windows-1252 does not have",
+                 profileOf(dictionaryWith(text("\x81"))).replace("UTF-8", "windows-1252"), false);
     rows.refused("an unknown encoding", profileOf(value).replace("UTF-8", "FOO-8"));
     rows.refused("broken UTF-8", profileOf(value).replace("\xc3\xa4", "\xc3"), false);
     rows.refused("an empty plist element", declaration + "<plist version=\"1.0\"/>");
@@ -231,6 +242,16 @@ QList<PropertyListCase> PropertyListCases::xml()
     addContainers(rows);
     addDocuments(rows);
     return rows.all();
+}
+
+void PropertyListCases::addRows(const QList<PropertyListCase> &cases)
+{
+    QTest::addColumn<QByteArray>("profile");
+    QTest::addColumn<bool>("isRead");
+    QTest::addColumn<QString>("domains");
+    QTest::addColumn<bool>("isUtf8");
+    for (const PropertyListCase &one : cases)
+        QTest::newRow(one.name.constData()) << one.profile << one.isRead << one.domains << one.isUtf8;
 }
 
 QByteArray PropertyListCases::profileWith(const QByteArray &value)

@@ -21,6 +21,10 @@ namespace PropertyListCases {
 
 QList<PropertyListCase> xml();
 QList<PropertyListCase> binary();
+QList<PropertyListCase> oldStyle();
+
+/// Makes them the rows of the test function that runs, with a column for each member but the name.
+void addRows(const QList<PropertyListCase> &cases);
 
 /// The profile in which a value, in XML, is the list of domains.
 QByteArray profileWith(const QByteArray &value);
