@@ -5,11 +5,11 @@
 #include "hosttools/flatpkg/Error.h"
 #include "hosttools/flatpkg/Files.h"
 #include "hosttools/flatpkg/Interrupt.h"
+#include "hosttools/flatpkg/MappedRange.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
-#include <sys/mman.h>
 #include <unistd.h>
 
 namespace FlatPkg {
@@ -57,41 +57,15 @@ void copyThroughBuffer(const ByteRange &from, int to, qint64 toOffset)
     });
 }
 
-/// A part of a file in memory as the kernel has it, so that nothing is copied.
-class Window
-{
-public:
-    explicit Window(const ByteRange &range)
-        : m_shift(range.offset % sysconf(_SC_PAGESIZE))
-        , m_length(static_cast<size_t>(m_shift + range.length))
-        , m_start(
-              mmap(nullptr, m_length, PROT_READ, MAP_SHARED | MAP_POPULATE, range.fd, range.offset - m_shift))
-    {
-    }
-    ~Window()
-    {
-        if (isThere())
-            munmap(m_start, m_length);
-    }
-    Window(const Window &) = delete;
-    Window &operator=(const Window &) = delete;
-
-    bool isThere() const { return m_start != MAP_FAILED; }
-    const char *bytes() const { return static_cast<const char *>(m_start) + m_shift; }
-
-private:
-    qint64 m_shift;
-    size_t m_length;
-    void *m_start;
-};
-
-/// Not every file system can show its files in memory.
 void addWindow(const ByteRange &range, DigestSet &digests)
 {
-    const Window window(range);
-    if (window.isThere())
-        return digests.add(window.bytes(), range.length);
-    forEachPiece(range, [&](const char *bytes, qint64 count, qint64) { digests.add(bytes, count); });
+    const MappedRange window(range);
+    if (!window.isThere())
+        return forEachPiece(range,
+                            [&](const char *bytes, qint64 count, qint64) { digests.add(bytes, count); });
+    digests.add(window.bytes(), range.length);
+    if (!window.isSound())
+        throw Error("cannot be read: it has become shorter meanwhile, or its disk fails");
 }
 
 Digests digestsOf(const ByteRange &range, const QVector<DigestAlgorithm> &algorithms)

@@ -24,8 +24,8 @@ void forEachPiece(const ByteRange &range, const PieceConsumer &consume);
 /// Error when the source is shorter than its range or the target cannot be written.
 void copyRange(const ByteRange &from, int to, qint64 toOffset);
 
-/// Adds the range to digests without copying it. Only for a file that nobody makes shorter meanwhile: what is
-/// then missing would end the process.
+/// Adds the range to digests without copying it. Throws Error when the file is shorter than its range or
+/// becomes so meanwhile.
 void addToDigests(const ByteRange &range, DigestSet &digests);
 
 /// Copies and gives the digests of what has arrived in the target, which must be open for reading, too. Long

@@ -10,7 +10,7 @@
 namespace FlatPkg {
 
 /// Hashes in a thread of its own what the caller writes to a file, a little behind it. So the digests are
-/// those of what has arrived. The file is the caller's own and private: it must not become shorter meanwhile.
+/// those of what has arrived.
 class DigestThread
 {
 public:
