@@ -23,8 +23,10 @@ using StoredObject = std::unique_ptr<OSSL_STORE_INFO, Deleter<OSSL_STORE_INFO_fr
 using Provider = std::unique_ptr<OSSL_PROVIDER, Deleter<OSSL_PROVIDER_unload>>;
 using Questions = std::unique_ptr<UI_METHOD, Deleter<UI_destroy_method>>;
 
-int passwordFromEnvironment(char *buffer, int size, int, void *)
+/// `asked` is a bool that tells whether the file holds something locked.
+int passwordFromEnvironment(char *buffer, int size, int, void *asked)
 {
+    *static_cast<bool *>(asked) = true;
     const QByteArray password = qgetenv("PCT_IDENTITIES_PASSWORD");
     if (password.size() > size)
         return -1;
@@ -59,12 +61,6 @@ void take(const StoredObject &object, IdentityFile *contents)
         contents->key.reset(OSSL_STORE_INFO_get1_PKEY(object.get()));
 }
 
-bool decryptionHasFailed()
-{
-    const int library = ERR_GET_LIB(ERR_peek_last_error());
-    return library == ERR_LIB_PKCS12 || library == ERR_LIB_EVP || library == ERR_LIB_PROV;
-}
-
 void takeAll(OSSL_STORE_CTX *store, IdentityFile *contents)
 {
     while (!OSSL_STORE_eof(store)) {
@@ -74,7 +70,6 @@ void takeAll(OSSL_STORE_CTX *store, IdentityFile *contents)
         else if (OSSL_STORE_error(store))
             break; // also how an ordinary file ends
     }
-    contents->keyIsLocked = !contents->key && decryptionHasFailed();
     if (contents->certificates.empty() && !contents->key)
         fail("cannot be read as an identity; is PCT_IDENTITIES_PASSWORD right?");
 }
@@ -97,11 +92,12 @@ IdentityFile IdentityFile::read(const QByteArray &path)
     contents.readableByOthers = (statusOf(file.get()).st_mode & (S_IRGRP | S_IROTH)) != 0;
     const Bio bytes = readerOf(std::move(file));
     const Questions noQuestions(UI_UTIL_wrap_read_pem_callback(passwordFromEnvironment, 0));
-    const Store store(OSSL_STORE_attach(bytes.get(), "file", nullptr, nullptr, noQuestions.get(), nullptr,
-                                        nullptr, nullptr, nullptr));
+    const Store store(OSSL_STORE_attach(bytes.get(), "file", nullptr, nullptr, noQuestions.get(),
+                                        &contents.keyIsLocked, nullptr, nullptr, nullptr));
     if (!store)
         fail("cannot be read as an identity");
     takeAll(store.get(), &contents);
+    contents.keyIsLocked = contents.keyIsLocked && !contents.key;
     ERR_clear_error();
     return contents;
 }

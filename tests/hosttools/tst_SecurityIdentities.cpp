@@ -29,6 +29,8 @@ private slots:
     void opensALockedFileWithThePassword();
     void opensALockedKeyWithThePassword();
     void namesALockedFileWithoutThePassword();
+    void namesALockedKeyWithoutThePassword_data();
+    void namesALockedKeyWithoutThePassword();
     void namesAFileThatIsNoIdentity_data();
     void namesAFileThatIsNoIdentity();
     void warnsOfAKeyThatOthersCanRead_data();
@@ -250,6 +252,41 @@ void tst_SecurityIdentities::namesALockedFileWithoutThePassword()
         QVERIFY(ToolRun::hasOneMessage(result, QStringLiteral("security")));
         QVERIFY(result.errors.contains("a.p12"));
     }
+}
+
+void tst_SecurityIdentities::namesALockedKeyWithoutThePassword_data()
+{
+    QTest::addColumn<QString>("locking");
+    QTest::addColumn<QByteArray>("mark");
+    QTest::newRow("PKCS#8") << QStringLiteral("pkey -aes256") << QByteArray("BEGIN ENCRYPTED PRIVATE KEY");
+    QTest::newRow("old form") << QStringLiteral("rsa -traditional -aes128")
+                              << QByteArray("Proc-Type: 4,ENCRYPTED");
+    QTest::newRow("old form, old cipher")
+        << QStringLiteral("rsa -traditional -des3") << QByteArray("DEK-Info: DES-EDE3-CBC");
+}
+
+void tst_SecurityIdentities::namesALockedKeyWithoutThePassword()
+{
+    QFETCH(QString, locking);
+    QFETCH(QByteArray, mark);
+    make("Locked", "a.crt");
+    TestFiles::outputOf(QStringLiteral("openssl"),
+                        locking.split(QLatin1Char(' ')) + QStringList{QStringLiteral("-in"), at("a.key"),
+                                                                      QStringLiteral("-out"), at("b.key"),
+                                                                      QStringLiteral("-passout"),
+                                                                      QStringLiteral("pass:secret")});
+    TestFiles::write(at("b.pem"), TestFiles::read(at("a.crt")) + TestFiles::read(at("b.key")));
+    QVERIFY(QFile::setPermissions(at("b.pem"), QFile::ReadOwner) && QFile::remove(at("a.crt")));
+    QVERIFY(TestFiles::read(at("b.pem")).contains(mark));
+    for (const auto *password : {"", "wrong", "wronger", "and so on"}) {
+        const ToolRun::Result result =
+            find({QStringLiteral("PCT_IDENTITIES_PASSWORD=") + QLatin1String(password)});
+        QCOMPARE(result.output, noneFound);
+        QVERIFY(ToolRun::hasOneMessage(result, QStringLiteral("security")));
+        QVERIFY2(result.errors.contains("its private key cannot be read; is PCT_IDENTITIES_PASSWORD right?"),
+                 result.errors.constData());
+    }
+    requireFound(find({QStringLiteral("PCT_IDENTITIES_PASSWORD=secret")}), "Locked");
 }
 
 void tst_SecurityIdentities::namesAFileThatIsNoIdentity_data()
