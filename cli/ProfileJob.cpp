@@ -241,15 +241,25 @@ Result<> ProfileJob::write()
 Result<> ProfileJob::writeTo(const QString &path)
 {
     if (!CProfileGenerator::CreateProfile(&m_settings, path, m_request.product->editor))
-        return Problem{m_request.output,
-                       QStringLiteral("the profile cannot be written; check that the temporary folder has "
-                                      "room, and "
-                                      "that the ribbon of the settings is not nested too deep")};
+        return notCreated();
     if (!m_request.signer.isEmpty()) {
         if (Result<> isSigned = sign(path); !isSigned)
             return isSigned;
     }
     return readBack(path);
+}
+
+Problem ProfileJob::notCreated() const
+{
+    QString reason;
+    profileText(m_settings, m_request.product->editor, &reason);
+    if (reason.isEmpty())
+        return {m_request.output,
+                QStringLiteral("the profile cannot be written; check that the temporary folder has room")};
+    return {m_request.output,
+            QStringLiteral("no profile can hold these settings (%1); give fewer, shorter or less "
+                           "nested ones")
+                .arg(reason)};
 }
 
 Result<> ProfileJob::sign(const QString &path)
@@ -276,8 +286,13 @@ Result<> ProfileJob::readBack(const QString &path)
     EditorXmlData settings = m_settings;
     bool editor = false;
     QList<ProfileSigner> signers;
-    const bool same = readProfile(path, settings, &editor, nullptr, &signers) &&
-                      editor == m_request.product->editor && sameTexts(settings, m_settings) &&
+    QString error;
+    if (!readProfile(path, settings, &editor, &error, &signers))
+        return Problem{m_request.output,
+                       QStringLiteral("the profile %1, so none was made; check the settings "
+                                      "for what is too long or odd")
+                           .arg(error)};
+    const bool same = editor == m_request.product->editor && sameTexts(settings, m_settings) &&
                       signers.isEmpty() == m_request.signer.isEmpty();
     if (!same)
         return Problem{m_request.output,

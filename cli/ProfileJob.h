@@ -55,6 +55,7 @@ private:
     void settleIdentity();
     Result<> checkSettings() const;
     Result<> writeTo(const QString &path);
+    Problem notCreated() const;
     Result<> sign(const QString &path);
     Result<> readBack(const QString &path);
 

@@ -22,7 +22,7 @@ enum class Import {
 };
 
 /// The profile text; null on failure, empty for a null record.
-QString generate(const EditorXmlData *data, bool editor);
+QString generate(const EditorXmlData *data, bool editor, QString *problem = nullptr);
 
 /// Fills the record from profile text; `error` says why it is Unreadable.
 Import importText(const QString &text, EditorXmlData &data, bool editor, QString &error);

@@ -39,10 +39,14 @@ QString productProblem(NSDictionary *profile, bool &editor)
 
 } // namespace
 
-QString ConfigGenerator::generate(const EditorXmlData *data, bool editor)
+QString ConfigGenerator::generate(const EditorXmlData *data, bool editor, QString *problem)
 {
     const AutoreleaseScope scope;
-    return toQString([PelixPDFConfigGenerator generateProfile:data bIsEditor:editor]);
+    QString reason;
+    NSString *profile = [PelixPDFConfigGenerator generateProfile:data bIsEditor:editor problem:&reason];
+    if (problem)
+        *problem = printableText(reason);
+    return toQString(profile);
 }
 
 Import ConfigGenerator::importText(const QString &text, EditorXmlData &data, bool editor, QString &error)

@@ -17,6 +17,11 @@ struct EditorXmlData;
 /// text could not be read again.
 + (NSString *)generateProfile:(const EditorXmlData *)data bIsEditor:(BOOL)bIsEditor;
 
+/// The same; the problem gets why the result is nil.
++ (NSString *)generateProfile:(const EditorXmlData *)data
+                    bIsEditor:(BOOL)bIsEditor
+                      problem:(QString *)problem;
+
 /// The profiles in a property list that groups them by user or computer. nil with the error set, of code
 /// 1001 in the domain "com.pelix-software.Pelix.PDF" when the list has none.
 + (NSArray *)parsePlistXML:(NSString *)text error:(NSError **)error;

@@ -129,18 +129,34 @@ NSString *standardOutputOf(const CommandResult &result)
     return toNSString(QString::fromUtf8(result.standardOutput));
 }
 
+/// The output without the sentence that may stand behind an empty list to say that it is one.
+NSString *listIn(const CommandResult &result)
+{
+    const QString output = QString::fromUtf8(result.standardOutput);
+    const QString list = output.left(output.lastIndexOf(QLatin1Char('>')) + 1);
+    return toNSString(saysThatNoneIsInstalled(output.mid(list.size()).trimmed()) ? list : output);
+}
+
 } // namespace
 
 @implementation PelixPDFConfigGenerator
 
 + (NSString *)generateProfile:(const EditorXmlData *)data bIsEditor:(BOOL)bIsEditor
 {
+    QString problem;
+    return [self generateProfile:data bIsEditor:bIsEditor problem:&problem];
+}
+
++ (NSString *)generateProfile:(const EditorXmlData *)data bIsEditor:(BOOL)bIsEditor problem:(QString *)problem
+{
     if (data == nullptr)
         return @"";
     NSError *error = nil;
     NSString *xml = checkedProfile(*data, bIsEditor, &error);
-    if (xml == nil)
+    if (xml == nil) {
+        *problem = toQString([error localizedDescription]);
         cocoaLog(@"Error generating mobileconfig: %@", [error localizedDescription]);
+    }
     return xml;
 }
 
@@ -179,7 +195,7 @@ NSString *standardOutputOf(const CommandResult &result)
     }
     cocoaLog(@"profiles content:\n%@", standardOutputOf(result));
     NSError *error = nil;
-    NSArray *profiles = [self parsePlistXML:standardOutputOf(result) error:&error];
+    NSArray *profiles = [self parsePlistXML:listIn(result) error:&error];
     if (profiles == nil) {
         *problem = problemOfOutput(result, error);
         cocoaLog(@"Error parsing system profiles: %@", [error localizedDescription]);

@@ -102,7 +102,7 @@ bool readInstalledProfile(EditorXmlData &data, bool editor, QString *problem)
            ConfigGenerator::Import::Filled;
 }
 
-QString profileText(const EditorXmlData &data, bool editor)
+QString profileText(const EditorXmlData &data, bool editor, QString *problem)
 {
-    return ConfigGenerator::generate(&data, editor);
+    return ConfigGenerator::generate(&data, editor, problem);
 }

@@ -31,4 +31,5 @@ bool readInstalledProfile(EditorXmlData &data, bool editor, QString *problem);
 
 /// The record as a profile of the product, in the form in which the file holds it; null when it could
 /// not be read again.
-QString profileText(const EditorXmlData &data, bool editor);
+/// `problem` (optional) gets why, or becomes empty.
+QString profileText(const EditorXmlData &data, bool editor, QString *problem = nullptr);

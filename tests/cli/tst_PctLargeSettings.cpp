@@ -72,6 +72,7 @@ private slots:
     void whatOnlyCostsTimeIsRefused();
     void largeValuesAreTaken_data();
     void largeValuesAreTaken();
+    void aProfileThatNobodyCouldReadIsNotMade();
     void memoryStaysBounded();
 
 private:
@@ -149,6 +150,19 @@ void tst_PctLargeSettings::largeValuesAreTaken()
     QCOMPARE(runner.run({text("diff"), path, build.output}).exitCode, 0);
     QCOMPARE(runner.run({text("diff"), build.output, profile}).exitCode, 0);
     QVERIFY(ExpandedPackage(build.output).script(text("ProfStore.xml")).contains(value));
+}
+
+void tst_PctLargeSettings::aProfileThatNobodyCouldReadIsNotMade()
+{
+    const PctRunner runner;
+    const QString path = runner.file(text("document.xml"));
+    // In a profile each of them takes four characters.
+    TestFiles::write(path, domain(QByteArray(9 * 1000 * 1000, '>')));
+    const PctResult result = runner.run({text("profile"), text("--product"), text("editor"), text("--config"),
+                                         path, text("--output"), runner.file(text("out.mobileconfig"))});
+    QVERIFY2(result.isOneLineRefusal(), result.err.left(1000).constData());
+    QVERIFY2(result.err.contains("no profile can hold these settings (it is larger than 32 MiB)"), result.err.left(1000).constData());
+    QCOMPARE(runner.files(), QStringList(text("document.xml")));
 }
 
 void tst_PctLargeSettings::memoryStaysBounded()

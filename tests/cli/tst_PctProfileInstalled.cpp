@@ -70,6 +70,11 @@ void tst_PctProfileInstalled::whatIsNoListIsNotTakenForNoProfile_data()
                                << QByteArray("profiles: this command requires root privileges");
     QTest::newRow("cut") << QByteArray("<?xml version=\"1.0\"?><plist version=\"1.0\"><dict><key>a</key>")
                          << QByteArray("line 1, column ");
+    QTest::newRow("a sentence behind half a list")
+        << QByteArray("<plist version=\"1.0\"><dict>\nThere are no configuration profiles installed\n")
+        << QByteArray("line 1, column ");
+    QTest::newRow("another sentence behind an empty list")
+        << QByteArray("<plist version=\"1.0\"><dict/></plist>\nnot now\n") << QByteArray("line 2, column ");
     QTest::newRow("a page") << QByteArray("<html><body>no configuration profiles</body></html>")
                             << QByteArray("line 1, column ");
 }
@@ -94,7 +99,11 @@ void tst_PctProfileInstalled::whatSaysThatNoneIsInstalledIsNoFailure_data()
         "There are no configuration profiles installed for user 'jane'");
     QTest::newRow("for the system") << QByteArray(
         "There are no configuration profiles installed in the system domain");
-    QTest::newRow("an empty list") << QByteArray("<plist version=\"1.0\"><dict/></plist>");
+    const QByteArray list(
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\">\n<dict/>\n</plist>\n");
+    QTest::newRow("an empty list") << list;
+    QTest::newRow("a sentence behind an empty list")
+        << list + "There are no configuration profiles installed\n";
 }
 
 void tst_PctProfileInstalled::whatSaysThatNoneIsInstalledIsNoFailure()

@@ -72,6 +72,20 @@ private slots:
         QCOMPARE(CocoaCalls::loadSystemProfiles(), -1);
     }
 
+    void aSentenceBehindAListIsPassedOver()
+    {
+        StandIns commands;
+        const QByteArray sentence("\nThere are no configuration profiles installed in the system domain\n");
+        commands.setOutput(profiles, largeListing(1) + sentence);
+        QCOMPARE(CocoaCalls::loadSystemProfiles(), 2);
+        commands.setOutput(profiles, propertyList("<dict/>") + sentence);
+        QCOMPARE(CocoaCalls::loadSystemProfiles(), -1);
+        EditorXmlData data;
+        QString problem;
+        QVERIFY(!readInstalledProfile(data, true, &problem));
+        QCOMPARE(problem, QString());
+    }
+
     void theLogSaysWhoSeesTheProfilesOfTheDevice()
     {
         StandIns commands;
