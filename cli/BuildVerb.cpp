@@ -63,6 +63,11 @@ void writeOutcome(const PackageRequest &request, const Outcome &outcome, bool as
         console.error(outcome.result.problem());
 }
 
+QJsonObject buildRefusal(const VerbLine &line, const Problem &problem)
+{
+    return outcomeObject(requestOf(line), {problem, {}, {}});
+}
+
 int runBuild(const VerbLine &line, Console &console)
 {
     console.setQuiet(line.isSet(OptionName::quiet));
@@ -99,5 +104,6 @@ Verb buildVerb()
         withRemark(jsonOption(), QStringLiteral(", also when the build fails")),
         quietOption(),
     };
+    verb.refusal = buildRefusal;
     return verb;
 }

@@ -111,6 +111,11 @@ void writeCheck(const QString &package, const Product &product, const InstallerC
                            inspectionRows(*check.inspection));
 }
 
+QJsonObject checkRefusal(const VerbLine &line, const Problem &problem)
+{
+    return checkObject(line.operandPath(), line.product(), {problem, std::nullopt});
+}
+
 int runCheck(const VerbLine &line, Console &console)
 {
     const QString package = line.operandPath();
@@ -139,5 +144,6 @@ Verb checkVerb()
     verb.options = {required(productOption(QStringLiteral("the product whose installer PKG should be"))),
                     jsonOption(), quietOption()};
     verb.operands = {{Value::package(), QStringLiteral("the installer package to look at")}};
+    verb.refusal = checkRefusal;
     return verb;
 }

@@ -120,6 +120,11 @@ QList<Option> resultOptions()
     };
 }
 
+QJsonObject profileRefusal(const VerbLine &line, const Problem &problem)
+{
+    return outcomeObject(requestOf(line), {problem, {}, {}});
+}
+
 int runProfile(const VerbLine &line, Console &console)
 {
     console.setQuiet(line.isSet(OptionName::quiet));
@@ -143,5 +148,6 @@ Verb profileVerb()
         sourceOptions() + resultOptions() +
         QList<Option>{withRemark(jsonOption(), QStringLiteral(", also when it fails")), quietOption()};
     verb.furtherProblem = profileLineProblem;
+    verb.refusal = profileRefusal;
     return verb;
 }

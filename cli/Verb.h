@@ -3,7 +3,9 @@
 
 #include "cli/ExitCode.h"
 #include "cli/Option.h"
+#include "core/Result.h"
 
+#include <QJsonObject>
 #include <QLatin1String>
 #include <QList>
 #include <QString>
@@ -31,7 +33,10 @@ struct Verb
     /// What is wrong with a line that fits all this nevertheless, or empty; null when nothing can be.
     QString (*furtherProblem)(const VerbLine &line) = nullptr;
 
-    int trouble = ExitCode::refused; ///< exit code when its output could not be written
+    int trouble = ExitCode::refused; ///< exit code when it could not begin, or its output not be written
+
+    /// What --json writes when it could not begin; null for a verb whose JSON says nothing of problems.
+    QJsonObject (*refusal)(const VerbLine &line, const Problem &problem) = nullptr;
 };
 
 /// The verbs in the order in which they are listed.

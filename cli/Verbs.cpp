@@ -51,6 +51,15 @@ int print(const QString &text, Console &console)
     return console.finish() ? ExitCode::done : ExitCode::refused;
 }
 
+int refuse(const Verb &verb, const VerbLine &line, const Problem &problem, Console &console)
+{
+    if (verb.refusal && line.isSet(OptionName::json))
+        console.writeJson(verb.refusal(line, problem));
+    console.error(problem);
+    console.finish();
+    return verb.trouble;
+}
+
 int runVerb(const Verb &verb, const QStringList &arguments, const VerbTable &table, Console &console)
 {
     const VerbLine line(verb, arguments);
@@ -59,10 +68,8 @@ int runVerb(const Verb &verb, const QStringList &arguments, const VerbTable &tab
     const QString problem = line.problem();
     if (!problem.isEmpty())
         return wrongUsage(verb.name, problem, helpFor(verb.name), console);
-    if (const Result<> enoughFiles = Startup::checkFileLimit(); !enoughFiles) {
-        console.error(enoughFiles.problem());
-        return verb.trouble;
-    }
+    if (const Result<> enoughFiles = Startup::checkFileLimit(); !enoughFiles)
+        return refuse(verb, line, enoughFiles.problem(), console);
     const int exitCode = verb.run(line, console);
     return console.finish() ? exitCode : verb.trouble;
 }

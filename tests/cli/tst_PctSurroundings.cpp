@@ -100,6 +100,8 @@ private slots:
     void aTemporaryFolderThatGetsFullIsNotThePackagesFault();
     void tooFewOpenFilesAreNamed_data();
     void tooFewOpenFilesAreNamed();
+    void tooFewOpenFilesAreInTheJson_data();
+    void tooFewOpenFilesAreInTheJson();
     void openFilesAreAskedForWhereTheSystemAllowsThem_data();
     void openFilesAreAskedForWhereTheSystemAllowsThem();
 
@@ -285,6 +287,33 @@ void tst_PctSurroundings::tooFewOpenFilesAreNamed()
                   "\"ulimit -n 64\"\n")
                  .arg(files));
     QCOMPARE(runner.temporaryLeftovers(), QStringList());
+}
+
+void tst_PctSurroundings::tooFewOpenFilesAreInTheJson_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<int>("files");
+    for (const int files : {5, 6, 7, 8, 12, 63}) {
+        if (files < PCT_FEWEST_FILES)
+            continue;
+        for (const auto *line :
+             {"check --product editor in.pkg", "build --product editor --input in.pkg --output out.pkg",
+              "profile --product editor --output out.mobileconfig"})
+            QTest::addRow("%.5s, %d", line, files) << text(line) + text(" --json") << files;
+    }
+}
+
+void tst_PctSurroundings::tooFewOpenFilesAreInTheJson()
+{
+    QFETCH(QString, line);
+    QFETCH(int, files);
+    const PctRunner runner;
+    copyPackagesTo(runner);
+    const PctResult result = runWithLimit(runner, text("-n %1").arg(files), line);
+    QCOMPARE(result.exitCode, 1);
+    const QJsonObject problem = result.json().value(text("problem")).toObject();
+    QCOMPARE(problem.value(text("file")).toString(), text("open files"));
+    QCOMPARE("pct: open files: " + problem.value(text("text")).toString().toUtf8() + '\n', result.err);
 }
 
 void tst_PctSurroundings::openFilesAreAskedForWhereTheSystemAllowsThem_data()
