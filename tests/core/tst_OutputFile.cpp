@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "core/OutputFile.h"
-#include "tests/support/TestFiles.h"
+#include "tests/core/OddFiles.h"
 
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <sys/stat.h>
@@ -16,12 +15,8 @@ class tst_OutputFile : public QObject
 private slots:
     void init()
     {
-        m_folder = std::make_unique<QTemporaryDir>();
-        TestFiles::write(at("file"), "old");
-        QVERIFY(QFile::link(at("file"), at("link")));
-        QVERIFY(QFile::link(at("nowhere"), at("dangling")));
-        QVERIFY(QDir().mkdir(at("folder")));
-        QCOMPARE(::mkfifo(QFile::encodeName(at("pipe")).constData(), 0600), 0);
+        m_files = std::make_unique<OddFiles>();
+        QVERIFY(m_files->isComplete());
         m_before = names();
     }
 
@@ -63,7 +58,7 @@ private slots:
         QFETCH(QString, name);
         QFETCH(bool, replaces);
         {
-            OutputFile output(m_folder->filePath(name), replaces ? Existing::Replace : Existing::Keep);
+            OutputFile output(m_files->filePath(name), replaces ? Existing::Replace : Existing::Keep);
             const Result<> refused = output.write("new");
             QVERIFY(!refused);
             QVERIFY(!refused.problem().text.isEmpty());
@@ -114,15 +109,15 @@ private slots:
     }
 
 private:
-    QString at(const char *name) const { return m_folder->filePath(QString::fromLatin1(name)); }
+    QString at(const char *name) const { return m_files->at(name); }
 
     QStringList names() const
     {
-        return QDir(m_folder->path())
+        return QDir(m_files->path())
             .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
     }
 
-    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<OddFiles> m_files;
     QStringList m_before;
 };
 

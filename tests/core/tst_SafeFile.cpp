@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "core/SafeFile.h"
-#include "tests/support/TestFiles.h"
+#include "tests/core/OddFiles.h"
 
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <csignal>
@@ -16,11 +15,8 @@ class tst_SafeFile : public QObject
 private slots:
     void init()
     {
-        m_folder = std::make_unique<QTemporaryDir>();
-        TestFiles::write(at("file"), "old");
-        QVERIFY(QFile::link(at("file"), at("link")));
-        QVERIFY(QFile::link(at("nowhere"), at("dangling")));
-        QCOMPARE(::mkfifo(QFile::encodeName(at("pipe")).constData(), 0600), 0);
+        m_files = std::make_unique<OddFiles>();
+        QVERIFY(m_files->isComplete());
     }
 
     void kindsAreOfThePathItself()
@@ -29,7 +25,7 @@ private slots:
         QVERIFY(SafeFile::kindOf(at("link")) == SafeFile::Kind::Link);
         QVERIFY(SafeFile::kindOf(at("dangling")) == SafeFile::Kind::Link);
         QVERIFY(SafeFile::kindOf(at("pipe")) == SafeFile::Kind::Other);
-        QVERIFY(SafeFile::kindOf(m_folder->path()) == SafeFile::Kind::Folder);
+        QVERIFY(SafeFile::kindOf(m_files->path()) == SafeFile::Kind::Folder);
         QVERIFY(SafeFile::kindOf(at("missing")) == SafeFile::Kind::Missing);
         QVERIFY(SafeFile::kindOf(at("file/below")) == SafeFile::Kind::Missing);
     }
@@ -54,7 +50,7 @@ private slots:
     {
         QFETCH(QString, target);
         TestFiles::write(at("new"), "new");
-        const Result<> refused = SafeFile::copyNew(at("new"), m_folder->filePath(target));
+        const Result<> refused = SafeFile::copyNew(at("new"), m_files->filePath(target));
         QVERIFY(!refused);
         QCOMPARE(refused.problem().text, QStringLiteral("exists already"));
         QCOMPARE(TestFiles::read(at("file")), QByteArray("old"));
@@ -78,7 +74,7 @@ private slots:
 
     void copyingWhatCannotBeReadSaysWhyAndLeavesNothing()
     {
-        for (const QString &unreadable : {m_folder->path(), at("nowhere")}) {
+        for (const QString &unreadable : {m_files->path(), at("nowhere")}) {
             const Result<> refused = SafeFile::copyNew(unreadable, at("copy"));
             QVERIFY(!refused);
             QCOMPARE(refused.problem().file, unreadable);
@@ -99,7 +95,7 @@ private slots:
     void replacingContentsRefusesLinksAndPipes()
     {
         QFETCH(QString, target);
-        const Result<> refused = SafeFile::replaceContents(m_folder->filePath(target), "new");
+        const Result<> refused = SafeFile::replaceContents(m_files->filePath(target), "new");
         QVERIFY(!refused);
         QVERIFY(!refused.problem().text.isEmpty());
         QCOMPARE(TestFiles::read(at("file")), QByteArray("old"));
@@ -143,7 +139,7 @@ private slots:
 
     void replacingContentsThatFailsLeavesAllAsItWas()
     {
-        const QStringList before = QDir(m_folder->path()).entryList(QDir::AllEntries | QDir::Hidden);
+        const QStringList before = QDir(m_files->path()).entryList(QDir::AllEntries | QDir::Hidden);
         rlimit limit = {};
         QCOMPARE(getrlimit(RLIMIT_FSIZE, &limit), 0);
         const rlimit nothing = {0, limit.rlim_max};
@@ -155,13 +151,13 @@ private slots:
         QVERIFY(!replaced);
         QVERIFY(!replaced.problem().text.isEmpty());
         QCOMPARE(TestFiles::read(at("file")), QByteArray("old"));
-        QCOMPARE(QDir(m_folder->path()).entryList(QDir::AllEntries | QDir::Hidden), before);
+        QCOMPARE(QDir(m_files->path()).entryList(QDir::AllEntries | QDir::Hidden), before);
     }
 
 private:
-    QString at(const char *name) const { return m_folder->filePath(QString::fromLatin1(name)); }
+    QString at(const char *name) const { return m_files->at(name); }
 
-    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<OddFiles> m_files;
 };
 
 QTEST_GUILESS_MAIN(tst_SafeFile)

@@ -127,6 +127,22 @@ private slots:
         QVERIFY(data == RecordSamples::everythingChanged());
     }
 
+    void upToOneMebibyteOfTextIsRead()
+    {
+        constexpr int mebibyte = 1024 * 1024;
+        const QByteArray good = profileFile(editorBundle);
+        const QByteArray largest = good + QByteArray(mebibyte - good.size(), ' ');
+        EditorXmlData data;
+        QVERIFY(CProfileGenerator::ImportProfile(written(largest), &data, true));
+        QVERIFY(CProfileGenerator::ImportProfile(written(largest + '\0' + largest), &data, true));
+        EditorXmlData untouched = RecordSamples::everythingChanged();
+        const LogLines log;
+        QVERIFY(!CProfileGenerator::ImportProfile(written(largest + ' '), &untouched, true));
+        QVERIFY2(log.has(QStringLiteral("warning Failed to parse profile : it is larger than 1 MiB")),
+                 qPrintable(log.all()));
+        QVERIFY(untouched == RecordSamples::everythingChanged());
+    }
+
     void whatStandsAroundTheTextDoesNotMatter_data()
     {
         QTest::addColumn<QByteArray>("bytes");
