@@ -131,7 +131,7 @@ class Place:
         shell = os.path.join(self.programs, "shell", name)
         program = shell if os.path.exists(shell) else os.path.join(self.programs, name)
         return subprocess.run([program, *arguments], env=self.environment, cwd=self.path("tmp"), capture_output=True,
-                              check=False)
+                              check=False, stdin=subprocess.DEVNULL)
 
 
 def digest_of(message):
@@ -188,6 +188,11 @@ class Effects:
 
     def profiles_root(self):
         self.test.assertEqual(list(plistlib.loads(self.out)), ["_computerlevel"])
+
+    def profiles_none_root(self):
+        start, end = self.out.split(b"</plist>")
+        self.test.assertEqual(plistlib.loads(start + b"</plist>"), {})
+        self.test.assertEqual(end.count(b"\n"), 2)
 
     def profiles_none(self):
         self.test.assertEqual(self.out.count(b"\n"), 1)
@@ -299,7 +304,7 @@ class MacosCommands(unittest.TestCase):
         called = {row["call"].split()[0] for row in rows().values()}
         programs = set(os.listdir(STAND_INS)) | set(os.listdir(APPLE_LIKE)) | set(
             os.listdir(os.path.join(APPLE_LIKE, "shell")))
-        self.assertEqual(programs - {"common", "shell"} - called, set())
+        self.assertEqual(programs - {"common", "shell", "bsd"} - called, set())
 
 
 if __name__ == "__main__":

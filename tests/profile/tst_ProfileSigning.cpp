@@ -24,9 +24,10 @@ QByteArray contentByOpenSsl(const QString &message)
                                 QStringLiteral("-in"), message});
 }
 
+/// Empties its output before it reads its input, as Apple's does.
 QByteArray truncatingSecurity()
 {
-    return TestFiles::read(QStringLiteral(PCT_TRUNCATING_SECURITY));
+    return "exec '" PCT_APPLE_LIKE_SECURITY "' \"$@\"\n";
 }
 
 } // namespace
@@ -43,6 +44,8 @@ private slots:
             QSKIP("this system has the command itself");
         qputenv("PCT_REAL_SECURITY",
                 QFile::encodeName(HostPaths::command(QStringLiteral("/usr/bin/security"))));
+        qputenv("APPLE_LIKE_REAL",
+                QFile::encodeName(QFileInfo(qEnvironmentVariable("PCT_REAL_SECURITY")).absolutePath()));
         qputenv("PCT_SECURITY_CALLS", QFile::encodeName(m_calls));
         qputenv("PCT_IDENTITIES_DIR", QFile::encodeName(m_folder.filePath(QStringLiteral("identities"))));
         for (const auto *name : {"identities", "tmp", "out"})
