@@ -161,7 +161,8 @@ void tst_PctLargeSettings::aProfileThatNobodyCouldReadIsNotMade()
     const PctResult result = runner.run({text("profile"), text("--product"), text("editor"), text("--config"),
                                          path, text("--output"), runner.file(text("out.mobileconfig"))});
     QVERIFY2(result.isOneLineRefusal(), result.err.left(1000).constData());
-    QVERIFY2(result.err.contains("no profile can hold these settings (it is larger than 32 MiB)"), result.err.left(1000).constData());
+    QVERIFY2(result.err.contains("no profile can hold these settings (it is larger than 32 MiB)"),
+             result.err.left(1000).constData());
     QCOMPARE(runner.files(), QStringList(text("document.xml")));
 }
 

@@ -73,7 +73,8 @@ void tst_PctProfileContents::settingsThatNoProfileCanCarryAreRefused()
                               "</RibbonUI></RibbonSetRibbonCategory></Profstore>");
     QCOMPARE(runner.run({text("show"), document}).exitCode, 0);
     const PctResult result = runner.makeProfile(true, {text("--force"), text("--config"), document});
-    QVERIFY2(result.isOneLineRefusal() && result.err.contains("nested deeper than 256"), result.err.constData());
+    QVERIFY2(result.isOneLineRefusal() && result.err.contains("nested deeper than 256"),
+             result.err.constData());
     QCOMPARE(TestFiles::read(runner.output()), QByteArray("as it was"));
     QCOMPARE(runner.files().size(), 2);
 }

@@ -8,8 +8,8 @@
 
 #include <sys/stat.h>
 
-/// A folder with what a path can lead to: "file", which holds "old", "link" to it, "dangling", a link to nothing,
-/// "folder" and "pipe".
+/// A folder with what a path can lead to: "file", which holds "old", "link" to it, "dangling", a link to
+/// nothing, "folder" and "pipe".
 class OddFiles
 {
 public:

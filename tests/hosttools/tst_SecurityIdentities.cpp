@@ -27,10 +27,9 @@ private slots:
     void saysThatThereIsNone();
     void looksInTheUsersDataFolder();
     void opensALockedFileWithThePassword();
-    void opensALockedKeyWithThePassword();
+    void opensALockedKeyWithThePasswordOnly_data();
+    void opensALockedKeyWithThePasswordOnly();
     void namesALockedFileWithoutThePassword();
-    void namesALockedKeyWithoutThePassword_data();
-    void namesALockedKeyWithoutThePassword();
     void namesAFileThatIsNoIdentity_data();
     void namesAFileThatIsNoIdentity();
     void warnsOfAKeyThatOthersCanRead_data();
@@ -228,19 +227,6 @@ void tst_SecurityIdentities::opensALockedFileWithThePassword()
     requireFound(find({QStringLiteral("PCT_IDENTITIES_PASSWORD=secret")}), "Locked");
 }
 
-void tst_SecurityIdentities::opensALockedKeyWithThePassword()
-{
-    make("Locked", "a.crt");
-    QVERIFY(QFile::rename(at("a.key"), at("open.key")));
-    TestFiles::outputOf(QStringLiteral("openssl"),
-                        {QStringLiteral("pkey"), QStringLiteral("-in"), at("open.key"),
-                         QStringLiteral("-out"), at("a.key"), QStringLiteral("-aes256"),
-                         QStringLiteral("-passout"), QStringLiteral("pass:secret")});
-    QVERIFY(TestFiles::read(at("a.key")).contains("ENCRYPTED"));
-    QCOMPARE(find().output, noneFound);
-    requireFound(find({QStringLiteral("PCT_IDENTITIES_PASSWORD=secret")}), "Locked");
-}
-
 void tst_SecurityIdentities::namesALockedFileWithoutThePassword()
 {
     make("Locked", "a.p12", "--password secret");
@@ -254,7 +240,7 @@ void tst_SecurityIdentities::namesALockedFileWithoutThePassword()
     }
 }
 
-void tst_SecurityIdentities::namesALockedKeyWithoutThePassword_data()
+void tst_SecurityIdentities::opensALockedKeyWithThePasswordOnly_data()
 {
     QTest::addColumn<QString>("locking");
     QTest::addColumn<QByteArray>("mark");
@@ -265,28 +251,31 @@ void tst_SecurityIdentities::namesALockedKeyWithoutThePassword_data()
         << QStringLiteral("rsa -traditional -des3") << QByteArray("DEK-Info: DES-EDE3-CBC");
 }
 
-void tst_SecurityIdentities::namesALockedKeyWithoutThePassword()
+void tst_SecurityIdentities::opensALockedKeyWithThePasswordOnly()
 {
     QFETCH(QString, locking);
     QFETCH(QByteArray, mark);
     make("Locked", "a.crt");
+    QVERIFY(QFile::rename(at("a.key"), at("open.key")));
+    const QStringList files{QStringLiteral("-in"), at("open.key"), QStringLiteral("-out"), at("a.key")};
     TestFiles::outputOf(QStringLiteral("openssl"),
-                        locking.split(QLatin1Char(' ')) + QStringList{QStringLiteral("-in"), at("a.key"),
-                                                                      QStringLiteral("-out"), at("b.key"),
-                                                                      QStringLiteral("-passout"),
-                                                                      QStringLiteral("pass:secret")});
-    TestFiles::write(at("b.pem"), TestFiles::read(at("a.crt")) + TestFiles::read(at("b.key")));
-    QVERIFY(QFile::setPermissions(at("b.pem"), QFile::ReadOwner) && QFile::remove(at("a.crt")));
-    QVERIFY(TestFiles::read(at("b.pem")).contains(mark));
-    for (const auto *password : {"", "wrong", "wronger", "and so on"}) {
-        const ToolRun::Result result =
-            find({QStringLiteral("PCT_IDENTITIES_PASSWORD=") + QLatin1String(password)});
-        QCOMPARE(result.output, noneFound);
-        QVERIFY(ToolRun::hasOneMessage(result, QStringLiteral("security")));
-        QVERIFY2(result.errors.contains("its private key cannot be read; is PCT_IDENTITIES_PASSWORD right?"),
-                 result.errors.constData());
+                        locking.split(QLatin1Char(' ')) + files +
+                            QStringList{QStringLiteral("-passout"), QStringLiteral("pass:secret")});
+    QVERIFY(TestFiles::read(at("a.key")).contains(mark));
+    for (const bool inOneFile : {false, true}) {
+        if (inOneFile) {
+            TestFiles::write(at("a.pem"), TestFiles::read(at("a.crt")) + TestFiles::read(at("a.key")));
+            QVERIFY(QFile::setPermissions(at("a.pem"), QFile::ReadOwner) && QFile::remove(at("a.crt")));
+        }
+        for (const auto *password : {"", "wrong", "wronger", "and so on"}) {
+            const ToolRun::Result result =
+                find({QStringLiteral("PCT_IDENTITIES_PASSWORD=") + QLatin1String(password)});
+            QCOMPARE(result.output, noneFound);
+            QVERIFY(ToolRun::hasOneMessage(result, QStringLiteral("security")));
+            QVERIFY2(result.errors.contains("is PCT_IDENTITIES_PASSWORD right?"), result.errors.constData());
+        }
+        requireFound(find({QStringLiteral("PCT_IDENTITIES_PASSWORD=secret")}), "Locked");
     }
-    requireFound(find({QStringLiteral("PCT_IDENTITIES_PASSWORD=secret")}), "Locked");
 }
 
 void tst_SecurityIdentities::namesAFileThatIsNoIdentity_data()

@@ -197,6 +197,12 @@ class Effects:
     def profiles_none(self):
         self.test.assertEqual(self.out.count(b"\n"), 1)
 
+    def profiles_all(self):
+        self.test.assertFalse(self.out.startswith(b"<"))
+
+    def profiles_install(self):
+        self.test.assertEqual(os.listdir(self.place.path("profiles")), [])
+
     def report(self):
         for word in (b"of.the.user", b"of.the.device", b"spconfigprofile_section_deviceconfigprofiles"):
             self.test.assertIn(word, self.out)
@@ -242,6 +248,12 @@ class Effects:
 
     bsdtar_write_xar = nothing_new
 
+    def bsdtar_ustar(self):
+        self.test.assertEqual(self.place.read("NEW")[257:262], b"ustar")
+
+    def find_path(self):
+        self.test.assertEqual(self.out.decode(), os.path.join(self.place.words["FOLDER"], "inside") + "\n")
+
     def stat_owner(self):
         self.test.assertEqual(self.out.decode(), getpass.getuser() + "\n")
 
@@ -252,6 +264,9 @@ class Effects:
         made = self.out.decode().strip()
         self.test.assertEqual(os.path.dirname(made), self.place.path("tmp"))
         self.test.assertTrue(os.path.isdir(made))
+
+    def mktemp_gnu(self):
+        self.test.assertEqual(os.listdir(self.place.path("tmp")), [])
 
     def readlink_one(self):
         self.test.assertEqual(self.out, b"PLAIN.pkg\n")
