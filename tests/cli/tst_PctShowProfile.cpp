@@ -183,7 +183,7 @@ void tst_PctShowProfile::readableOutputSaysIdentityAndSignature()
     TestFiles::write(path, everySetting());
     const PctResult result = runner.run({text("show"), path});
     const QStringList lines = QString::fromUtf8(result.out).split(QLatin1Char('\n'));
-    QCOMPARE(lines.size(), 1 + 5 + 18 + 1);
+    QCOMPARE(lines.size(), 1 + 5 + shownDefaults().size() + 1);
     QCOMPARE(lines.first(), text("Pelix PDF Editor profile"));
     QVERIFY(lines.contains(text("  PayloadIdentifier             \"host.example\"")));
     QVERIFY(lines.contains(text("  bShowStartPage                false")));
