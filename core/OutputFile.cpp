@@ -96,7 +96,18 @@ Result<> OutputFile::write(const QByteArray &bytes)
         return staged;
     if (!fillStaged(bytes))
         return failedByErrno();
-    return place();
+    Result<> placed = place();
+    return placed && !isLasting() ? removeStaging() : placed;
+}
+
+/// What only this run needs may lie in a folder that becomes a package, where nothing else may stay.
+Result<> OutputFile::removeStaging()
+{
+    const QString staging = m_staging->path();
+    m_staging.reset();
+    if (QFileInfo::exists(staging))
+        return failed(QStringLiteral("the hidden folder beside it cannot be removed"));
+    return {};
 }
 
 Problem OutputFile::failedByErrno() const
@@ -128,6 +139,8 @@ Result<> OutputFile::moveOverFile(int staged) const
 {
     struct stat old = {};
     const bool exists = ::fstatat(m_folder.descriptor(), m_name.constData(), &old, AT_SYMLINK_NOFOLLOW) == 0;
+    if (!exists && errno != ENOENT)
+        return failedByErrno();
     if (exists && S_ISLNK(old.st_mode))
         return failed(QStringLiteral("is a link"));
     if (exists && !S_ISREG(old.st_mode))

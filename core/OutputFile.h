@@ -49,6 +49,7 @@ public:
 
 private:
     bool fillStaged(const QByteArray &bytes) const;
+    Result<> removeStaging();
     bool isLasting() const { return m_lasting == Lasting::Yes; }
     Result<> moveToFreeName();
     Result<> moveOverFile(int staged) const;
