@@ -4,6 +4,7 @@
 #include "profile/PropertyListInput.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <limits>
 
@@ -296,9 +297,13 @@ private:
         return true;
     }
 
+    /// Foundation has no date that is no number, and GNUstep's ends the program over one.
     bool readDate(const Object &object, Scalar &value) const
     {
-        value = PropertyList::Date{numberAt<double, quint64>(object.start) + secondsFrom1970To2001};
+        const double seconds = numberAt<double, quint64>(object.start);
+        if (std::isnan(seconds))
+            return false;
+        value = PropertyList::Date{seconds + secondsFrom1970To2001};
         return true;
     }
 
