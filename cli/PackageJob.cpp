@@ -76,12 +76,10 @@ Result<> PackageJob::readSettings()
 {
     EditorXmlData settings;
     if (!m_request.config.isEmpty()) {
-        const Result<SettingsFile> file = readDocument(m_request.config);
+        const Result<SettingsFile> file = readDocument(*m_request.product, m_request.config);
         if (!file)
             return file.problem();
         m_warnings += file->warnings;
-        if (file->product != m_request.product)
-            m_warnings.append(otherProductWarning(m_request.config, *file->product, *m_request.product));
         settings = file->settings;
     }
     m_settings = settingsForProduct(settings, m_request.product->editor);

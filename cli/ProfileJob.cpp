@@ -130,12 +130,10 @@ Result<> ProfileJob::checkSettings() const
 
 Result<EditorXmlData> ProfileJob::readConfig()
 {
-    const Result<SettingsFile> file = readDocument(m_request.config);
+    const Result<SettingsFile> file = readDocument(*m_request.product, m_request.config);
     if (!file)
         return file.problem();
     m_warnings += file->warnings;
-    if (file->product != m_request.product)
-        m_warnings.append(otherProductWarning(m_request.config, *file->product, *m_request.product));
     if (!fitsIntoProfile(file->settings.elemRibbonCategory))
         m_warnings.append(ribbonWarning(m_request.config, QStringLiteral("ribbon")));
     if (!fitsIntoProfile(file->settings.elemQuickAccessBar))

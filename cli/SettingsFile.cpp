@@ -102,10 +102,15 @@ Result<SettingsFile> parseProfile(const QString &path)
 
 } // namespace
 
-Result<SettingsFile> readDocument(const QString &path)
+Result<SettingsFile> readDocument(const Product &wanted, const QString &path)
 {
-    const Result<> file = checkFile(path, FileKind::Document, QStringLiteral("a configuration document"));
-    return file ? parseDocument(path) : file.problem();
+    const Result<> checked = checkFile(path, FileKind::Document, QStringLiteral("a configuration document"));
+    if (!checked)
+        return checked.problem();
+    Result<SettingsFile> file = parseDocument(path);
+    if (file && file->product != &wanted)
+        file->warnings.append(otherProductWarning(path, *file->product, wanted));
+    return file;
 }
 
 Result<SettingsFile> readProfileFile(const QString &path)

@@ -21,8 +21,9 @@ struct SettingsFile
     QList<ProfileSigner> signers; ///< of a profile; none when it is not signed, and for the other kinds
 };
 
-/// Reads a configuration document. A document whose root element is neither product's is refused.
-Result<SettingsFile> readDocument(const QString &path);
+/// Reads a configuration document that is to be used for a product: one of the other product gets a warning. A document
+/// whose root element is neither product's is refused.
+Result<SettingsFile> readDocument(const Product &wanted, const QString &path);
 
 /// Reads a configuration profile, signed or not, whoever signed it.
 Result<SettingsFile> readProfileFile(const QString &path);

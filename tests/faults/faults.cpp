@@ -3,6 +3,7 @@
 // A library to be loaded before all others (LD_PRELOAD): one file operation below a folder fails.
 //
 // PCT_FAULT_FOLDER   operations on files below it count, whichever process of the tree makes them
+// PCT_FAULT_PLACE    and whose path holds this text; when it is empty, all below the folder
 // PCT_FAULT_COUNTER  a file with an integer in it, shared by all processes, that counts them; it must exist
 // PCT_FAULT_AT       which one fails, from 1; 0 counts only
 // PCT_FAULT_KIND     how: "error" (EIO), "full" (no space), "short" (one byte less is written, then no
@@ -56,6 +57,7 @@ int *mapCounter()
 struct Plan
 {
     std::string folder = setting("PCT_FAULT_FOLDER");
+    std::string place = setting("PCT_FAULT_PLACE");
     std::string kind = setting("PCT_FAULT_KIND");
     int at = std::atoi(setting("PCT_FAULT_AT").c_str());
     int *counter = mapCounter();
@@ -71,7 +73,8 @@ bool isBelow(const std::string &path)
 {
     const std::string &folder = plan().folder;
     return path.compare(0, folder.size(), folder) == 0 &&
-           (path.size() == folder.size() || path[folder.size()] == '/');
+           (path.size() == folder.size() || path[folder.size()] == '/') &&
+           path.find(plan().place) != std::string::npos;
 }
 
 std::string placeOf(int descriptor)

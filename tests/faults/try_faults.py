@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: Apache-2.0
-"""try_faults.py [--every | --sample COUNT] [--kinds KIND,...] [SCENARIO...]
+"""try_faults.py [--every | --sample COUNT] [--kinds KIND,...] [--place TEXT] [SCENARIO...]
 
 Lets one file operation after another fail in pct and in the commands that it starts, and looks at what is left: no output
 is half-written, what lay there before is as it was, and the next run works. Without --every only COUNT operations of each
-kind of failure are tried, evenly spread, in each scenario. Prints a line for each scenario and kind, and each promise that
-did not hold; the exit status is 1 when there is one.
+kind of failure are tried, evenly spread, in each scenario. With --place only those on paths that hold the text count.
+Prints a line for each scenario and kind, and each promise that did not hold; the exit status is 1 when there is one.
 
 PCT, PCT_HOSTTOOLS, PCT_FAULTS_LIBRARY and PCT_SAMPLE say where the programs, the library and a vendor's package are."""
 
@@ -114,8 +114,9 @@ SCENARIOS = {"build": Build(), "replacing-build": ReplacingBuild(), "profile": P
 class Trial:
     """One scenario, again and again, each time in a new folder."""
 
-    def __init__(self, scenario):
+    def __init__(self, scenario, place):
         self.scenario = scenario
+        self.place = place
         self.old = hashlib.sha256(OLD).hexdigest() if scenario.replaces else None
         with tempfile.TemporaryDirectory() as name:
             self.folder = self.prepared(name)
@@ -147,8 +148,8 @@ class Trial:
             counter.write(struct.pack("i", 0))
             counter.flush()
             environment = {**os.environ, "SOURCE_DATE_EPOCH": "1700000000", "TMPDIR": str(self.folder / "tmp"),
-                           "LD_PRELOAD": LIBRARY, "PCT_FAULT_FOLDER": str(self.folder), "PCT_FAULT_KIND": kind,
-                           "PCT_FAULT_AT": str(at), "PCT_FAULT_COUNTER": counter.name}
+                           "LD_PRELOAD": LIBRARY, "PCT_FAULT_FOLDER": str(self.folder), "PCT_FAULT_PLACE": self.place,
+                           "PCT_FAULT_KIND": kind, "PCT_FAULT_AT": str(at), "PCT_FAULT_COUNTER": counter.name}
             result = subprocess.run(self.scenario.command(self.folder), env=environment, capture_output=True,
                                     encoding="utf-8", errors="replace", cwd=self.folder, timeout=60)
             counter.seek(0)
@@ -200,8 +201,8 @@ def chosen(trial, sample):
     return range(1 + step // 2, trial.operations + 1, step)
 
 
-def try_scenario(name, kinds, sample):
-    trial = Trial(SCENARIOS[name])
+def try_scenario(name, kinds, place, sample):
+    trial = Trial(SCENARIOS[name], place)
     failures = 0
     for kind in kinds:
         tried = 0
@@ -222,10 +223,12 @@ def main():
     parser.add_argument("--every", action="store_true")
     parser.add_argument("--sample", type=int, default=6)
     parser.add_argument("--kinds", default=",".join(KINDS))
+    parser.add_argument("--place", default="")
     parser.add_argument("scenarios", nargs="*")
     options = parser.parse_args()
     sample = None if options.every else options.sample
-    failures = sum(try_scenario(name, options.kinds.split(","), sample) for name in options.scenarios or SCENARIOS)
+    failures = sum(try_scenario(name, options.kinds.split(","), options.place, sample)
+                   for name in options.scenarios or SCENARIOS)
     return 1 if failures else 0
 
 
