@@ -2,7 +2,7 @@
 #include "pages/ribbonset/RibbonTreePage.h"
 
 #include "config/EditorXmlData.h"
-#include "pages/ribbonset/RibbonDefinition.h"
+#include "config/RibbonDefinition.h"
 #include "pages/ribbonset/TreeFilter.h"
 #include "ui_RibbonTreePage.h"
 

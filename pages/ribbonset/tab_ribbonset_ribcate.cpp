@@ -3,7 +3,7 @@
 
 #include "config/EditorXmlData.h"
 #include "config/KeptElement.h"
-#include "pages/ribbonset/RibbonDefinition.h"
+#include "config/RibbonDefinition.h"
 #include "pages/ribbonset/RibbonFragment.h"
 #include "pages/ribbonset/RibbonTree.h"
 

@@ -3,8 +3,8 @@
 
 #include "config/EditorXmlData.h"
 #include "config/KeptElement.h"
+#include "config/RibbonDefinition.h"
 #include "pages/ribbonset/QuickAccessBar.h"
-#include "pages/ribbonset/RibbonDefinition.h"
 #include "pages/ribbonset/RibbonTree.h"
 
 namespace {

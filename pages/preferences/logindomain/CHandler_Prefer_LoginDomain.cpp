@@ -2,7 +2,7 @@
 #include "pages/preferences/logindomain/CHandler_Prefer_LoginDomain.h"
 
 #include "config/EditorXmlData.h"
-#include "pages/preferences/logindomain/LoginDomain.h"
+#include "config/LoginDomain.h"
 
 int CHandler_Prefer_LoginDomain::GetTabId()
 {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "pages/preferences/logindomain/tab_prefer_login_domain.h"
 
+#include "config/LoginDomain.h"
 #include "pages/EnteredText.h"
-#include "pages/preferences/logindomain/LoginDomain.h"
 #include "ui_tab_prefer_login_domain.h"
 
 #include <QMessageBox>

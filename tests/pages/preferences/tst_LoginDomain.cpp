@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "pages/preferences/logindomain/LoginDomain.h"
+#include "config/LoginDomain.h"
 #include "pages/preferences/logindomain/tab_prefer_login_domain.h"
 
 #include <QElapsedTimer>

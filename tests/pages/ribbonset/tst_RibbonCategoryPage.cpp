@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/EditorXmlData.h"
+#include "config/RibbonDefinition.h"
 #include "pages/ribbonset/CHandler_RibbonSet_RibCate.h"
 #include "pages/ribbonset/CommonActions.h"
-#include "pages/ribbonset/RibbonDefinition.h"
 #include "pages/ribbonset/RibbonTree.h"
 #include "resources/Resources.h"
 #include "RibbonItems.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "pages/ribbonset/RibbonDefinition.h"
+#include "config/RibbonDefinition.h"
 #include "pages/ribbonset/tab_ribbonset_ribcate.h"
 #include "resources/Resources.h"
 #include "RibbonItems.h"

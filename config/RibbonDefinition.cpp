@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "pages/ribbonset/RibbonDefinition.h"
+#include "config/RibbonDefinition.h"
 
 #include "config/CCommon.h"
 #include "config/XmlTree.h"
@@ -27,9 +27,13 @@ QDomDocument ribbonDefinition()
     return definition;
 }
 
+bool existsInProduct(const QDomElement &element, bool editor)
+{
+    const QString onlyForTheOther = editor ? QStringLiteral("OnlyReader") : QStringLiteral("OnlyEditor");
+    return element.attribute(onlyForTheOther).toInt() != 1;
+}
+
 bool existsInProduct(const QDomElement &element)
 {
-    const QString onlyForTheOther = CCommon::GetPCWAppType() == PCW_APP_READER ? QStringLiteral("OnlyEditor")
-                                                                               : QStringLiteral("OnlyReader");
-    return element.attribute(onlyForTheOther).toInt() != 1;
+    return existsInProduct(element, CCommon::GetPCWAppType() != PCW_APP_READER);
 }

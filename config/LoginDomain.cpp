@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "pages/preferences/logindomain/LoginDomain.h"
+#include "config/LoginDomain.h"
 
 #include <QRegularExpression>
 

@@ -9,8 +9,11 @@
 /// only one product has it, OnlyEditor="1" or OnlyReader="1".
 
 /// The definition's document, read once and shared, so do not change it; null when it cannot be read or is
-/// no ribbon. User-interface thread only.
+/// no ribbon. One thread.
 QDomDocument ribbonDefinition();
 
-/// Whether the product that is being configured has the element.
+/// Whether the product has the element.
+bool existsInProduct(const QDomElement &element, bool editor);
+
+/// Whether the product that is being configured in the window has it.
 bool existsInProduct(const QDomElement &element);
