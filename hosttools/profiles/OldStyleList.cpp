@@ -10,7 +10,7 @@ using namespace FlatPkg;
 
 namespace {
 
-const QRegularExpression &form(const QByteArray &pattern)
+QRegularExpression form(const QByteArray &pattern)
 {
     static QHash<QByteArray, QRegularExpression> known;
     if (!known.contains(pattern))
@@ -46,7 +46,7 @@ QString meaning(const QString &escape)
 
 QString withoutEscapes(const QString &text)
 {
-    const QRegularExpression &escape = form("\\\\([0-7]{1,3}|U[0-9A-Fa-f]{0,4}|.)");
+    const QRegularExpression escape = form("\\\\([0-7]{1,3}|U[0-9A-Fa-f]{0,4}|.)");
     QString result;
     int end = 0;
     for (auto found = escape.globalMatch(text); found.hasNext();) {
