@@ -26,6 +26,10 @@ public:
     const Toc &toc() const { return m_toc; }
     const QByteArray &tocXml() const { return m_tocXml; }
 
+    /// Where the heap begins in the file.
+    qint64 heapOffset() const { return m_heapOffset; }
+    int descriptor() const { return m_file.get(); }
+
     /// The size of the whole file in bytes.
     qint64 size() const { return m_size; }
 

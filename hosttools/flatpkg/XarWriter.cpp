@@ -4,24 +4,13 @@
 #include "hosttools/flatpkg/ByteRange.h"
 #include "hosttools/flatpkg/Error.h"
 #include "hosttools/flatpkg/VerifiedDigest.h"
+#include "hosttools/flatpkg/XarHead.h"
 
 #include <algorithm>
-#include <QtEndian>
-#include <zlib.h>
 
 namespace FlatPkg {
 
 namespace {
-
-constexpr int headerSize = 28;
-
-/// The kernel shares pages. It copies in pieces of 64 KiB, and each of them is one in memory only where it
-/// begins at a multiple of that, which a small member is not worth.
-qint64 alignmentFor(qint64 size)
-{
-    return size < worthRemembering ? 4096 : 64 * 1024;
-}
-constexpr quint32 sha1Number = 1;
 
 struct Member
 {
@@ -38,29 +27,9 @@ void collect(std::vector<TocEntry> &entries, const QByteArray &folder, std::vect
     }
 }
 
-/// A zlib stream of stored blocks: its length depends on the length of the text alone.
-QByteArray stored(const QByteArray &text)
-{
-    uLongf length = compressBound(static_cast<uLong>(text.size()));
-    QByteArray stream(static_cast<int>(length), Qt::Uninitialized);
-    const int result = compress2(reinterpret_cast<Bytef *>(stream.data()), &length,
-                                 reinterpret_cast<const Bytef *>(text.constData()),
-                                 static_cast<uLong>(text.size()), Z_NO_COMPRESSION);
-    if (result != Z_OK)
-        throw Error("its table of contents cannot be packed");
-    return stream.left(static_cast<int>(length));
-}
-
 [[noreturn]] void refuseChanged()
 {
     throw Error("has changed while it was packed");
-}
-
-template <typename Integer> QByteArray bigEndian(Integer value)
-{
-    QByteArray bytes(sizeof value, Qt::Uninitialized);
-    qToBigEndian(value, bytes.data());
-    return bytes;
 }
 
 class XarWriter
@@ -102,15 +71,11 @@ Toc XarWriter::write()
     for (const Member &member : m_members)
         within(member.path, [&] { writeMember(member); });
     // All digests are known only now; they are as long as those it was laid out with.
-    const QByteArray text = tocText();
-    const QByteArray toc = stored(text);
-    if (headerSize + toc.size() != m_heapOffset)
+    const XarHead head = xarHead(tocText());
+    if (head.bytes.size() != m_heapOffset)
         throw Error("its table of contents has changed its length");
-    writeAt(0, "xar!" + bigEndian<quint16>(headerSize) + bigEndian<quint16>(1) +
-                   bigEndian<quint64>(static_cast<quint64>(toc.size())) +
-                   bigEndian<quint64>(static_cast<quint64>(text.size())) + bigEndian(sha1Number));
-    writeAt(headerSize, toc);
-    writeAt(m_heapOffset, digestOf(DigestAlgorithm::Sha1, toc));
+    writeAt(0, head.bytes);
+    writeAt(m_heapOffset, head.tocDigest);
     return std::move(m_toc);
 }
 
@@ -129,23 +94,11 @@ void XarWriter::layOut()
     }
 }
 
-/// Blank lines can begin another stored block, which takes a few bytes itself: hence several tries, and a
-/// place farther behind when the one before cannot be met.
 void XarWriter::alignLargest()
 {
     const MemberData last = m_members.empty() ? MemberData() : *m_members.back().data;
-    const qint64 alignment = alignmentFor(last.size);
-    const auto place = [&] {
-        m_heapOffset = headerSize + stored(tocText()).size();
-        return m_heapOffset + last.offset;
-    };
-    const qint64 first = (place() + alignment - 1) / alignment * alignment;
-    for (int tries = 0; tries < 8; ++tries) {
-        const qint64 wanted = first + tries / 4 * alignment;
-        m_padding = static_cast<int>(std::max<qint64>(0, m_padding + wanted - place()));
-        if (place() == wanted)
-            return;
-    }
+    m_padding = blankLinesFor(tocText(), {last.offset, 0, sharingUnitFor(last.size)});
+    m_heapOffset = xarHead(tocText()).bytes.size();
 }
 
 void XarWriter::writeMember(const Member &member)

@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QStandardPaths>
 
+#include <algorithm>
 #include <array>
 #include <openssl/err.h>
 #include <openssl/x509v3.h>
@@ -19,6 +20,9 @@ using namespace OpenSsl;
 namespace Identities {
 
 namespace {
+
+using Object = std::unique_ptr<ASN1_OBJECT, Deleter<ASN1_OBJECT_free>>;
+using Uses = std::unique_ptr<EXTENDED_KEY_USAGE, Deleter<EXTENDED_KEY_USAGE_free>>;
 
 QByteArray fingerprintOf(const X509 *certificate)
 {
@@ -89,14 +93,19 @@ bool isIdentityName(const QByteArray &name)
     return name.endsWith(".pem") || name.endsWith(".crt") || name.endsWith(".p12") || name.endsWith(".pfx");
 }
 
-QVector<QByteArray> pathsIn(const QByteArray &folder)
+bool isCertificateName(const QByteArray &name)
+{
+    return isIdentityName(name) || name.endsWith(".cer");
+}
+
+QVector<QByteArray> pathsIn(const QByteArray &folder, bool (*isWanted)(const QByteArray &))
 {
     if (access(folder.constData(), F_OK) != 0)
         return {};
     QVector<QByteArray> paths;
     within(folder, [&] {
         for (const QByteArray &name : namesIn(openFolder(folder).get()))
-            if (isIdentityName(name))
+            if (isWanted(name))
                 paths.append(folder + '/' + name);
     });
     return paths;
@@ -114,12 +123,79 @@ bool isMadeForCode(X509 *certificate)
     return saysItsUse && (X509_get_extended_key_usage(certificate) & XKU_CODE_SIGN) != 0;
 }
 
-QByteArray notFound(const QByteArray &name, const QByteArray &why)
+bool isMadeForPackages(const X509 *certificate)
+{
+    const Object installer(OBJ_txt2obj("1.2.840.113635.100.4.13", 1));
+    const Uses uses(static_cast<EXTENDED_KEY_USAGE *>(
+        X509_get_ext_d2i(certificate, NID_ext_key_usage, nullptr, nullptr)));
+    for (int i = 0; uses && i < sk_ASN1_OBJECT_num(uses.get()); ++i)
+        if (OBJ_cmp(sk_ASN1_OBJECT_value(uses.get(), i), installer.get()) == 0)
+            return true;
+    return false;
+}
+
+QByteArray obstacleForPackages(const Identity &identity, Use use)
+{
+    constexpr int shortestKey = 2048;
+    if (use == Use::Package && !isMadeForPackages(identity.certificate.get()))
+        return QByteArrayLiteral("its certificate is not for installer packages (no Developer ID Installer)");
+    if (EVP_PKEY_get_base_id(identity.key.get()) != EVP_PKEY_RSA)
+        return QByteArrayLiteral("its key is not RSA, which installer packages need");
+    if (EVP_PKEY_get_bits(identity.key.get()) < shortestKey)
+        return "its key has fewer than " + QByteArray::number(shortestKey) + " bits";
+    return {};
+}
+
+QByteArray obstacleForCode(const Identity &identity)
+{
+    if (!isMadeForCode(identity.certificate.get()))
+        return QByteArrayLiteral("its certificate is not for code signing");
+    if (!canSignMessages(identity.key.get()))
+        return QByteArrayLiteral("its key is neither RSA nor EC");
+    return {};
+}
+
+/// Certificates that lie beside the identities.
+void addCertificatesOfFolder(std::vector<Certificate> *certificates)
+{
+    for (const QByteArray &path : pathsIn(folder(), isCertificateName)) {
+        try {
+            for (Certificate &one : IdentityFile::read(path).certificates)
+                certificates->push_back(std::move(one));
+        } catch (const Error &) {
+            continue; // whoever lists the identities tells
+        }
+    }
+}
+
+/// Takes the one that issued the certificate, or null.
+Certificate takeIssuer(X509 *certificate, std::vector<Certificate> *certificates)
+{
+    const auto issuer = std::find_if(certificates->begin(), certificates->end(), [&](const Certificate &one) {
+        return one && X509_check_issued(one.get(), certificate) == X509_V_OK;
+    });
+    return issuer == certificates->end() ? nullptr : std::move(*issuer);
+}
+
+bool isSelfIssued(X509 *certificate)
+{
+    return X509_check_issued(certificate, certificate) == X509_V_OK;
+}
+
+QByteArray notFound(const QByteArray &name, const QByteArray &why, Use use,
+                    const QVector<QByteArray> &unusable)
 {
     if (!why.isEmpty())
         return "the identity \"" + name + "\" cannot sign: " + why;
-    return "there is no identity \"" + name + "\" in " + folder() +
-           "; \"security find-identity -v -p codesigning\" lists them";
+    const QByteArray policy = use == Use::Code ? "codesigning" : "basic";
+    const QByteArray left = unusable.isEmpty() ? QByteArray() : "; left out: " + unusable.first();
+    return "there is no identity \"" + name + "\" in " + folder() + "; \"security find-identity -v -p " +
+           policy + "\" lists them" + (use == Use::Code ? QByteArray() : left);
+}
+
+bool isCalled(const Identity &identity, const QByteArray &name, Use use)
+{
+    return identity.name == name || (use != Use::Code && identity.fingerprint == name.toUpper());
 }
 
 } // namespace
@@ -136,7 +212,7 @@ QByteArray folder()
 std::vector<Identity> all(QVector<QByteArray> *unusable)
 {
     std::vector<Identity> identities;
-    for (const QByteArray &path : pathsIn(folder())) {
+    for (const QByteArray &path : pathsIn(folder(), isIdentityName)) {
         try {
             identities.push_back(readIdentity(path));
         } catch (const Error &error) {
@@ -146,7 +222,7 @@ std::vector<Identity> all(QVector<QByteArray> *unusable)
     return identities;
 }
 
-QByteArray obstacle(const Identity &identity)
+QByteArray obstacle(const Identity &identity, Use use)
 {
     X509 *certificate = identity.certificate.get();
     // A time that cannot be read compares as 0 and counts as an obstacle.
@@ -154,25 +230,40 @@ QByteArray obstacle(const Identity &identity)
         return QByteArrayLiteral("its certificate is not valid yet");
     if (X509_cmp_current_time(X509_get0_notAfter(certificate)) <= 0)
         return QByteArrayLiteral("its certificate has expired");
-    if (!isMadeForCode(certificate))
-        return QByteArrayLiteral("its certificate is not for code signing");
-    if (!canSignMessages(identity.key.get()))
-        return QByteArrayLiteral("its key is neither RSA nor EC");
-    return {};
+    return use == Use::Code ? obstacleForCode(identity) : obstacleForPackages(identity, use);
 }
 
-Identity forSigning(const QByteArray &name)
+Identity forSigning(const QByteArray &name, Use use)
 {
     QByteArray why;
     QVector<QByteArray> unusable;
     for (Identity &identity : all(&unusable)) {
-        if (identity.name != name)
+        if (!isCalled(identity, name, use))
             continue;
-        why = obstacle(identity);
+        why = obstacle(identity, use);
         if (why.isEmpty())
             return std::move(identity);
     }
-    throw Error(notFound(name, why));
+    throw Error(notFound(name, why, use, unusable));
+}
+
+std::vector<Certificate> issuersOf(const Identity &identity)
+{
+    std::vector<Certificate> known;
+    for (const Certificate &one : identity.chain) {
+        X509_up_ref(one.get());
+        known.emplace_back(one.get());
+    }
+    addCertificatesOfFolder(&known);
+    std::vector<Certificate> issuers;
+    for (X509 *last = identity.certificate.get(); !isSelfIssued(last); last = issuers.back().get()) {
+        Certificate next = takeIssuer(last, &known);
+        if (!next)
+            break;
+        issuers.push_back(std::move(next));
+    }
+    ERR_clear_error();
+    return issuers;
 }
 
 } // namespace Identities

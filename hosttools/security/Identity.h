@@ -29,10 +29,19 @@ QByteArray folder();
 /// a message for each file that should be one and is not. Throws FlatPkg::Error.
 std::vector<Identity> all(QVector<QByteArray> *unusable);
 
-/// Why an identity cannot sign code: expired, not yet valid, made for something else. Empty when it can.
-QByteArray obstacle(const Identity &identity);
+/// What an identity is to sign. A package needs an RSA key that is long enough, whatever the certificate is
+/// for.
+enum class Use { Code, Package, PackageByAnybody };
 
-/// The first identity of this name that can sign code; throws FlatPkg::Error when there is none.
-Identity forSigning(const QByteArray &name);
+/// Why an identity cannot sign that: expired, not yet valid, made for something else. Empty when it can.
+QByteArray obstacle(const Identity &identity, Use use);
+
+/// The first identity of this name (for packages also: with this fingerprint) that can sign that; throws
+/// FlatPkg::Error when there is none.
+Identity forSigning(const QByteArray &name, Use use);
+
+/// Who issued the identity's certificate, who issued theirs and so on, as far as they lie in the identity's
+/// file or in the folder, where a file NAME.cer is a certificate without a key.
+std::vector<OpenSsl::Certificate> issuersOf(const Identity &identity);
 
 } // namespace Identities

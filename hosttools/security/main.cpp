@@ -24,13 +24,15 @@ void warnWhenExposed(const Identity &identity)
         warn(identity.exposedKeyPath + ": others can read this private key; chmod 600 keeps it private");
 }
 
-void listValidIdentities()
+/// Under the policy "basic" a Mac lists every valid identity, under "codesigning" those of installer packages
+/// never.
+void listValidIdentities(Identities::Use use)
 {
     int count = 0;
     QVector<QByteArray> unusable;
     for (const Identity &identity : Identities::all(&unusable)) {
         warnWhenExposed(identity);
-        if (Identities::obstacle(identity).isEmpty())
+        if (Identities::obstacle(identity, use).isEmpty())
             std::printf("%3d) %s \"%s\"\n", ++count, identity.fingerprint.constData(),
                         identity.name.constData());
     }
@@ -51,7 +53,7 @@ void sign(const Options &options)
 {
     const QByteArray input = options.value("-i");
     const QByteArray output = options.value("-o");
-    const Identity identity = Identities::forSigning(options.value("-N"));
+    const Identity identity = Identities::forSigning(options.value("-N"), Identities::Use::Code);
     warnWhenExposed(identity);
     const QByteArray content = within(input, [&] { return Document::read(input, Document::largestSize); });
     const QByteArray message =
@@ -91,11 +93,15 @@ void decode(const Options &options)
         Document::print(result);
 }
 
-bool asksForValidIdentities(const QVector<QByteArray> &arguments)
+/// What for, when the valid identities are asked for.
+std::optional<Identities::Use> askedUse(const QVector<QByteArray> &arguments)
 {
     const auto options = Options::parse(arguments.mid(1), {"-p"}, {"-v"});
-    return arguments.value(0) == "find-identity" && options && options->has("-v") &&
-           options->value("-p") == "codesigning";
+    if (arguments.value(0) != "find-identity" || !options || !options->has("-v"))
+        return std::nullopt;
+    if (options->value("-p") == "codesigning")
+        return Identities::Use::Code;
+    return options->value("-p") == "basic" ? std::make_optional(Identities::Use::Package) : std::nullopt;
 }
 
 std::optional<Options> messageOptions(const QVector<QByteArray> &arguments)
@@ -110,14 +116,14 @@ std::optional<Options> messageOptions(const QVector<QByteArray> &arguments)
 int main(int argc, char **argv)
 {
     const QVector<QByteArray> arguments = argumentsOf(argc, argv);
-    if (asksForValidIdentities(arguments))
-        return runTool("security", listValidIdentities);
+    if (const auto use = askedUse(arguments))
+        return runTool("security", [&] { listValidIdentities(*use); });
     const auto cms = messageOptions(arguments);
     if (cms && cms->hasAll({"-S", "-N", "-i", "-o"}) && !cms->hasAny({"-D", "-h", "-n"}) && digestOf(*cms))
         return runTool("security", [&] { sign(*cms); });
     if (cms && cms->hasAll({"-D", "-i"}) && !cms->hasAny({"-S", "-N", "-H"}))
         return runTool("security", [&] { decode(*cms); });
     return wrongUsage("security",
-                      "find-identity -v -p codesigning | cms -S -N NAME [-H DIGEST] -i IN -o OUT | "
+                      "find-identity -v -p codesigning|basic | cms -S -N NAME [-H DIGEST] -i IN -o OUT | "
                       "cms -D -i IN [-h LEVEL] [-n] [-o OUT]");
 }

@@ -52,7 +52,8 @@ class DebianPackages(unittest.TestCase):
     def test_pct_comes_with_stand_ins_manual_and_completions(self):
         root = "/usr/lib/pelix-customization-tool"
         stand_ins = {f"{root}/libexec/pct/{name}" for name in
-                     ("ditto", "installer", "pkgutil", "profiles", "security", "sed", "system_profiler", "xar")}
+                     ("ditto", "installer", "pkgutil", "productsign", "profiles", "security", "sed", "system_profiler",
+                      "xar")}
         self.assertEqual(self.names(PCT) - self.documents(PCT), stand_ins | {
             "/usr/bin/pct", f"{root}/bin/pct", "/usr/share/man/man1/pct.1.gz",
             "/usr/share/bash-completion/completions/pct", "/usr/share/zsh/vendor-completions/_pct",
