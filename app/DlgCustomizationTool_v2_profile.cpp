@@ -3,9 +3,9 @@
 
 #include "app/FlowMessages.h"
 #include "app/IdentifierQuestion.h"
-#include "app/Logging.h"
 #include "config/CCommon.h"
 #include "config/EditorXmlData.h"
+#include "core/Logging.h"
 #include "profile/CProfileGenerator.h"
 #include "profile/signing/dlg_sign_profile.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/dlg_select_app_type.h"
 
-#include "app/Logging.h"
+#include "core/Logging.h"
 #include "ui_dlg_select_app_type.h"
 
 dlg_select_app_type::dlg_select_app_type(QWidget *parent)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/ApplicationLook.h"
 #include "app/DlgCustomizationTool_v2.h"
-#include "app/Logging.h"
+#include "core/Logging.h"
 #include "app/OpenRequests.h"
 #include "app/StartUp.h"
 #include "app/Translation.h"

@@ -3,7 +3,7 @@
 #include "config/ConfigDocument.h"
 #include "config/EditorXmlData.h"
 #include "config/KeptElement.h"
-#include "config/Logging.h"
+#include "core/Logging.h"
 #include "config/SettingItems.h"
 #include "config/XmlMarkup.h"
 #include "config/XmlTree.h"

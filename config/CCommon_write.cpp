@@ -2,7 +2,7 @@
 #include "config/CCommon.h"
 #include "config/DefaultPlugins.h"
 #include "config/EditorXmlData.h"
-#include "config/Logging.h"
+#include "core/Logging.h"
 #include "config/SettingItems.h"
 #include "config/XmlTree.h"
 

@@ -4,6 +4,12 @@
 #include "core/PrintableText.h"
 
 Q_LOGGING_CATEGORY(logCore, "pct.core")
+Q_LOGGING_CATEGORY(logConfig, "pct.config")
+Q_LOGGING_CATEGORY(logPackage, "pct.package")
+Q_LOGGING_CATEGORY(logProfile, "pct.profile")
+Q_LOGGING_CATEGORY(logPages, "pct.pages")
+Q_LOGGING_CATEGORY(logWelcome, "pct.welcome")
+Q_LOGGING_CATEGORY(logApp, "pct.app")
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include "core/SafeFile.h"
 #include "package/BuildPaths.h"
 #include "package/Failure.h"
-#include "package/Logging.h"
+#include "core/Logging.h"
 #include "package/ScriptsFolder.h"
 
 #include <QDir>

@@ -4,7 +4,7 @@
 #include "core/SafeFile.h"
 #include "core/TransientFolder.h"
 #include "package/Failure.h"
-#include "package/Logging.h"
+#include "core/Logging.h"
 #include "package/ProductVersion.h"
 #include "package/ScriptLines.h"
 #include "package/ScriptsFolder.h"

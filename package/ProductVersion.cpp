@@ -2,7 +2,7 @@
 #include "package/ProductVersion.h"
 
 #include "config/XmlText.h"
-#include "package/Logging.h"
+#include "core/Logging.h"
 
 #include <optional>
 

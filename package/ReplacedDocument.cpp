@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "package/ReplacedDocument.h"
 
+#include "core/Logging.h"
 #include "core/SafeFile.h"
-#include "package/Logging.h"
 
 #include <QFile>
 #include <QFileInfo>

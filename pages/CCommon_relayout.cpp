@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/CCommon.h"
-#include "pages/Logging.h"
+#include "core/Logging.h"
 
 #include <QLayout>
 #include <QWidget>

@@ -2,11 +2,11 @@
 #include "profile/CProfileGenerator.h"
 
 #include "config/ConfigDocument.h"
+#include "core/Logging.h"
 #include "core/SafeFile.h"
 #include "profile/ConfigGenerator.h"
 #include "profile/FreshUuid.h"
 #include "profile/LocalHostName.h"
-#include "profile/Logging.h"
 #include "profile/ProfileProduct.h"
 #include "profile/UserDefaults.h"
 

@@ -2,9 +2,9 @@
 #include "profile/CProfileGenerator.h"
 
 #include "core/Command.h"
+#include "core/Logging.h"
 #include "core/SafeFile.h"
 #include "profile/KeptFile.h"
-#include "profile/Logging.h"
 #include "profile/SignedMessage.h"
 
 #include <QFileInfo>

@@ -1,16 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "profile/FoundationText.h"
+#include "profile/propertylist/FoundationText.h"
 
 #include "profile/ConfigGenerator.h"
 
 #include "core/PrintableText.h"
-#include "profile/CocoaLog.h"
+#include "profile/propertylist/CocoaLog.h"
 #include "profile/InstalledProfile.h"
 #include "profile/PelixPDFConfigGenerator.h"
 #include "profile/ProfileProduct.h"
-#include "profile/PropertyListInput.h"
-#include "profile/PropertyListReader.h"
-#include "profile/PropertyListValues.h"
+#include "profile/propertylist/PropertyListInput.h"
+#include "profile/propertylist/FoundationPropertyList.h"
 
 namespace
 {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "profile/InstalledProfile.h"
 
-#include "profile/PropertyListValues.h"
+#include "profile/propertylist/FoundationPropertyList.h"
 
 bool hasItemOf(id profile, NSString *payloadIdentifier)
 {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "profile/FoundationText.h"
+#include "profile/propertylist/FoundationText.h"
 
 #include "profile/ManagedProfile.h"
 
@@ -11,9 +11,8 @@
 #include "profile/ProfileProduct.h"
 #include "profile/ProfileReport.h"
 #include "profile/ProfileSettings.h"
-#include "profile/PropertyListInput.h"
-#include "profile/PropertyListReader.h"
-#include "profile/PropertyListValues.h"
+#include "profile/propertylist/PropertyListInput.h"
+#include "profile/propertylist/FoundationPropertyList.h"
 
 namespace
 {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "profile/FoundationText.h"
+#include "profile/propertylist/FoundationText.h"
 
 #include "profile/PelixPDFConfigGenerator.h"
 
@@ -7,16 +7,14 @@
 #include "config/Settings.h"
 #include "core/Command.h"
 #include "core/PrintableText.h"
-#include "profile/CocoaLog.h"
+#include "profile/propertylist/CocoaLog.h"
 #include "profile/InstalledProfile.h"
 #include "profile/ProfileDictionary.h"
 #include "profile/ProfileProduct.h"
 #include "profile/ProfileSettings.h"
-#include "profile/PropertyListFoundation.h"
-#include "profile/PropertyListInput.h"
-#include "profile/PropertyListReader.h"
-#include "profile/PropertyListValues.h"
-#include "profile/PropertyListWriter.h"
+#include "profile/propertylist/PropertyListFoundation.h"
+#include "profile/propertylist/PropertyListInput.h"
+#include "profile/propertylist/FoundationPropertyList.h"
 
 using ConfigGenerator::EmptyPolicy;
 

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "profile/FoundationText.h"
+#include "profile/propertylist/FoundationText.h"
 
 #include "profile/ProfileDictionary.h"
 
 #include "config/SettingItems.h"
 #include "profile/FreshUuid.h"
 #include "profile/ProfileProduct.h"
-#include "profile/PropertyListBridge.h"
+#include "profile/propertylist/PropertyListBridge.h"
 
 namespace
 {

@@ -2,7 +2,7 @@
 #include "profile/ProfileDocument.h"
 
 #include "profile/ConfigGenerator.h"
-#include "profile/PropertyListInput.h"
+#include "profile/propertylist/PropertyListInput.h"
 
 #include <QFile>
 #include <QFileInfo>

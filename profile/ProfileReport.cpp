@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "profile/ProfileReport.h"
 
-#include "profile/PropertyListInput.h"
+#include "profile/propertylist/PropertyListInput.h"
 
 #include <QVariant>
 #include <QVector>

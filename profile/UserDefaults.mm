@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "profile/FoundationText.h"
+#include "profile/propertylist/FoundationText.h"
 
 #include "profile/UserDefaults.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "welcome/DroppedFiles.h"
 
-#include "welcome/Logging.h"
+#include "core/Logging.h"
 
 #include <QFileInfo>
 #include <QMimeData>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "profile/signing/KeptCopy.h"
 
+#include "core/Logging.h"
 #include "core/SafeFile.h"
 #include "profile/KeptFile.h"
-#include "profile/Logging.h"
 
 KeptCopy::KeptCopy(const QString &path)
     : m_path(path)

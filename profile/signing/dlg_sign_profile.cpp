@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "profile/signing/dlg_sign_profile.h"
 
+#include "core/Logging.h"
 #include "profile/CProfileGenerator.h"
-#include "profile/Logging.h"
 #include "profile/signing/KeptCopy.h"
 #include "ui_dlg_sign_profile.h"
 

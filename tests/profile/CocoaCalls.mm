@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "profile/FoundationText.h"
+#include "profile/propertylist/FoundationText.h"
 
 #include "tests/profile/CocoaCalls.h"
 
 #include "profile/PelixPDFConfigGenerator.h"
-#include "profile/PropertyListBridge.h"
-#include "profile/PropertyListReader.h"
+#include "profile/propertylist/PropertyListBridge.h"
+#include "profile/propertylist/FoundationPropertyList.h"
 
 namespace
 {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #import "welcome/webview/CustomAiWebView_mac.h"
 
-#include "profile/FoundationText.h"
-#include "welcome/Logging.h"
+#include "core/Logging.h"
+#include "profile/propertylist/FoundationText.h"
 #include "welcome/webview/WebViewTarget.h"
 
 #include <QUrl>

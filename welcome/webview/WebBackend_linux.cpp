@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Loads the web engine when the first page is wanted. Linked into the program, it would cost every start.
-#include "welcome/Logging.h"
+#include "core/Logging.h"
 #include "welcome/webview/engine/EngineModule.h"
 #include "welcome/webview/ScopedVariable_linux.h"
 #include "welcome/webview/WebBackend.h"

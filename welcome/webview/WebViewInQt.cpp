@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "welcome/webview/WebViewInQt.h"
 
+#include "core/Logging.h"
 #include "core/PrintableText.h"
-#include "welcome/Logging.h"
 #include "welcome/webview/BridgeLimits.h"
 #include "welcome/webview/IWebViewHandler.h"
 #include "welcome/webview/WebBackend.h"

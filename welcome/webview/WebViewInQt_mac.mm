@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The system's web view behind WebViewInQt.
-#include "profile/FoundationText.h"
+#include "profile/propertylist/FoundationText.h"
 #include "welcome/webview/CocoaView_mac.h"
 #import "welcome/webview/CustomAiWebView_mac.h"
 #include "welcome/webview/WebBackend.h"

@@ -3,7 +3,6 @@
 
 #include "welcome/webview/BridgeLimits.h"
 #include "welcome/webview/engine/EnginePermissions.h"
-#include "welcome/webview/engine/Logging.h"
 #include "welcome/webview/engine/RefusedWindow.h"
 #include "welcome/webview/PageRules.h"
 #include "welcome/webview/WebViewTarget.h"
@@ -13,6 +12,7 @@
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QLoggingCategory>
 #include <QScopedValueRollback>
 #include <QUuid>
 #include <QWebEngineScript>
@@ -21,6 +21,9 @@
 #include <utility>
 
 namespace {
+
+/// Under the name of the pages that the module belongs to.
+Q_LOGGING_CATEGORY(logWebEngine, "pct.welcome")
 
 constexpr int consoleLinesPerSecond = 20;
 constexpr int longestConsoleLine = 1024; ///< characters

@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "profile/Logging.h"
+#include "profile/propertylist/CocoaLog.h"
 
-#include "profile/CocoaLog.h"
-
-Q_LOGGING_CATEGORY(logProfile, "pct.profile")
+#include "core/Logging.h"
 
 bool cocoaLogEnabled()
 {

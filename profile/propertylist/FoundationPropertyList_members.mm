@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "profile/PropertyListValues.h"
+#include "profile/propertylist/FoundationPropertyList.h"
 
-#include "profile/FoundationText.h"
+#include "profile/propertylist/FoundationText.h"
 
 #include <algorithm>
 #include <limits>

@@ -4,7 +4,8 @@
 // The Cocoa layer writes its lines with NSLog. One switch silences them together with Qt's lines, because a
 // command-line program must not mix them into its messages.
 
-/// Whether debug output of the category "pct.profile" is on.
+/// Whether debug output of the category "pct.profile" is on. In C++, since Qt's categories do not compile in
+/// Objective-C++ everywhere.
 bool cocoaLogEnabled();
 
 #ifdef __OBJC__

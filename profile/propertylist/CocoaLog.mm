@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #import <Foundation/Foundation.h>
 
-#include "profile/CocoaLog.h"
+#include "profile/propertylist/CocoaLog.h"
 
 #include "core/PrintableText.h"
-#include "profile/FoundationText.h"
+#include "profile/propertylist/FoundationText.h"
 
 void cocoaLog(NSString *format, ...)
 {

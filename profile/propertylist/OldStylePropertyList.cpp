@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "profile/OldStylePropertyList.h"
+#include "profile/propertylist/PropertyListFormats.h"
 
 #include "core/PrintableText.h"
-#include "profile/PropertyListInput.h"
+#include "profile/propertylist/PropertyListInput.h"
 
 #include <QRegularExpression>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "profile/FoundationEscapes.h"
+#include "profile/propertylist/FoundationEscapes.h"
 
 #include <algorithm>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "profile/BinaryPropertyList.h"
+#include "profile/propertylist/PropertyListFormats.h"
 #include "tests/support/TestFiles.h"
 
 #include <QtTest>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "profile/BinaryPropertyList.h"
+#include "profile/propertylist/PropertyListFormats.h"
 
-#include "profile/PropertyListInput.h"
+#include "profile/propertylist/PropertyListInput.h"
 
 #include <algorithm>
 #include <cmath>

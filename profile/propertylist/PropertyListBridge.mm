@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "profile/FoundationText.h"
+#include "profile/propertylist/FoundationText.h"
 
-#include "profile/PropertyListBridge.h"
+#include "profile/propertylist/PropertyListBridge.h"
 
 #include "config/CCommon.h"
 #include "config/KeptElement.h"
-#include "profile/CocoaLog.h"
-#include "profile/PropertyListValues.h"
+#include "profile/propertylist/CocoaLog.h"
+#include "profile/propertylist/FoundationPropertyList.h"
 
 #include <algorithm>
 

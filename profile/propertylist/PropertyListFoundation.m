@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "profile/PropertyListFoundation.h"
+#include "profile/propertylist/PropertyListFoundation.h"
 
 static NSInteger const noProfileInfo = 1001;
 

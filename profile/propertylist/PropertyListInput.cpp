@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "profile/PropertyListInput.h"
+#include "profile/propertylist/PropertyListInput.h"
 
-#include "profile/BinaryPropertyList.h"
-#include "profile/OldStylePropertyList.h"
-#include "profile/XmlPropertyList.h"
+#include "profile/propertylist/PropertyListFormats.h"
 
 namespace {
 

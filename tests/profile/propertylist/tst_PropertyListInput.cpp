@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "profile/PropertyListInput.h"
+#include "profile/propertylist/PropertyListInput.h"
 
 #include "profile/CProfileGenerator.h"
 #include "profile/ProfileDocument.h"

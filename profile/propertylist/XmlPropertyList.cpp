@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "profile/XmlPropertyList.h"
+#include "profile/propertylist/PropertyListFormats.h"
 
 #include "config/XmlStream.h"
 #include "core/PrintableText.h"
-#include "profile/PropertyListInput.h"
-#include "profile/PropertyListScalars.h"
 
+#include <QDateTime>
 #include <QHash>
+#include <QRegularExpression>
 
 #include <algorithm>
+#include <limits>
 
 namespace {
 
@@ -48,18 +49,92 @@ bool isBlank(const QString &text)
     });
 }
 
+std::optional<Scalar> negated(quint64 magnitude)
+{
+    const quint64 most = static_cast<quint64>(std::numeric_limits<qint64>::max()) + 1;
+    if (magnitude > most)
+        return std::nullopt;
+    return magnitude == most ? std::numeric_limits<qint64>::min() : -static_cast<qint64>(magnitude);
+}
+
+Scalar counted(quint64 magnitude)
+{
+    if (magnitude > static_cast<quint64>(std::numeric_limits<qint64>::max()))
+        return magnitude;
+    return static_cast<qint64>(magnitude);
+}
+
+/// Nothing for text that is no such word.
+std::optional<double> specialReal(const QString &text)
+{
+    static const QRegularExpression infinity(
+        QRegularExpression::anchoredPattern(QStringLiteral("([-+]?)inf(inity)?")),
+        QRegularExpression::CaseInsensitiveOption);
+    if (text.compare(QLatin1String("nan"), Qt::CaseInsensitive) == 0)
+        return std::numeric_limits<double>::quiet_NaN();
+    const QRegularExpressionMatch match = infinity.match(text);
+    if (!match.hasMatch())
+        return std::nullopt;
+    const double endless = std::numeric_limits<double>::infinity();
+    return match.captured(1) == QLatin1String("-") ? -endless : endless;
+}
+
+/// Decimal or hexadecimal, of at most 64 bits with or without a sign; white space may stand in front.
+std::optional<Scalar> integerIn(const QString &text)
+{
+    static const QRegularExpression form(QRegularExpression::anchoredPattern(
+        QStringLiteral("\\s*([-+]?)\\s*(?:0[xX]([0-9a-fA-F]+)|([0-9]+))")));
+    const QRegularExpressionMatch match = form.match(text);
+    const bool isHexadecimal = !match.captured(2).isEmpty();
+    bool fits = false;
+    const quint64 magnitude =
+        isHexadecimal ? match.captured(2).toULongLong(&fits, 16) : match.captured(3).toULongLong(&fits, 10);
+    if (!fits)
+        return std::nullopt;
+    return match.captured(1) == QLatin1String("-") ? negated(magnitude) : counted(magnitude);
+}
+
+/// Decimal, "nan", or infinity in the usual spellings.
+std::optional<Scalar> realIn(const QString &text)
+{
+    static const QRegularExpression form(QRegularExpression::anchoredPattern(
+        QStringLiteral("\\s*[-+]?([0-9]+\\.?[0-9]*|\\.[0-9]+)([eE][-+]?[0-9]+)?")));
+    if (const std::optional<double> special = specialReal(text))
+        return *special;
+    // What is too large becomes infinite.
+    return form.match(text).hasMatch() ? std::optional<Scalar>(text.trimmed().toDouble()) : std::nullopt;
+}
+
+/// YYYY-MM-DDThh:mm:ssZ. A day that no calendar has is a date, too.
+std::optional<Scalar> dateIn(const QString &text)
+{
+    static const QRegularExpression form(QRegularExpression::anchoredPattern(
+        QStringLiteral("-?[0-9]+-[0-9]{2}-[0-9]{2}T[0-9]{2}:[0-9]{2}:[0-9]{2}Z")));
+    if (!form.match(text).hasMatch())
+        return std::nullopt;
+    // Of what is no day it gives 0.
+    const QDateTime date = QDateTime::fromString(text, Qt::ISODate);
+    return PropertyList::Date{static_cast<double>(date.toSecsSinceEpoch())};
+}
+
+/// Base64; what is none of its characters is passed over.
+Scalar dataIn(const QString &text)
+{
+    return QByteArray::fromBase64(text.toLatin1());
+}
+
 /// Nothing when the text is no value of the kind.
 std::optional<Scalar> scalarOf(Kind kind, const QString &text)
 {
     switch (kind) {
     case Kind::Integer:
-        return PropertyListScalars::integer(text);
+        return integerIn(text);
     case Kind::Real:
-        return PropertyListScalars::real(text);
+        return realIn(text);
     case Kind::Date:
-        return PropertyListScalars::date(text);
+        return dateIn(text);
     case Kind::Data:
-        return PropertyListScalars::data(text);
+        return dataIn(text);
     case Kind::True:
     case Kind::False:
         return text.isEmpty() ? std::optional<Scalar>(kind == Kind::True) : std::nullopt;
