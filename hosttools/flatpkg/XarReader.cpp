@@ -69,11 +69,13 @@ void forEachIn(const std::vector<TocEntry> &entries, const QByteArray &folder, c
 
 } // namespace
 
-XarReader::XarReader(FileDescriptor file)
+XarReader::XarReader(FileDescriptor file, AlteredToc altered)
     : m_file(std::move(file))
 {
     readHeader();
     readTableOfContents();
+    if (altered == AlteredToc::Refused && !m_isTocIntact)
+        refuseDamaged("the checksum of its table of contents is wrong");
 }
 
 void XarReader::readHeader()
@@ -115,14 +117,14 @@ void XarReader::readTableOfContents()
     verifyTableOfContents(compressed);
 }
 
-void XarReader::verifyTableOfContents(const QByteArray &compressed) const
+void XarReader::verifyTableOfContents(const QByteArray &compressed)
 {
     if (!m_toc.checksum)
         return;
     QByteArray expected(static_cast<int>(m_toc.checksum->size), Qt::Uninitialized);
     readExactly(m_file.get(), expected.data(), expected.size(), m_heapOffset + m_toc.checksum->offset);
-    if (digestOf(m_toc.checksum->algorithm, compressed) != expected)
-        refuseDamaged("the checksum of its table of contents is wrong");
+    m_tocDigest = digestOf(m_toc.checksum->algorithm, compressed);
+    m_isTocIntact = m_tocDigest == expected;
 }
 
 const TocEntry *XarReader::find(const QByteArray &path) const

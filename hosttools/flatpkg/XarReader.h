@@ -21,7 +21,13 @@ public:
         : XarReader(openInput(path))
     {
     }
-    explicit XarReader(FileDescriptor file);
+    /// Whoever judges signatures wants to see an altered table, too.
+    enum class AlteredToc { Refused, Accepted };
+    explicit XarReader(FileDescriptor file, AlteredToc altered = AlteredToc::Refused);
+
+    /// The digest of the table of contents, and whether it is the one in the heap; true without any.
+    const QByteArray &tocDigest() const { return m_tocDigest; }
+    bool isTocIntact() const { return m_isTocIntact; }
 
     const Toc &toc() const { return m_toc; }
     const QByteArray &tocXml() const { return m_tocXml; }
@@ -48,7 +54,7 @@ public:
 private:
     void readHeader();
     void readTableOfContents();
-    void verifyTableOfContents(const QByteArray &compressed) const;
+    void verifyTableOfContents(const QByteArray &compressed);
     Digests copyStored(const MemberData &data, int to) const;
     void decode(const MemberData &data, const Decoder::Sink &sink) const;
 
@@ -60,6 +66,8 @@ private:
     qint64 m_heapOffset = 0;
     QByteArray m_tocXml;
     Toc m_toc;
+    QByteArray m_tocDigest;
+    bool m_isTocIntact = true;
 };
 
 /// Calls `visit` with every entry and its path, folders before what is in them.

@@ -12,6 +12,7 @@ import shutil
 import struct
 import subprocess
 import threading
+import time
 import xml.etree.ElementTree
 import zlib
 
@@ -126,7 +127,7 @@ class Package:
     def cms(self):
         """The message without the zeros behind it."""
         reserved = self.place(self.toc.find("x-signature"))
-        length = len(openssl("asn1parse", "-inform", "DER", "-noout", "-out", "/dev/stdout", data=reserved))
+        length = len(first_element(reserved))
         assert reserved[length:].strip(b"\0") == b"", "not padded with zeros"
         return reserved[:length]
 
@@ -167,6 +168,127 @@ def rewrite_table(source, target, change, heap=lambda heap: heap):
     packed = zlib.compress(text)
     rest = hashlib.sha1(packed).digest() + package.heap[20:]
     write(target, struct.pack(">4sHHQQI", b"xar!", 28, 1, len(packed), len(text), 1) + packed + heap(rest))
+
+
+def sign_by_openssl(source, target, identity, certificates=None, parts=("signature", "x-signature"), digest="sha1",
+                    timestamp=None, reserved=9216):
+    """A copy of an unsigned package that openssl has signed, also with what no signing tool would take.
+
+    `certificates` go into the table in the place of the identity's; `timestamp` makes a token over bytes.
+    """
+    package = Package(source)
+    certificates = certificates or [block for block in pem_blocks(identity)]
+    size = hashlib.new(digest).digest_size
+    sizes = {"signature": len(rsa_signature(identity, b"0" * size, digest)) if "signature" in parts else 0,
+             "x-signature": reserved}
+    elements, offset = '<checksum style="%s"><offset>0</offset><size>%d</size></checksum>' % (digest, size), size
+    for part in parts:
+        elements += signature_element(part, offset, sizes[part], certificates)
+        offset += sizes[part]
+    text = re.sub(rb"<checksum .*?</checksum>\s*", b"", package.text, 1).replace(b"<toc>", b"<toc>" + elements.encode(), 1)
+    text = re.sub(rb"(<offset>)(\d+)(</offset><size>\d+</size><encoding)",
+                  lambda found: b"%s%d%s" % (found[1], int(found[2]) - 20 + offset, found[3]), text)
+    packed = zlib.compress(text)
+    value = hashlib.new(digest, packed).digest()
+    heap = value
+    if "signature" in parts:
+        heap += rsa_signature(identity, value, digest)
+    if "x-signature" in parts:
+        heap += cms_signature(identity, value, digest, timestamp).ljust(reserved, b"\0")
+    number = {"sha1": 1, "sha256": 3}[digest]
+    write(target, struct.pack(">4sHHQQI", b"xar!", 28, 1, len(packed), len(text), number) + packed + heap
+          + package.heap[20:])
+    return target
+
+
+def pem_blocks(path):
+    with open(path, encoding="ascii") as file:
+        blocks = re.findall("-----BEGIN CERTIFICATE-----(.*?)-----END", file.read(), re.S)
+    return [base64.b64decode(block) for block in blocks]
+
+
+def issuers_of(identity):
+    """Options for the certificates behind the first one, which openssl does not take twice."""
+    issuers = pem_blocks(identity)[1:]
+    text = "".join("-----BEGIN CERTIFICATE-----\n%s-----END CERTIFICATE-----\n" % base64.encodebytes(one).decode()
+                   for one in issuers)
+    write(identity + ".issuers", text.encode())
+    return ["-certfile", identity + ".issuers"] if issuers else []
+
+
+def signature_element(name, offset, size, certificates):
+    style = {"signature": "RSA", "x-signature": "CMS"}[name]
+    listed = "".join("<X509Certificate>%s</X509Certificate>" % base64.encodebytes(one).decode() for one in certificates)
+    return ('<%s style="%s"><offset>%d</offset><size>%d</size><KeyInfo xmlns="http://www.w3.org/2000/09/xmldsig#">'
+            "<X509Data>%s</X509Data></KeyInfo></%s>" % (name, style, offset, size, listed, name))
+
+
+def rsa_signature(identity, digest, algorithm):
+    return openssl("pkeyutl", "-sign", "-inkey", identity, "-pkeyopt", "digest:" + algorithm, "-pkeyopt",
+                   "rsa_padding_mode:pkcs1", data=digest)
+
+
+def cms_signature(identity, content, digest, timestamp=None):
+    message = openssl("cms", "-sign", "-binary", "-outform", "DER", "-signer", identity, "-inkey", identity, "-md",
+                      digest, *issuers_of(identity), data=content)
+    if not timestamp:
+        return message
+    signature = elements_of(last_of(message, 4))[-1]
+    attribute = tlv(0x30, tlv(0x06, bytes.fromhex("2a864886f70d010910020e")) + tlv(0x31, timestamp(contents_of(signature))))
+    return with_appended(message, 4, tlv(0xA1, attribute))
+
+
+def timestamp_token(identity, seconds):
+    """Makes the token that a service whose clock shows this would give."""
+    def token(signed):
+        imprint = tlv(0x30, tlv(0x30, tlv(0x06, bytes.fromhex("608648016503040201")) + b"\x05\0")
+                      + tlv(0x04, hashlib.sha256(signed).digest()))
+        shown = time.strftime("%Y%m%d%H%M%SZ", time.gmtime(seconds)).encode()
+        info = tlv(0x30, b"\x02\x01\x01" + tlv(0x06, b"\x2a\x03\x04") + imprint + b"\x02\x01\x07" + tlv(0x18, shown))
+        return openssl("cms", "-sign", "-binary", "-nodetach", "-outform", "DER", "-econtent_type",
+                       "1.2.840.113549.1.9.16.1.4", "-signer", identity, "-inkey", identity, "-md", "sha256",
+                       *issuers_of(identity), data=info)
+    return token
+
+
+def tlv(tag, content):
+    """A DER element."""
+    length = len(content)
+    if length < 128:
+        return bytes([tag, length]) + content
+    digits = length.to_bytes((length.bit_length() + 7) // 8, "big")
+    return bytes([tag, 0x80 | len(digits)]) + digits + content
+
+
+def contents_of(element):
+    return element[2 if element[1] < 128 else 2 + (element[1] & 127):]
+
+
+def elements_of(element):
+    """What is in a constructed element."""
+    content, found = contents_of(element), []
+    while content:
+        found.append(first_element(content))
+        content = content[len(found[-1]):]
+    return found
+
+
+def first_element(content):
+    digits = 0 if content[1] < 128 else content[1] & 127
+    length = content[1] if digits == 0 else int.from_bytes(content[2:2 + digits], "big")
+    return content[:2 + digits + length]
+
+
+def last_of(element, levels):
+    """The last element of the last element and so on; in a signed message four levels lead to its signer."""
+    return element if levels == 0 else last_of(elements_of(element)[-1], levels - 1)
+
+
+def with_appended(element, levels, addition):
+    if levels == 0:
+        return tlv(element[0], contents_of(element) + addition)
+    parts = elements_of(element)
+    return tlv(element[0], b"".join(parts[:-1]) + with_appended(parts[-1], levels - 1, addition))
 
 
 class TimestampService:
