@@ -7,6 +7,7 @@
 #include "app/ToolBarLook.h"
 #include "config/CCommon.h"
 #include "config/EditorXmlData.h"
+#include "config/Product.h"
 #include "core/Logging.h"
 #include "pages/ICutsomizationHandler.h"
 #include "pages/SharpPicture.h"
@@ -30,7 +31,7 @@ EditorXmlData *const DlgCustomizationTool_v2::m_pEditorXmlData = &theEditorXmlDa
 DlgCustomizationTool_v2::DlgCustomizationTool_v2(bool bEditor, PCW_CONFIGTYPE configType, QWidget *parent)
     : QDialog(parent, Qt::Window)
     , m_ui(std::make_unique<Ui::DlgCustomizationTool_v2>())
-    , m_bEditor(bEditor)
+    , m_product(Product::of(bEditor))
 {
     m_ui->setupUi(this);
     showSharpPicture(m_ui->label_pct_icon, QStringLiteral(":/img/pct.png"));
@@ -38,7 +39,7 @@ DlgCustomizationTool_v2::DlgCustomizationTool_v2(bool bEditor, PCW_CONFIGTYPE co
     if (configType == PCW_CONFIG_PROFILE)
         styleToolBarForProfile();
     CCommon::SetPCWConfigType(configType);
-    CCommon::SetPCWAppType(bEditor ? PCW_APP_EDITOR : PCW_APP_READER);
+    CCommon::SetPCWAppType(m_product.type);
 
     m_webViewHandler = makeWebViewHandler();
     m_waiting = new CPDF_Waiting(this);
@@ -47,7 +48,7 @@ DlgCustomizationTool_v2::DlgCustomizationTool_v2(bool bEditor, PCW_CONFIGTYPE co
     m_ui->gridLayout->addLayout(m_stack, 1, 1);
     m_pageButtons = new QButtonGroup(this);
     m_pageButtons->setExclusive(true);
-    if (!bEditor)
+    if (!m_product.isEditor())
         m_currentPageId = configType == PCW_CONFIG_PROFILE ? 3 : 1;
 
     createMenu();
@@ -118,7 +119,7 @@ bool DlgCustomizationTool_v2::Register(const std::shared_ptr<ICutsomizationHandl
 {
     if (!handler)
         return false;
-    if (handler->IsOnlyForEditor() && !m_bEditor)
+    if (handler->IsOnlyForEditor() && !m_product.isEditor())
         return false;
     if (CCommon::GetPCWConfigType() == PCW_CONFIG_PROFILE && !handler->SupportsProfile())
         return false;

@@ -25,6 +25,7 @@ class tab_import_xml;
 class tab_userguide;
 struct BuildPlan;
 struct EditorXmlData;
+struct Product;
 
 namespace Ui {
 class DlgCustomizationTool_v2;
@@ -40,6 +41,8 @@ public:
     /// Also sets the two modes of the process. `bEditor` is true for the Editor, false for the Reader.
     DlgCustomizationTool_v2(bool bEditor, PCW_CONFIGTYPE configType, QWidget *parent = nullptr);
     ~DlgCustomizationTool_v2() override;
+
+    const Product &product() const { return m_product; }
 
     /// The record that every page is filled from and every output is made of.
     static EditorXmlData *const m_pEditorXmlData;
@@ -192,7 +195,7 @@ private:
     bool m_informationBelowGuide = false;
     QPointer<QThread> m_worker;
     QString m_packagePath;
-    bool m_bEditor;
+    const Product &m_product;
     bool m_tabsInitialised = false;
     int m_currentPageId = 0;
     int m_nBuildStatus = 0;

@@ -6,6 +6,7 @@
 #include "app/FlowMessages.h"
 #include "app/SaveDialogWithOption.h"
 #include "config/CCommon.h"
+#include "config/Product.h"
 #include "core/Logging.h"
 #include "package/PackageBuild.h"
 #include "profile/CProfileGenerator.h"
@@ -36,7 +37,7 @@ void logReport(const BuildReport &report)
 
 void DlgCustomizationTool_v2::On_SavePackage()
 {
-    if (!CCommon::CheckPkg(m_packagePath, m_bEditor)) {
+    if (!CCommon::CheckPkg(m_packagePath, m_product.isEditor())) {
         FlowMessages::critical(this, tr("The input installer package is invalid."));
         qCDebug(logApp, "CheckPkg fail!");
         return;
@@ -97,7 +98,7 @@ BuildPlan DlgCustomizationTool_v2::planOf(const QString &inputPackage, const QSt
     plan.outputPackage = outputPackage;
     plan.documentPath = documentPath;
     plan.workFolder = defaultWorkFolder(inputPackage);
-    plan.editor = m_bEditor;
+    plan.product = &m_product;
     plan.collectSettings = [this] {
         ReloadEditorXmlData();
         return PackageSettings{*m_pEditorXmlData, GetBoolProperty(QStringLiteral("cb_defaultpdf")),

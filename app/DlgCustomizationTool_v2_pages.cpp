@@ -4,6 +4,7 @@
 #include "app/HighestPageId.h"
 #include "config/CCommon.h"
 #include "config/EditorXmlData.h"
+#include "config/Product.h"
 #include "pages/CTabWidget.h"
 #include "pages/ICutsomizationHandler.h"
 #include "ui_DlgCustomizationTool_v2.h"
@@ -134,9 +135,10 @@ bool DlgCustomizationTool_v2::on_fileloaded(const QString &path)
     // A drop reaches the page even while the window is disabled for a build.
     if (path.isEmpty() || isBuilding())
         return false;
-    if (!CCommon::CheckPkg(path, m_bEditor)) {
-        const QString text = m_bEditor ? tr("Please select the installation package for Pelix PDF Editor")
-                                       : tr("Please select the installation package for Pelix PDF Reader");
+    if (!CCommon::CheckPkg(path, m_product.isEditor())) {
+        const QString text = m_product.isEditor()
+                                 ? tr("Please select the installation package for Pelix PDF Editor")
+                                 : tr("Please select the installation package for Pelix PDF Reader");
         QMessageBox::warning(this, QString(), text + QLatin1Char('\n'), QMessageBox::Ok);
         return false;
     }

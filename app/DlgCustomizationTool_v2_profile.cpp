@@ -5,6 +5,7 @@
 #include "app/IdentifierQuestion.h"
 #include "config/CCommon.h"
 #include "config/EditorXmlData.h"
+#include "config/Product.h"
 #include "core/Logging.h"
 #include "profile/CProfileGenerator.h"
 #include "profile/signing/dlg_sign_profile.h"
@@ -26,8 +27,7 @@ void DlgCustomizationTool_v2::On_SaveProfile()
 
 QString DlgCustomizationTool_v2::askProfilePath()
 {
-    const QString name = m_bEditor ? QStringLiteral("/Pelix PDF Editor.mobileconfig")
-                                   : QStringLiteral("/Pelix PDF Reader.mobileconfig");
+    const QString name = QLatin1Char('/') + m_product.title + QStringLiteral(".mobileconfig");
     const QString folder = CProfileGenerator::GetLastOpenDirectory();
     QFileDialog dialog(this, QString(), folder, tr("profile (*.mobileconfig)"));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
@@ -40,7 +40,8 @@ bool DlgCustomizationTool_v2::settleIdentifier()
 {
     ProfilePayloadInfo &own = m_pEditorXmlData->payloadInfo;
     QString installedUuid;
-    const QString installed = CProfileGenerator::GetSysProfileIdentifier(&installedUuid, m_bEditor);
+    const QString installed =
+        CProfileGenerator::GetSysProfileIdentifier(&installedUuid, m_product.isEditor());
     if (installed.isEmpty() || installed == own.PayloadIdentifier)
         return true;
 
@@ -63,7 +64,7 @@ bool DlgCustomizationTool_v2::settleIdentifier()
 bool DlgCustomizationTool_v2::writeProfile(const QString &path)
 {
     ReloadEditorXmlData();
-    return CProfileGenerator::CreateProfile(m_pEditorXmlData, path, m_bEditor);
+    return CProfileGenerator::CreateProfile(m_pEditorXmlData, path, m_product.isEditor());
 }
 
 void DlgCustomizationTool_v2::offerSigning(const QString &path)
@@ -84,11 +85,11 @@ void DlgCustomizationTool_v2::offerSigning(const QString &path)
 
 void DlgCustomizationTool_v2::on_profileload(const QString &path)
 {
-    const bool bEditor = CCommon::GetPCWAppType() == PCW_APP_EDITOR;
+    const Product &product = Product::of(CCommon::GetPCWAppType());
     if (!path.isEmpty()) {
-        if (!CProfileGenerator::ImportProfile(path, m_pEditorXmlData, bEditor))
+        if (!CProfileGenerator::ImportProfile(path, m_pEditorXmlData, product.isEditor()))
             return;
-    } else if (!CProfileGenerator::ImportProfile(m_pEditorXmlData, bEditor)) {
+    } else if (!CProfileGenerator::ImportProfile(m_pEditorXmlData, product.isEditor())) {
         FlowMessages::warning(this,
                               tr("No configuration profiles found, please try another option to continue."));
         return;

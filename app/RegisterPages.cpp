@@ -2,13 +2,15 @@
 #include "app/RegisterPages.h"
 
 #include "app/DlgCustomizationTool_v2.h"
+#include "config/Product.h"
 #include "pages/installoption/CHandler_InstallOption.h"
 #include "pages/plugins/CHandler_Plugins.h"
 #include "pages/preferences/CHandler_Preference.h"
 #include "pages/ribbonset/CHandler_RibbonSet.h"
 
-void registerPages(DlgCustomizationTool_v2 &window, bool bEditor)
+void registerPages(DlgCustomizationTool_v2 &window)
 {
+    const bool bEditor = window.product().isEditor();
     window.Register(std::make_shared<CHandler_InstallOption>(bEditor));
     window.Register(std::make_shared<CHandler_Preference>(bEditor));
     window.Register(std::make_shared<CHandler_RibbonSet>(bEditor));

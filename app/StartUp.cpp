@@ -17,6 +17,6 @@ DlgCustomizationTool_v2 *makeChosenWindow()
     chooser.reset();
 
     auto *window = new DlgCustomizationTool_v2(bEditor, configType);
-    registerPages(*window, bEditor);
+    registerPages(*window);
     return window;
 }

@@ -3,8 +3,8 @@
 #include "cli/ExitCode.h"
 #include "cli/Json.h"
 #include "cli/PackageJob.h"
-#include "cli/Product.h"
 #include "cli/VerbLine.h"
+#include "config/Product.h"
 
 namespace {
 

@@ -4,8 +4,8 @@
 #include "cli/Installer.h"
 #include "cli/Json.h"
 #include "cli/PrivateFolder.h"
-#include "cli/Product.h"
 #include "cli/VerbLine.h"
+#include "config/Product.h"
 
 #include <QJsonArray>
 
@@ -24,7 +24,7 @@ QList<BuildWarning> warningsOf(const InstallerCheck &check, const Product &produ
 {
     if (!check.inspection || !check.verdict)
         return {};
-    return warningsAbout(*check.inspection, true, product.editor);
+    return warningsAbout(*check.inspection, true, product.isEditor());
 }
 
 QJsonArray warningsArray(const QList<BuildWarning> &warnings)

@@ -2,10 +2,10 @@
 #include "cli/Console.h"
 #include "cli/ExitCode.h"
 #include "cli/Json.h"
-#include "cli/Product.h"
 #include "cli/SettingsFile.h"
 #include "cli/SettingValue.h"
 #include "cli/VerbLine.h"
+#include "config/Product.h"
 
 #include <QJsonArray>
 

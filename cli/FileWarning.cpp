@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/FileWarning.h"
 
-#include "cli/Product.h"
+#include "config/Product.h"
 #include "core/PrintableText.h"
 
 QList<FileWarning> unreadWarnings(const QString &file, const QStringList &settings)

@@ -2,7 +2,7 @@
 #include "cli/InputFile.h"
 
 #include "cli/Option.h"
-#include "cli/Product.h"
+#include "config/Product.h"
 #include "config/XmlStream.h"
 #include "core/PathRules.h"
 #include "core/SafeFile.h"
@@ -65,7 +65,7 @@ QByteArray beginningOf(const QString &path)
 
 bool isDocumentRoot(const QString &name)
 {
-    return findProduct(&Product::rootElement, name) != nullptr;
+    return Product::find(&Product::rootElement, name) != nullptr;
 }
 
 /// That no other option takes the file. A file of no known kind is left to its reader, who says best what is

@@ -4,10 +4,10 @@
 #include "cli/HostCommands.h"
 #include "cli/InputFile.h"
 #include "cli/PrivateFolder.h"
-#include "cli/Product.h"
-#include "config/CCommon.h"
+#include "config/Product.h"
 #include "core/Command.h"
 #include "core/PathRules.h"
+#include "package/FlatPackage.h"
 #include "package/SourceDate.h"
 
 #include <QFile>
@@ -93,6 +93,15 @@ Problem uncheckable(const QString &package, const QString &cause)
                          .arg(reason)};
 }
 
+/// A problem without a text when the file is another one.
+Result<> checkInstallerOf(const Product &product, const NamedPackage &package)
+{
+    const Result<bool> isInstaller = FlatPackage::isInstallerOf(package.path(), product);
+    if (!isInstaller)
+        return isInstaller.problem();
+    return *isInstaller ? Result<>() : Problem();
+}
+
 /// The prescribed check leaves open what the file is instead, and whether it could be made at all.
 Problem explainRejection(const QString &package, const Product &wanted, const QString &cause)
 {
@@ -101,7 +110,7 @@ Problem explainRejection(const QString &package, const Product &wanted, const QS
         return info.problem();
     if (info->contains(wanted.title))
         return uncheckable(package, cause);
-    const Product &other = productOf(!wanted.editor);
+    const Product &other = wanted.other();
     if (info->contains(other.title))
         return {package, QStringLiteral("is the installer of the %1, not of the %2; use --product %3")
                              .arg(QString(other.title), QString(wanted.title), QString(other.word))};
@@ -115,13 +124,13 @@ Problem explainRejection(const QString &package, const QString &cause)
     const Result<QString> info = readPackageInfo(package);
     if (!info)
         return info.problem();
-    for (const bool editor : {true, false}) {
-        if (info->contains(productOf(editor).title))
-            return explainRejection(package, productOf(editor), cause);
+    for (const Product &product : Product::all()) {
+        if (info->contains(product.title))
+            return explainRejection(package, product, cause);
     }
     return {package, QStringLiteral("is the installer of neither the %1 nor the %2; give a package that this "
                                     "tool has made")
-                         .arg(QString(productOf(true).title), QString(productOf(false).title))};
+                         .arg(QString(Product::editor().title), QString(Product::reader().title))};
 }
 
 Result<> checkSourceDate()
@@ -140,9 +149,8 @@ Result<> checkBeforeOpening(const QString &package, const Product &product, cons
     }
     if (Result<> file = checkPackageFile(package); !file)
         return file;
-    QString cause;
-    if (!CCommon::CheckPkg(NamedPackage(package).path(), product.editor, &cause))
-        return explainRejection(package, product, cause);
+    if (const Result<> installer = checkInstallerOf(product, NamedPackage(package)); !installer)
+        return explainRejection(package, product, installer.problem().text);
     return {};
 }
 
@@ -176,7 +184,7 @@ InstallerCheck checkInstaller(const QString &package, const Product &product, co
     check.verdict = checkBeforeOpening(package, product, emptyFolder);
     if (!check.verdict)
         return check;
-    const Result<PackageInspection> inspection = inspectPackage(package, product.editor, emptyFolder);
+    const Result<PackageInspection> inspection = inspectPackage(package, product, emptyFolder);
     if (!inspection) {
         check.verdict = unreadableScripts(package, inspection.problem().line());
         return check;
@@ -192,9 +200,11 @@ Result<const Product *> productOfInstaller(const QString &package)
         return file.problem();
     QString cause;
     const NamedPackage named(package);
-    for (const bool editor : {true, false}) {
-        if (CCommon::CheckPkg(named.path(), editor, &cause))
-            return &productOf(editor);
+    for (const Product &product : Product::all()) {
+        const Result<> installer = checkInstallerOf(product, named);
+        if (installer)
+            return &product;
+        cause = installer.problem().text;
     }
     return explainRejection(package, cause);
 }

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/Option.h"
-
-#include "cli/Product.h"
+#include "config/Product.h"
 
 #include <algorithm>
 #include <iterator>
@@ -100,7 +99,7 @@ Option versionOption()
 
 Option productOption(const QString &meaning)
 {
-    return {OptionName::product, meaning, Value::choice({productOf(true).word, productOf(false).word})};
+    return {OptionName::product, meaning, Value::choice({Product::editor().word, Product::reader().word})};
 }
 
 Option configOption()

@@ -3,8 +3,8 @@
 
 #include "cli/InputFile.h"
 #include "cli/Installer.h"
-#include "cli/Product.h"
 #include "cli/SettingsFile.h"
+#include "config/Product.h"
 #include "config/ProductSettings.h"
 #include "core/OutputFile.h"
 #include "core/PathRules.h"
@@ -82,7 +82,7 @@ Result<> PackageJob::readSettings()
         m_warnings += file->warnings;
         settings = file->settings;
     }
-    m_settings = settingsForProduct(settings, m_request.product->editor);
+    m_settings = settingsForProduct(settings, *m_request.product);
     return {};
 }
 
@@ -128,10 +128,10 @@ BuildPlan PackageJob::plan() const
                       QFileInfo(m_request.input).fileName();
     plan.removesWorkFolder = false;
     plan.insistsOnScripts = true;
-    plan.editor = m_request.product->editor;
+    plan.product = m_request.product;
     plan.collectSettings = [this] {
         return PackageSettings{m_settings, m_settings.bSetAsDefaultViewer,
-                               m_request.product->editor && m_settings.bUseOAuth2};
+                               m_request.product->isEditor() && m_settings.bUseOAuth2};
     };
     return plan;
 }

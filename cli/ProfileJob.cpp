@@ -4,15 +4,14 @@
 #include "cli/HostCommands.h"
 #include "cli/InputFile.h"
 #include "cli/PrivateFolder.h"
-#include "cli/Product.h"
 #include "cli/SettingsFile.h"
+#include "config/Product.h"
 #include "config/ProductSettings.h"
 #include "config/Settings.h"
 #include "core/PathRules.h"
 #include "core/SafeFile.h"
 #include "profile/CProfileGenerator.h"
 #include "profile/ProfileDocument.h"
-#include "profile/ProfileProduct.h"
 
 #include <QFileInfo>
 
@@ -101,7 +100,7 @@ Result<> ProfileJob::readSettings()
     const Result<EditorXmlData> settings = readGivenSettings();
     if (!settings)
         return settings.problem();
-    m_settings = settingsForProduct(*settings, m_request.product->editor);
+    m_settings = settingsForProduct(*settings, *m_request.product);
     settleIdentity();
     return checkSettings();
 }
@@ -155,8 +154,7 @@ Result<EditorXmlData> ProfileJob::readSource()
     return Problem{m_request.source,
                    QStringLiteral("is a profile of the %1 (%2), not of the %3; use "
                                   "--product %4")
-                       .arg(QString(file->product->title),
-                            ProfileProduct::bundleIdentifier(file->product->editor),
+                       .arg(QString(file->product->title), file->product->bundleIdentifier,
                             QString(m_request.product->title), QString(file->product->word))};
 }
 
@@ -164,10 +162,11 @@ Result<EditorXmlData> ProfileJob::readInstalled()
 {
     EditorXmlData settings;
     QString failure;
-    if (readInstalledProfile(settings, m_request.product->editor, &failure))
+    if (readInstalledProfile(settings, m_request.product->isEditor(), &failure))
         return settings;
     QString reason;
-    const ManagedProfile::Outcome outcome = ManagedProfile::read(settings, m_request.product->editor, reason);
+    const ManagedProfile::Outcome outcome =
+        ManagedProfile::read(settings, m_request.product->isEditor(), reason);
     if (outcome != ManagedProfile::Outcome::Nothing) {
         const Result<> complete = checkManaged(outcome, reason);
         return complete ? Result<EditorXmlData>(settings) : complete.problem();
@@ -238,7 +237,7 @@ Result<> ProfileJob::write()
 
 Result<> ProfileJob::writeTo(const QString &path)
 {
-    if (!CProfileGenerator::CreateProfile(&m_settings, path, m_request.product->editor))
+    if (!CProfileGenerator::CreateProfile(&m_settings, path, m_request.product->isEditor()))
         return notCreated();
     if (!m_request.signer.isEmpty()) {
         if (Result<> isSigned = sign(path); !isSigned)
@@ -250,7 +249,7 @@ Result<> ProfileJob::writeTo(const QString &path)
 Problem ProfileJob::notCreated() const
 {
     QString reason;
-    profileText(m_settings, m_request.product->editor, &reason);
+    profileText(m_settings, m_request.product->isEditor(), &reason);
     if (reason.isEmpty())
         return {m_request.output,
                 QStringLiteral("the profile cannot be written; check that the temporary folder has room")};
@@ -290,7 +289,7 @@ Result<> ProfileJob::readBack(const QString &path)
                        QStringLiteral("the profile %1, so none was made; check the settings "
                                       "for what is too long or odd")
                            .arg(error)};
-    const bool same = editor == m_request.product->editor && sameTexts(settings, m_settings) &&
+    const bool same = editor == m_request.product->isEditor() && sameTexts(settings, m_settings) &&
                       signers.isEmpty() == m_request.signer.isEmpty();
     if (!same)
         return Problem{m_request.output,

@@ -2,9 +2,9 @@
 #include "cli/Console.h"
 #include "cli/ExitCode.h"
 #include "cli/Json.h"
-#include "cli/Product.h"
 #include "cli/ProfileJob.h"
 #include "cli/VerbLine.h"
+#include "config/Product.h"
 
 #include <QRegularExpression>
 

@@ -4,31 +4,28 @@
 #include "cli/InputFile.h"
 #include "cli/Installer.h"
 #include "cli/PrivateFolder.h"
-#include "cli/Product.h"
 #include "config/ConfigDocument.h"
+#include "config/Product.h"
 #include "config/UnreadSettings.h"
 #include "core/PrintableText.h"
 #include "core/SafeFile.h"
 #include "profile/ProfileDocument.h"
-
-#include <QDomDocument>
 
 namespace {
 
 /// Loads the document at `path`, which warnings call `subject`. The problem is without what to do about it.
 Result<SettingsFile> loadDocument(const QString &path, const QString &subject)
 {
-    QDomDocument document;
-    QString error;
-    if (!ConfigDocument::load(path, document, &error))
-        return Problem{path, error};
+    const Result<QDomDocument> document = ConfigDocument::load(path);
+    if (!document)
+        return Problem{path, document.problem().text};
     SettingsFile file;
-    const QString root = document.documentElement().tagName();
-    file.product = findProduct(&Product::rootElement, root);
+    const QString root = document->documentElement().tagName();
+    file.product = Product::find(&Product::rootElement, root);
     if (!file.product)
         return Problem{path, QStringLiteral("its root element is \"%1\"").arg(printableStart(root, 64))};
-    ConfigDocument::apply(document, file.settings);
-    file.warnings = unreadWarnings(subject, unreadSettings(document));
+    ConfigDocument::apply(*document, file.settings);
+    file.warnings = unreadWarnings(subject, unreadSettings(*document));
     return file;
 }
 
@@ -56,7 +53,7 @@ Result<SettingsFile> readPackage(const QString &path)
     if (!product)
         return product.problem();
     const Result<QString> scripts =
-        extractScripts(path, (*product)->editor, folder.makeSubfolder(QStringLiteral("inspect")));
+        extractScripts(path, **product, folder.makeSubfolder(QStringLiteral("inspect")));
     if (!scripts)
         return unreadableScripts(path, scripts.problem().line());
     Result<SettingsFile> file = readPackagedDocument(path, *scripts + QStringLiteral("/ProfStore.xml"));
@@ -96,7 +93,7 @@ Result<SettingsFile> parseProfile(const QString &path)
             path,
             QStringLiteral("%1; give a profile of the Pelix PDF Editor or the Pelix PDF Reader").arg(error)};
     file.kind = QStringLiteral("profile");
-    file.product = &productOf(editor);
+    file.product = &Product::of(editor);
     return file;
 }
 

@@ -3,7 +3,7 @@
 
 #include "cli/HelpText.h"
 #include "cli/NearestWord.h"
-#include "cli/Product.h"
+#include "config/Product.h"
 
 #include <QDir>
 
@@ -189,5 +189,5 @@ QString VerbLine::operandPath(int index) const
 
 const Product &VerbLine::product() const
 {
-    return *findProduct(&Product::word, value(OptionName::product));
+    return *Product::find(&Product::word, value(OptionName::product));
 }

@@ -2,13 +2,13 @@
 #pragma once
 
 #include "config/PcwTypes.h"
-#include "core/SafeFile.h"
 
 #include <QList>
 #include <QString>
 #include <QStringList>
 
 struct EditorXmlData;
+struct Product;
 struct _EditorXmlPuginData_;
 class QDomDocument;
 class QDomElement;
@@ -17,8 +17,9 @@ class QWidget;
 
 /// The operations of the tool, by subsystem. Each heading is implemented in the folder it names, so
 /// whoever links that folder's library has its operations. Operations report success by their result
-/// and never throw; why one failed goes to the log and, where there is an `error`, into it as one line.
-/// `bEditor` is true for the Editor, false for the Reader.
+/// and never throw; why one failed goes to the log. `bEditor` is true for the Editor, false for the Reader;
+/// the forms that take a Product, and those in package/ that say why they failed, are what the rest of the
+/// tool uses.
 class CCommon
 {
 public:
@@ -48,7 +49,8 @@ public:
 
     /// Builds the whole element tree into an empty document.
     static void EditorXmlCreateEmptyXml(QDomDocument &document, bool bEditor);
-    static void EditorXmlCreateEmptyXml(QDomDocument &document, bool bEditor, const EditorXmlData &settings);
+    static void EditorXmlCreateEmptyXml(QDomDocument &document, const Product &product,
+                                        const EditorXmlData &settings);
 
     /// Appends an element to the parent with one attribute for each "name:value". A string with any
     /// other number of colons is skipped, so a value that holds a colon cannot be written this way.
@@ -78,61 +80,50 @@ public:
 
     /// The plug-ins of the product as it ships, in display order; empty when the list cannot be read.
     static QList<_EditorXmlPuginData_> EditorXmlReadPluginsTemplate(bool bEditor);
+    static QList<_EditorXmlPuginData_> EditorXmlReadPluginsTemplate(const Product &product);
 
-    // ---- Inspecting, expanding and flattening packages (package/CCommon_inspect.cpp) ----
+    // ---- Inspecting, expanding and flattening packages (package/FlatPackage.cpp) ----
     // All block on external commands and may run on any thread.
 
-    /// Whether the file is the installer package of the product. `error` says why the question was not
-    /// answered, and is empty when the file is none.
-    static bool CheckPkg(QString pkgPath, bool bEditor, QString *error = nullptr);
+    /// Whether the file is the installer package of the product.
+    static bool CheckPkg(QString pkgPath, bool bEditor);
 
     /// Expands a flat package into a folder that must not exist yet. Always true: what is missing
-    /// afterwards shows the failure. `error` says why the command failed.
-    static bool ExpandPkg(QString pkgPath, QString destDir, QString *error = nullptr);
+    /// afterwards shows the failure.
+    static bool ExpandPkg(QString pkgPath, QString destDir);
 
     /// Flattens a folder into a package file.
-    static bool FlattenUnPkg(QString srcDir, QString outPkg, QString *error = nullptr);
+    static bool FlattenUnPkg(QString srcDir, QString outPkg);
+
+    // ---- Adding to an expanded package (package/ExpandedPackage.cpp) ----
 
     /// The product version that the postinstall script names, or empty; see productVersion().
     static QString GetAppVersion(QString pkgDir, bool bEditor);
 
-    /// The same, but a script that is there and cannot be read is a problem instead of no version.
-    static Result<QString> ReadAppVersion(QString pkgDir, bool bEditor);
-
-    // ---- Adding to an expanded package (package/CCommon_additions.cpp) ----
-
-    /// Writes the document to xmlPath, or to "ProfStore.xml" in the temporary folder when that is
-    /// empty, and adds it to the package. The document stays where it was written. Without settings it is the
-    /// window's live record that is written.
-    static bool EditorXmlConfigfileToPkg(QString pkgDir, bool bEditor, const QString &xmlPath,
-                                         QString *error = nullptr);
-    static bool EditorXmlConfigfileToPkg(QString pkgDir, bool bEditor, const QString &xmlPath,
-                                         const EditorXmlData &settings, QString *error = nullptr,
-                                         SafeFile::Lasting lasting = SafeFile::Lasting::Yes);
+    /// Writes the document of the window's live record to xmlPath, or to "ProfStore.xml" in the temporary
+    /// folder when that is empty, and adds it to the package. The document stays where it was written.
+    static bool EditorXmlConfigfileToPkg(QString pkgDir, bool bEditor, const QString &xmlPath);
 
     /// Copies a document into the package's Scripts folder as "ProfStore.xml" and switches it on.
     /// False when there is one already.
-    static bool EditorXmlAddfileToPkg(QString xmlFile, QString pkgDir, bool bEditor,
-                                      QString *error = nullptr);
+    static bool EditorXmlAddfileToPkg(QString xmlFile, QString pkgDir, bool bEditor);
 
     /// Puts "key/name:value;" in front of the preference entries that postinstall writes. The three
     /// texts enter a sed expression unescaped.
-    static bool RegistryToPkg(QString key, QString name, QString value, QString pkgDir, bool bEditor,
-                              QString *error = nullptr);
+    static bool RegistryToPkg(QString key, QString name, QString value, QString pkgDir, bool bEditor);
 
     /// Adds the `duti` tool and switches on that postinstall registers the product as PDF viewer.
-    static bool SetDefaultPDF(QString pkgDir, QString *error = nullptr);
+    static bool SetDefaultPDF(QString pkgDir);
 
     /// Copies a file into the Scripts folder of the component package below the expansion's top folder.
     static bool AddFileToPkg(QString file, QString topDir, bool bEditor);
 
-    // ---- Adapting install scripts to device management (package/CCommon_intune.cpp) ----
+    /// Makes preinstall find the logged-in user at the console, where a device management runs it. All or
+    /// nothing.
+    static bool AdaptPreInstallForIntune(QString pkgDir, bool bEditor);
 
-    /// Makes preinstall find the logged-in user at the console. All or nothing.
-    static bool AdaptPreInstallForIntune(QString pkgDir, bool bEditor, QString *error = nullptr);
-
-    /// Makes postinstall find the logged-in user at the console. All or nothing.
-    static bool AdaptPostInstallForIntune(QString pkgDir, bool bEditor, QString *error = nullptr);
+    /// The same for postinstall.
+    static bool AdaptPostInstallForIntune(QString pkgDir, bool bEditor);
 
     // ---- Laying out pages (pages/CCommon_relayout.cpp) ----
 

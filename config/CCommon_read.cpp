@@ -3,12 +3,11 @@
 #include "config/ConfigDocument.h"
 #include "config/EditorXmlData.h"
 #include "config/KeptElement.h"
-#include "core/Logging.h"
 #include "config/SettingItems.h"
 #include "config/XmlMarkup.h"
 #include "config/XmlTree.h"
+#include "core/Logging.h"
 
-#include <QDomDocument>
 #include <QFileInfo>
 
 namespace {
@@ -53,15 +52,14 @@ void readElement(const QDomElement &parent, Section section, const QString &tag,
     CCommon::printDomElement(tag, element);
 }
 
-bool loadForImport(const QString &path, QDomDocument &document)
+Result<QDomDocument> loadForImport(const QString &path)
 {
     XmlStream::Limits limits;
     limits.bytes = ConfigDocument::maximumImportBytes;
-    QString problem;
-    if (ConfigDocument::load(path, document, &problem, limits))
-        return true;
-    qCDebug(logConfig) << "ParseXml: Failed to parse XML content." << problem;
-    return false;
+    Result<QDomDocument> document = ConfigDocument::load(path, limits);
+    if (!document)
+        qCDebug(logConfig) << "ParseXml: Failed to parse XML content." << document.problem().text;
+    return document;
 }
 
 bool canBeOpened(const QString &path)
@@ -93,14 +91,14 @@ bool CCommon::ParseXml(const QString &path, EditorXmlData *pData)
         qCDebug(logConfig) << "ParseXml: Failed to open file:" << path;
         return false;
     }
-    QDomDocument document;
-    if (!loadForImport(path, document))
+    const Result<QDomDocument> document = loadForImport(path);
+    if (!document)
         return false;
-    if (document.documentElement().isNull()) {
+    if (document->documentElement().isNull()) {
         qCDebug(logConfig) << "ParseXml: Root element is null.";
         return false;
     }
-    ConfigDocument::apply(document, *pData);
+    ConfigDocument::apply(*document, *pData);
     return true;
 }
 

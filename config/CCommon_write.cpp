@@ -2,11 +2,11 @@
 #include "config/CCommon.h"
 #include "config/DefaultPlugins.h"
 #include "config/EditorXmlData.h"
-#include "core/Logging.h"
+#include "config/Product.h"
 #include "config/SettingItems.h"
 #include "config/XmlTree.h"
+#include "core/Logging.h"
 
-#include <QDomDocument>
 #include <QFile>
 
 namespace {
@@ -22,13 +22,12 @@ QDomElement appendElement(QDomDocument &document, QDomElement parent, const QStr
     return element;
 }
 
-QDomElement appendRoot(QDomDocument &document, bool editor)
+QDomElement appendRoot(QDomDocument &document, const Product &product)
 {
-    QDomElement root =
-        document.createElement(editor ? QStringLiteral("PelixPDFEditor") : QStringLiteral("PelixPDFReader"));
+    QDomElement root = document.createElement(product.rootElement);
     document.appendChild(root);
     root.setAttribute(QStringLiteral("version"), QString());
-    root.setAttribute(QStringLiteral("Edition"), editor ? QStringLiteral("Biz") : QString());
+    root.setAttribute(QStringLiteral("Edition"), product.edition);
     root.setAttribute(QStringLiteral("XMLversion"), QStringLiteral("2026.2.0"));
     return root;
 }
@@ -94,7 +93,7 @@ QDomElement firstOf(const QDomDocument &document, Section section)
 /// Only an Editor document carries the product's version; the products read it that way.
 void setEditorVersion(const QDomDocument &document, const QString &version)
 {
-    QDomElement root = firstNamed(document, QStringLiteral("PelixPDFEditor"));
+    QDomElement root = firstNamed(document, Product::editor().rootElement);
     if (root.hasAttributes())
         root.setAttribute(QStringLiteral("version"), version);
 }
@@ -103,12 +102,13 @@ void setEditorVersion(const QDomDocument &document, const QString &version)
 
 void CCommon::EditorXmlCreateEmptyXml(QDomDocument &document, bool bEditor)
 {
-    EditorXmlCreateEmptyXml(document, bEditor, theEditorXmlData);
+    EditorXmlCreateEmptyXml(document, Product::of(bEditor), theEditorXmlData);
 }
 
-void CCommon::EditorXmlCreateEmptyXml(QDomDocument &document, bool bEditor, const EditorXmlData &settings)
+void CCommon::EditorXmlCreateEmptyXml(QDomDocument &document, const Product &product,
+                                      const EditorXmlData &settings)
 {
-    const QDomElement root = appendRoot(document, bEditor);
+    const QDomElement root = appendRoot(document, product);
     const QDomElement store = appendElement(document, root, QStringLiteral("Profstore"));
     appendItems(document, store, Section::Preferences, settings);
     appendItems(document, store, Section::Plugins, settings);
@@ -198,13 +198,19 @@ void CCommon::EditorXmlSaveRibbonSet(QDomDocument &document, const EditorXmlData
 
 QList<_EditorXmlPuginData_> CCommon::EditorXmlReadPluginsTemplate(bool bEditor)
 {
-    QFile file(bEditor ? QStringLiteral("://EditorXml/EditorXml/DefaultPluginsList_PDFEditor_Mac.xml")
-                       : QStringLiteral("://EditorXml/EditorXml/DefaultPluginsList_PDFReader_Mac.xml"));
-    QDomDocument document;
-    if (!file.open(QIODevice::ReadOnly) || !XmlTree::read(file.readAll(), document))
+    return EditorXmlReadPluginsTemplate(Product::of(bEditor));
+}
+
+QList<_EditorXmlPuginData_> CCommon::EditorXmlReadPluginsTemplate(const Product &product)
+{
+    QFile file(product.pluginList);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    const Result<QDomDocument> document = XmlTree::read(file.readAll());
+    if (!document)
         return {};
     QList<_EditorXmlPuginData_> plugins;
-    const QDomElement root = document.documentElement();
+    const QDomElement root = document->documentElement();
     for (QDomElement row = root.firstChildElement(QStringLiteral("Plugin")); !row.isNull();
          row = row.nextSiblingElement(QStringLiteral("Plugin"))) {
         plugins.append({row.attribute(QStringLiteral("Name")), row.attribute(QStringLiteral("PIPath")),

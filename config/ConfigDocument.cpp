@@ -3,60 +3,53 @@
 
 #include "config/CCommon.h"
 #include "config/KeptElement.h"
+#include "config/Product.h"
 #include "config/XmlMarkup.h"
 #include "config/XmlTree.h"
 #include "core/SafeFile.h"
 
-#include <QDomDocument>
 #include <QFile>
 #include <QFileInfo>
 
 namespace {
 
-bool fail(QString *error, const QString &text)
-{
-    if (error)
-        *error = text;
-    return false;
-}
-
 /// One byte more than the reader accepts is enough for it to refuse what is larger.
-bool readBounded(const QString &path, qint64 maximumBytes, QByteArray &bytes, QString *error)
+Result<QByteArray> readBounded(const QString &path, qint64 maximumBytes)
 {
     const QFileInfo info(path);
     if (info.exists() && !info.isFile())
-        return fail(error, QStringLiteral("is not a regular file"));
+        return Problem{{}, QStringLiteral("is not a regular file")};
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        return fail(error, file.errorString());
-    bytes = file.read(maximumBytes + 1);
-    return true;
+        return Problem{{}, file.errorString()};
+    return file.read(maximumBytes + 1);
 }
 
 /// A document that this program would refuse, or understand otherwise, is not worth an old file.
-bool readsBack(const QByteArray &bytes, const QDomDocument &written, QString *error)
+Result<> readsBack(const QByteArray &bytes, const QDomDocument &written)
 {
-    QDomDocument read;
-    QString problem;
-    if (!XmlTree::read(bytes, read, &problem))
-        return fail(error, QStringLiteral("what is to be written could not be read again: ") + problem);
-    return sameElement(read.documentElement(), written.documentElement()) ||
-           fail(error, QStringLiteral("what is to be written could not be read again as it is"));
+    const Result<QDomDocument> read = XmlTree::read(bytes);
+    if (!read)
+        return Problem{
+            {}, QStringLiteral("what is to be written could not be read again: ") + read.problem().text};
+    if (!sameElement(read->documentElement(), written.documentElement()))
+        return Problem{{}, QStringLiteral("what is to be written could not be read again as it is")};
+    return {};
 }
 
 } // namespace
 
-bool ConfigDocument::load(const QString &path, QDomDocument &document, QString *error,
-                          const XmlStream::Limits &limits)
+Result<QDomDocument> ConfigDocument::load(const QString &path, const XmlStream::Limits &limits)
 {
-    QByteArray bytes;
-    return readBounded(path, limits.bytes, bytes, error) && XmlTree::read(bytes, document, error, limits);
+    const Result<QByteArray> bytes = readBounded(path, limits.bytes);
+    return bytes ? XmlTree::read(*bytes, limits) : bytes.problem();
 }
 
-QDomDocument ConfigDocument::fromSettings(const EditorXmlData &settings, bool editor, const QString &version)
+QDomDocument ConfigDocument::fromSettings(const EditorXmlData &settings, const Product &product,
+                                          const QString &version)
 {
     QDomDocument document;
-    CCommon::EditorXmlCreateEmptyXml(document, editor, settings);
+    CCommon::EditorXmlCreateEmptyXml(document, product, settings);
     CCommon::EditorXmlSavePreferences(document, version, settings);
     CCommon::EditorXmlSavePlugins(document, settings);
     CCommon::EditorXmlSaveInstallation(document, version);
@@ -64,18 +57,18 @@ QDomDocument ConfigDocument::fromSettings(const EditorXmlData &settings, bool ed
     return document;
 }
 
-QByteArray ConfigDocument::toXml(const QDomDocument &document, QString *error)
+Result<QByteArray> ConfigDocument::toXml(const QDomDocument &document)
 {
     const QByteArray bytes = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n" + XmlMarkup::of(document, 4);
-    return readsBack(bytes, document, error) ? bytes : QByteArray();
+    const Result<> isReadable = readsBack(bytes, document);
+    return isReadable ? Result<QByteArray>(bytes) : isReadable.problem();
 }
 
-bool ConfigDocument::save(const QDomDocument &document, const QString &path, QString *error,
-                          SafeFile::Lasting lasting)
+Result<> ConfigDocument::save(const QDomDocument &document, const QString &path, SafeFile::Lasting lasting)
 {
-    const QByteArray bytes = toXml(document, error);
-    if (bytes.isEmpty())
-        return false;
-    const Result<> saved = SafeFile::replaceContents(path, bytes, lasting);
-    return saved || fail(error, saved.problem().text);
+    const Result<QByteArray> bytes = toXml(document);
+    if (!bytes)
+        return bytes.problem();
+    const Result<> saved = SafeFile::replaceContents(path, *bytes, lasting);
+    return saved ? saved : Problem{{}, saved.problem().text};
 }

@@ -2,6 +2,7 @@
 #include "config/ProductSettings.h"
 
 #include "config/KeptElement.h"
+#include "config/Product.h"
 #include "config/SettingItems.h"
 
 namespace {
@@ -14,21 +15,21 @@ void settleRibbon(const Setting &setting, EditorXmlData &data)
         element = keptElement(QDomDocument().createElement(elementName(setting.place.section)));
 }
 
-void settle(const Setting &setting, EditorXmlData &data, bool editor)
+void settle(const Setting &setting, EditorXmlData &data, const Product &product)
 {
     if (std::holds_alternative<QDomElement EditorXmlData::*>(setting.member))
         settleRibbon(setting, data);
     if (setting.settle)
-        setting.settle(data, editor);
-    if (setting.isOnlyForEditor && !editor)
+        setting.settle(data, product);
+    if (setting.isOnlyForEditor && !product.isEditor())
         collectNothing(setting, data);
 }
 
 } // namespace
 
-EditorXmlData settingsForProduct(EditorXmlData data, bool editor)
+EditorXmlData settingsForProduct(EditorXmlData data, const Product &product)
 {
     for (const Setting &setting : settings())
-        settle(setting, data, editor);
+        settle(setting, data, product);
     return data;
 }

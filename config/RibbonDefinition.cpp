@@ -2,6 +2,7 @@
 #include "config/RibbonDefinition.h"
 
 #include "config/CCommon.h"
+#include "config/Product.h"
 #include "config/XmlTree.h"
 
 #include <QFile>
@@ -11,11 +12,12 @@ namespace {
 QDomDocument readDefinition()
 {
     QFile file(QStringLiteral(":/EditorXml/EditorXml/RibbonQuintorUI_Init.xml"));
-    QDomDocument definition;
-    if (!file.open(QIODevice::ReadOnly) || !XmlTree::read(file.readAll(), definition))
+    if (!file.open(QIODevice::ReadOnly))
         return {};
-    const bool isRibbon = definition.documentElement().tagName() == QLatin1String("RibbonUI");
-    return isRibbon ? definition : QDomDocument();
+    const Result<QDomDocument> definition = XmlTree::read(file.readAll());
+    if (!definition || definition->documentElement().tagName() != QLatin1String("RibbonUI"))
+        return {};
+    return *definition;
 }
 
 } // namespace
@@ -27,13 +29,12 @@ QDomDocument ribbonDefinition()
     return definition;
 }
 
-bool existsInProduct(const QDomElement &element, bool editor)
+bool existsInProduct(const QDomElement &element, const Product &product)
 {
-    const QString onlyForTheOther = editor ? QStringLiteral("OnlyReader") : QStringLiteral("OnlyEditor");
-    return element.attribute(onlyForTheOther).toInt() != 1;
+    return element.attribute(product.other().onlyMark).toInt() != 1;
 }
 
 bool existsInProduct(const QDomElement &element)
 {
-    return existsInProduct(element, CCommon::GetPCWAppType() != PCW_APP_READER);
+    return existsInProduct(element, Product::of(CCommon::GetPCWAppType()));
 }

@@ -3,6 +3,8 @@
 
 #include <QDomDocument>
 
+struct Product;
+
 /// The ribbon of the products as it ships: ":/EditorXml/EditorXml/RibbonQuintorUI_Init.xml". Below the root
 /// "RibbonUI" stand one TabElements and the Category elements, in these Panel, in these and in TabElements
 /// Control, in these SubItem. Each has Name (what the product calls it), Title (what people read) and, when
@@ -13,7 +15,7 @@
 QDomDocument ribbonDefinition();
 
 /// Whether the product has the element.
-bool existsInProduct(const QDomElement &element, bool editor);
+bool existsInProduct(const QDomElement &element, const Product &product);
 
 /// Whether the product that is being configured in the window has it.
 bool existsInProduct(const QDomElement &element);

@@ -3,6 +3,7 @@
 
 #include "config/CCommon.h"
 #include "config/DefaultPlugins.h"
+#include "config/Product.h"
 
 #include <limits>
 
@@ -66,7 +67,7 @@ std::optional<QString> attachmentText(const EditorXmlData &data)
     return row >= 1 ? QString::number(row - 1) : QString();
 }
 
-void settleAttachmentMode(EditorXmlData &data, bool)
+void settleAttachmentMode(EditorXmlData &data, const Product &)
 {
     const QString &text = data.strDisableOpenSaveFileAttach;
     const int named = attachmentRow(text);
@@ -163,11 +164,11 @@ void readViewerText(EditorXmlData &data, const QString &text)
     data.bSetAsDefaultViewer = text == QLatin1String("0");
 }
 
-void settlePlugins(EditorXmlData &data, bool editor)
+void settlePlugins(EditorXmlData &data, const Product &product)
 {
     QStringList marked = data.strUnloadPluginArray.split(QLatin1Char(';'), Qt::SkipEmptyParts);
     QString ordered;
-    const auto plugins = CCommon::EditorXmlReadPluginsTemplate(editor);
+    const auto plugins = CCommon::EditorXmlReadPluginsTemplate(product);
     for (const _EditorXmlPuginData_ &plugin : plugins)
         ordered += takeMarked(marked, plugin.path);
     while (!marked.isEmpty())

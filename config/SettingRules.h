@@ -14,7 +14,7 @@ bool isOne(const QString &text);
 // wins; without one only two of the words of a document are translated, every other text is lost.
 const std::vector<Setting::Choice> &attachmentChoices();
 std::optional<QString> attachmentText(const EditorXmlData &data);
-void settleAttachmentMode(EditorXmlData &data, bool editor);
+void settleAttachmentMode(EditorXmlData &data, const Product &product);
 
 // The MIP policy on save: a number in two members, the first of which says whether there is one.
 std::optional<QString> policyText(const EditorXmlData &data);
@@ -43,4 +43,4 @@ std::optional<QString> viewerText(const EditorXmlData &data);
 void readViewerText(EditorXmlData &data, const QString &text);
 
 /// Plug-ins in the order in which the window lists them, unknown ones last, each followed by ";".
-void settlePlugins(EditorXmlData &data, bool editor);
+void settlePlugins(EditorXmlData &data, const Product &product);

@@ -132,7 +132,7 @@ struct Row : Setting
         return *this;
     }
 
-    Row settledBy(void (*rule)(Data &, bool))
+    Row settledBy(void (*rule)(Data &, const Product &))
     {
         settle = rule;
         return *this;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "config/EditorXmlData.h"
+#include "config/Product.h"
 
 #include <QLatin1String>
 #include <QString>
@@ -90,7 +91,7 @@ struct Setting
     Control control;
     /// Brings the value into the form in which a window would have collected it; null where there is one
     /// form.
-    void (*settle)(Record &, bool editor) = nullptr;
+    void (*settle)(Record &, const Product &) = nullptr;
 };
 
 /// All settings in the order in which the record declares them; the profile's identity is not one.

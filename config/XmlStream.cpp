@@ -91,15 +91,15 @@ public:
         observeContent();
     }
 
-    /// Empty when all of the document could be read.
-    QString firstProblem()
+    /// Whether all of the document could be read.
+    Result<> result()
     {
         // In one piece: a token that is cut would be read again from its start with every piece.
         const XML_Status status =
             XML_Parse(m_parser.get(), m_xml.constData(), static_cast<int>(m_xml.size()), XML_TRUE);
-        if (m_problem.isNull() && status != XML_STATUS_OK)
+        if (isGoingOn() && status != XML_STATUS_OK)
             return located(decoded(XML_ErrorString(XML_GetErrorCode(m_parser.get()))));
-        return m_problem;
+        return m_result;
     }
 
 private:
@@ -271,34 +271,35 @@ private:
     static QString undeclared() { return QStringLiteral("a reference to an entity that nothing declares"); }
 
     /// Expat may call once more after it was stopped.
-    bool isGoingOn() const { return m_problem.isNull(); }
+    bool isGoingOn() const { return bool(m_result); }
 
-    void take(const QString &problem)
+    void take(const Result<> &taken)
     {
-        if (!problem.isEmpty())
-            stop(problem);
+        if (!taken)
+            stop(taken.problem().text);
     }
 
     void stop(const QString &problem)
     {
         if (!isGoingOn())
             return;
-        m_problem = located(problem);
+        m_result = located(problem);
         XML_StopParser(m_parser.get(), XML_FALSE);
     }
 
-    QString located(const QString &problem) const
+    Problem located(const QString &problem) const
     {
-        return QStringLiteral("line %1, column %2: %3")
-            .arg(QString::number(XML_GetCurrentLineNumber(m_parser.get())),
-                 QString::number(XML_GetCurrentColumnNumber(m_parser.get()) + 1), problem);
+        return {{},
+                QStringLiteral("line %1, column %2: %3")
+                    .arg(QString::number(XML_GetCurrentLineNumber(m_parser.get())),
+                         QString::number(XML_GetCurrentColumnNumber(m_parser.get()) + 1), problem)};
     }
 
     const QByteArray &m_xml;
     XmlStream::Handler &m_handler;
     const XmlStream::Limits m_limits;
     const Parser m_parser;
-    QString m_problem;
+    Result<> m_result;
     DecodedTexts m_texts;
     std::string m_text; ///< in UTF-8, since the last piece
     int m_depth = 0;
@@ -312,37 +313,29 @@ class RootFinder : public XmlStream::Handler
 public:
     QString name;
 
-    QString documentType(const QString &type) override { return startElement(type, {}); }
+    Result<> documentType(const QString &type) override { return startElement(type, {}); }
 
-    QString startElement(const QString &element, const QVector<Attribute> &) override
+    Result<> startElement(const QString &element, const QVector<Attribute> &) override
     {
         name = element;
-        return QStringLiteral("that is enough");
+        return Problem{{}, QStringLiteral("that is enough")};
     }
 };
 
-QString firstProblem(const QByteArray &xml, XmlStream::Handler &handler, const XmlStream::Limits &limits)
-{
-    if (xml.size() > limits.bytes)
-        return QStringLiteral("it is larger than %1 MiB").arg(limits.bytes / (1024 * 1024));
-    if (XmlEncoding::hasHalfAPair(xml))
-        return QStringLiteral("it holds half of a surrogate pair");
-    return Reading(xml, handler, limits).firstProblem();
-}
-
 } // namespace
 
-bool XmlStream::read(const QByteArray &xml, Handler &handler, QString *error, const Limits &limits)
+Result<> XmlStream::read(const QByteArray &xml, Handler &handler, const Limits &limits)
 {
-    const QString problem = firstProblem(xml, handler, limits);
-    if (error)
-        *error = problem;
-    return problem.isEmpty();
+    if (xml.size() > limits.bytes)
+        return Problem{{}, QStringLiteral("it is larger than %1 MiB").arg(limits.bytes / (1024 * 1024))};
+    if (XmlEncoding::hasHalfAPair(xml))
+        return Problem{{}, QStringLiteral("it holds half of a surrogate pair")};
+    return Reading(xml, handler, limits).result();
 }
 
 QString XmlStream::rootName(const QByteArray &beginning)
 {
     RootFinder finder;
-    read(beginning, finder);
+    static_cast<void>(read(beginning, finder));
     return finder.name;
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "core/Result.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QVector>
@@ -29,51 +31,54 @@ struct Attribute
     QString value; ///< normalised: literal line breaks and tabs are blanks
 };
 
-/// Takes a document piece by piece, in its order. Names are as written, with their prefix. Each function says
-/// what is wrong with its piece, which ends the reading, or returns the null string.
+/// Takes a document piece by piece, in its order. Names are as written, with their prefix. A function that
+/// fails says what is wrong with its piece, which ends the reading.
 class Handler
 {
 public:
     virtual ~Handler() = default;
 
     /// The XML declaration, if there is one; the encoding is empty when it names none.
-    virtual QString declaration(const QString & /*version*/, const QString & /*encoding*/,
-                                bool /*standalone*/)
+    virtual Result<> declaration(const QString & /*version*/, const QString & /*encoding*/,
+                                 bool /*standalone*/)
     {
         return {};
     }
 
     /// A document type, which may refer to a file of declarations that is never read. One that holds
     /// declarations is refused in any case. Refuses every document type unless overridden.
-    virtual QString documentType(const QString & /*name*/)
+    virtual Result<> documentType(const QString & /*name*/)
     {
-        return QStringLiteral("document type declarations are not accepted");
+        return Problem{{}, QStringLiteral("document type declarations are not accepted")};
     }
 
-    virtual QString startElement(const QString & /*name*/, const QVector<Attribute> & /*attributes*/)
+    virtual Result<> startElement(const QString & /*name*/, const QVector<Attribute> & /*attributes*/)
     {
         return {};
     }
 
     /// The element that has just begun is written as one tag. Its end follows.
-    virtual QString emptyTag() { return {}; }
+    virtual Result<> emptyTag() { return {}; }
 
-    virtual QString endElement() { return {}; }
+    virtual Result<> endElement() { return {}; }
 
     /// All text up to the next piece at once, line ends as line feeds, references resolved; never empty.
-    virtual QString text(const QString & /*text*/) { return {}; }
+    virtual Result<> text(const QString & /*text*/) { return {}; }
 
     /// A CDATA section, which may be empty. Passes it on to text() unless overridden.
-    virtual QString cdata(const QString &content) { return content.isEmpty() ? QString() : text(content); }
+    virtual Result<> cdata(const QString &content) { return content.isEmpty() ? Result<>() : text(content); }
 
-    virtual QString comment(const QString & /*text*/) { return {}; }
-    virtual QString processingInstruction(const QString & /*target*/, const QString & /*data*/) { return {}; }
+    virtual Result<> comment(const QString & /*text*/) { return {}; }
+    virtual Result<> processingInstruction(const QString & /*target*/, const QString & /*data*/)
+    {
+        return {};
+    }
 };
 
-/// True when the bytes are well-formed XML within the limits, hold neither control characters nor
-/// declarations, and the handler took all of it. Otherwise `error` (optional) says what is wrong, with line
-/// and column; the handler has then seen everything before that place.
-bool read(const QByteArray &xml, Handler &handler, QString *error = nullptr, const Limits &limits = {});
+/// That the bytes are well-formed XML within the limits, hold neither control characters nor declarations,
+/// and the handler took all of it. Otherwise the problem says what is wrong, with line and column; the
+/// handler has then seen everything before that place.
+Result<> read(const QByteArray &xml, Handler &handler, const Limits &limits = {});
 
 /// The name of the root element, or of the document type in front of it, from the first bytes of a document,
 /// which may be cut behind it. Null when they do not tell.

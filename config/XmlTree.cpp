@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/XmlTree.h"
 
-#include <QDomDocument>
-
 #include <algorithm>
 
 namespace {
@@ -30,12 +28,12 @@ class TreeBuilder : public XmlStream::Handler
 public:
     QDomDocument document() const { return m_document; }
 
-    QString declaration(const QString &version, const QString &encoding, bool standalone) override
+    Result<> declaration(const QString &version, const QString &encoding, bool standalone) override
     {
         return processingInstruction(QStringLiteral("xml"), declarationText(version, encoding, standalone));
     }
 
-    QString startElement(const QString &name, const QVector<XmlStream::Attribute> &attributes) override
+    Result<> startElement(const QString &name, const QVector<XmlStream::Attribute> &attributes) override
     {
         QDomElement element = m_document.createElement(name);
         for (const XmlStream::Attribute &attribute : attributes)
@@ -44,28 +42,28 @@ public:
         return {};
     }
 
-    QString endElement() override
+    Result<> endElement() override
     {
         m_parent = m_parent.parentNode();
         return {};
     }
 
-    QString text(const QString &text) override
+    Result<> text(const QString &text) override
     {
-        return isWhiteSpace(text) ? QString() : append(m_document.createTextNode(text));
+        return isWhiteSpace(text) ? Result<>() : append(m_document.createTextNode(text));
     }
 
-    QString cdata(const QString &text) override { return append(m_document.createCDATASection(text)); }
+    Result<> cdata(const QString &text) override { return append(m_document.createCDATASection(text)); }
 
-    QString comment(const QString &text) override { return append(m_document.createComment(text)); }
+    Result<> comment(const QString &text) override { return append(m_document.createComment(text)); }
 
-    QString processingInstruction(const QString &target, const QString &data) override
+    Result<> processingInstruction(const QString &target, const QString &data) override
     {
         return append(m_document.createProcessingInstruction(target, data));
     }
 
 private:
-    QString append(const QDomNode &node)
+    Result<> append(const QDomNode &node)
     {
         m_parent.appendChild(node);
         return {};
@@ -88,14 +86,12 @@ void collectFirst(const QDomElement &parent, const QStringList &tagNames, QVecto
 
 } // namespace
 
-bool XmlTree::read(const QByteArray &xml, QDomDocument &document, QString *error,
-                   const XmlStream::Limits &limits)
+Result<QDomDocument> XmlTree::read(const QByteArray &xml, const XmlStream::Limits &limits)
 {
     TreeBuilder builder;
-    if (!XmlStream::read(xml, builder, error, limits))
-        return false;
-    document = builder.document();
-    return true;
+    if (const Result<> isRead = XmlStream::read(xml, builder, limits); !isRead)
+        return isRead.problem();
+    return builder.document();
 }
 
 QVector<QDomElement> XmlTree::firstNamed(const QDomElement &root, const QStringList &tagNames)

@@ -4,20 +4,17 @@
 #include "config/XmlStream.h"
 
 #include <QByteArray>
+#include <QDomDocument>
 #include <QStringList>
 #include <QVector>
-
-class QDomDocument;
-class QDomElement;
 
 /// XML as a tree.
 namespace XmlTree {
 
 /// Builds the tree in one pass, under XmlStream's limits or narrower ones. Names keep their prefix; the
-/// declaration is a processing instruction; text that is nothing but white space is left out. When it fails
-/// the document stays as it was, and `error` (optional) says what is wrong, with line and column. Any thread.
-bool read(const QByteArray &xml, QDomDocument &document, QString *error = nullptr,
-          const XmlStream::Limits &limits = {});
+/// declaration is a processing instruction; text that is nothing but white space is left out. A problem
+/// says what is wrong, with line and column. Any thread.
+Result<QDomDocument> read(const QByteArray &xml, const XmlStream::Limits &limits = {});
 
 /// For each name the first element that has it below `root`, in the order of the document, or a null one; in
 /// one walk over the tree.

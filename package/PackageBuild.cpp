@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "package/PackageBuild.h"
 
-#include "config/CCommon.h"
 #include "core/Logging.h"
 #include "core/OutputFile.h"
 #include "core/PathRules.h"
 #include "core/SafeFile.h"
 #include "core/TransientFolder.h"
 #include "package/BuildPaths.h"
-#include "package/Failure.h"
+#include "package/ExpandedPackage.h"
+#include "package/FlatPackage.h"
 #include "package/ReplacedDocument.h"
 #include "package/ScriptsFolder.h"
 #include "package/SourceDate.h"
@@ -25,11 +25,12 @@
 namespace {
 
 /// What the build edits must be there and must not be links that lead out of the package.
-bool checkComponent(const QString &component, bool editor, QString *problem)
+Result<> checkComponent(const QString &component, const Product &product)
 {
-    const QString scripts = scriptsFolder(component, editor);
-    return ended(isRealFolder(component), problem) &&
-           ended(isRealFolder(QFileInfo(scripts.chopped(1)).path()), problem);
+    const QString scripts = scriptsFolder(component, product);
+    if (Result<> folder = isRealFolder(component); !folder)
+        return folder;
+    return isRealFolder(QFileInfo(scripts.chopped(1)).path());
 }
 
 /// A package whose contents cannot be read has failed to expand before, so that counts as unsigned.
@@ -43,22 +44,28 @@ bool isSignedPackage(const QString &package)
 }
 
 /// The settings that are about to be added are for nobody else on this machine.
-bool makePrivate(const QString &folder, QString *problem)
+Result<> makePrivate(const QString &folder)
 {
-    if (const Result<> real = isRealFolder(folder); !real)
-        return ended(real, problem);
-    return QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner) ||
-           fail(problem, QStringLiteral("%1: cannot be closed to other users").arg(folder));
+    if (Result<> real = isRealFolder(folder); !real)
+        return real;
+    if (!QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner))
+        return Problem{folder, QStringLiteral("cannot be closed to other users")};
+    return {};
 }
 
-/// Which script could have been adapted as it was inspected, and was not, with the cause; or empty.
-QString lostScript(const ScriptsInspection &inspected, const ScriptsInspection &adapted)
+/// That no script was left as it is that could have been adapted when it was inspected.
+Result<> checkAdapted(const ScriptsInspection &inspected, const ScriptsInspection &adapted)
 {
     if (inspected.preinstallProblem.isEmpty() && !adapted.preinstallProblem.isEmpty())
-        return QStringLiteral("preinstall: ") + adapted.preinstallProblem;
+        return Problem{QStringLiteral("preinstall"), adapted.preinstallProblem};
     if (inspected.postinstallProblem.isEmpty() && !adapted.postinstallProblem.isEmpty())
-        return QStringLiteral("postinstall: ") + adapted.postinstallProblem;
+        return Problem{QStringLiteral("postinstall"), adapted.postinstallProblem};
     return {};
+}
+
+QString textOf(const Result<> &result)
+{
+    return result ? QString() : result.problem().text;
 }
 
 /// What the steps of one build share.
@@ -67,34 +74,36 @@ class Build
 public:
     Build(const BuildPlan &plan, BuildReport &report);
 
-    bool readSourceDate(QString *problem);
-    bool checkPaths(QString *problem);
-    bool clearWorkFolder(QString *problem);
-    bool expand(QString *problem);
-    bool inspect(QString *problem);
-    bool collectSettings(QString *problem);
-    bool addDocument(QString *problem);
-    bool makeDefaultViewer(QString *problem);
-    bool addIManageLogin(QString *problem);
-    bool adaptScripts(QString *problem);
-    bool limitTimes(QString *problem);
-    bool flatten(QString *problem);
-    bool removeLeftovers(QString *problem);
+    Result<> readSourceDate();
+    Result<> checkPaths();
+    Result<> clearWorkFolder();
+    Result<> expand();
+    Result<> inspect();
+    Result<> collectSettings();
+    Result<> addDocument();
+    Result<> makeDefaultViewer();
+    Result<> addIManageLogin();
+    Result<> adaptScripts();
+    Result<> limitTimes();
+    Result<> flatten();
+    Result<> removeLeftovers();
 
 private:
     BuildPlan m_plan;
+    const Product &m_product;
     BuildReport &m_report;
     BuildFiles m_files;
     std::shared_ptr<OutputFile> m_output;
     QString m_component;
     PackageInspection m_inspection;
     std::optional<qint64> m_sourceDate;
-    std::optional<ReplacedDocument> m_replacedDocument;
+    ReplacedDocument m_replacedDocument;
     PackageSettings m_settings;
 };
 
 Build::Build(const BuildPlan &plan, BuildReport &report)
     : m_plan(plan)
+    , m_product(*plan.product)
     , m_report(report)
     , m_files{QFileInfo(plan.inputPackage).absoluteFilePath(),
               QFileInfo(plan.outputPackage).absoluteFilePath(),
@@ -102,124 +111,123 @@ Build::Build(const BuildPlan &plan, BuildReport &report)
                                           : QFileInfo(plan.documentPath).absoluteFilePath()}
     , m_output(plan.output ? plan.output
                            : std::make_shared<OutputFile>(m_files.output, OutputFile::Existing::Replace))
-    , m_component(plan.workFolder + QLatin1Char('/') + componentPackageName(plan.editor))
+    , m_component(plan.workFolder + QLatin1Char('/') + m_product.componentPackage)
 {
 }
 
-bool Build::readSourceDate(QString *problem)
+Result<> Build::readSourceDate()
 {
     const Result<std::optional<qint64>> sourceDate = SourceDate::read();
     if (!sourceDate)
-        return fail(problem, sourceDate.problem().text);
+        return Problem{{}, sourceDate.problem().text};
     m_sourceDate = *sourceDate;
-    return true;
+    return {};
 }
 
-bool Build::checkPaths(QString *problem)
+Result<> Build::checkPaths()
 {
-    return ended(checkFiles(m_files), problem) && ended(PathRules::quotable(m_plan.workFolder), problem);
+    if (Result<> files = checkFiles(m_files); !files)
+        return files;
+    return PathRules::quotable(m_plan.workFolder);
 }
 
-bool Build::clearWorkFolder(QString *problem)
+Result<> Build::clearWorkFolder()
 {
-    return !m_plan.removesWorkFolder || ended(removeWorkFolder(m_plan.workFolder, m_files), problem);
+    return m_plan.removesWorkFolder ? removeWorkFolder(m_plan.workFolder, m_files) : Result<>();
 }
 
-bool Build::expand(QString *problem)
+Result<> Build::expand()
 {
-    QString cause;
-    const bool expanded = CCommon::ExpandPkg(m_files.input, m_plan.workFolder, &cause);
-    *problem = cause;
-    return expanded && cause.isEmpty() && makePrivate(m_plan.workFolder, problem);
+    if (Result<> expanded = FlatPackage::expand(m_files.input, m_plan.workFolder); !expanded)
+        return expanded;
+    return makePrivate(m_plan.workFolder);
 }
 
-bool Build::inspect(QString *problem)
+Result<> Build::inspect()
 {
     qCDebug(logPackage).noquote() << QStringLiteral("qsUnPkgFile_pkg: ") + m_component;
-    if (!checkComponent(m_component, m_plan.editor, problem))
-        return false;
+    if (Result<> component = checkComponent(m_component, m_product); !component)
+        return component;
     m_inspection.signedByVendor =
         m_plan.isSignedByVendor ? *m_plan.isSignedByVendor : isSignedPackage(m_files.input);
-    m_inspection.scripts = inspectScripts(scriptsFolder(m_component, m_plan.editor));
+    m_inspection.scripts = inspectScripts(scriptsFolder(m_component, m_product));
     m_report.productVersion = m_inspection.scripts.version;
-    *problem = m_inspection.scripts.obstacle;
-    return problem->isEmpty();
+    const QString &obstacle = m_inspection.scripts.obstacle;
+    return obstacle.isEmpty() ? Result<>() : Problem{{}, obstacle};
 }
 
-bool Build::collectSettings(QString *)
+Result<> Build::collectSettings()
 {
     if (m_plan.collectSettings)
         m_settings = m_plan.collectSettings();
-    return true;
+    return {};
 }
 
 /// A kept document stays only when the whole build succeeds.
-bool Build::addDocument(QString *problem)
+Result<> Build::addDocument()
 {
-    if (!m_plan.documentPath.isEmpty())
-        *problem = m_replacedDocument.emplace(m_files.document).problem();
-    if (!problem->isEmpty())
-        return false;
-    const bool isKept = m_plan.keepsDocument && !m_plan.documentPath.isEmpty();
-    return CCommon::EditorXmlConfigfileToPkg(m_component, m_plan.editor, m_files.document,
-                                             m_settings.document, problem,
-                                             isKept ? SafeFile::Lasting::Yes : SafeFile::Lasting::No);
+    const bool hasPlace = !m_plan.documentPath.isEmpty();
+    if (Result<> aside = hasPlace ? m_replacedDocument.layAside(m_files.document) : Result<>(); !aside)
+        return aside;
+    const bool isKept = m_plan.keepsDocument && hasPlace;
+    return ExpandedPackage::addSettings(m_component, m_product, m_settings.document, m_files.document,
+                                        isKept ? SafeFile::Lasting::Yes : SafeFile::Lasting::No);
 }
 
-bool Build::makeDefaultViewer(QString *problem)
+Result<> Build::makeDefaultViewer()
 {
-    return !m_settings.wantsDefaultViewer || CCommon::SetDefaultPDF(m_component, problem);
+    return m_settings.wantsDefaultViewer ? ExpandedPackage::makeDefaultViewer(m_component) : Result<>();
 }
 
-bool Build::addIManageLogin(QString *problem)
+Result<> Build::addIManageLogin()
 {
-    return !m_settings.wantsIManageLogin ||
-           CCommon::RegistryToPkg(QStringLiteral("iManage10/loginMethod"), QStringLiteral("UseOAuth2"),
-                                  QStringLiteral("1"), m_component, m_plan.editor, problem);
+    if (!m_settings.wantsIManageLogin)
+        return {};
+    return ExpandedPackage::addPreference(
+        {QStringLiteral("iManage10/loginMethod"), QStringLiteral("UseOAuth2"), QStringLiteral("1")},
+        m_component, m_product);
 }
 
 /// A script that cannot be adapted is worth a warning, not the build.
-bool Build::adaptScripts(QString *problem)
+Result<> Build::adaptScripts()
 {
     ScriptsInspection &scripts = m_inspection.scripts;
     const ScriptsInspection inspected = scripts;
-    scripts.preinstallProblem.clear();
-    scripts.postinstallProblem.clear();
-    CCommon::AdaptPreInstallForIntune(m_component, m_plan.editor, &scripts.preinstallProblem);
-    CCommon::AdaptPostInstallForIntune(m_component, m_plan.editor, &scripts.postinstallProblem);
+    scripts.preinstallProblem = textOf(ExpandedPackage::adaptPreinstall(m_component, m_product));
+    scripts.postinstallProblem = textOf(ExpandedPackage::adaptPostinstall(m_component, m_product));
     m_report.warnings =
         warningsAbout(m_inspection, m_settings.wantsDefaultViewer, m_settings.wantsIManageLogin);
-    if (m_plan.insistsOnScripts)
-        *problem = lostScript(inspected, scripts);
-    return problem->isEmpty();
+    return m_plan.insistsOnScripts ? checkAdapted(inspected, scripts) : Result<>();
 }
 
 /// In the folder rather than in the package: this holds for every command that flattens it.
-bool Build::limitTimes(QString *problem)
+Result<> Build::limitTimes()
 {
-    return !m_sourceDate || ended(SourceDate::limitTimesBelow(m_plan.workFolder, *m_sourceDate), problem);
+    return m_sourceDate ? SourceDate::limitTimesBelow(m_plan.workFolder, *m_sourceDate) : Result<>();
 }
 
 /// The files are compared once more: what did not exist at the start may by now be one file under two names.
-bool Build::flatten(QString *problem)
+Result<> Build::flatten()
 {
-    if (!ended(flattenStaged(m_plan.workFolder, m_plan.editor, *m_output), problem) ||
-        !ended(checkFilesDiffer(m_files), problem) || !ended(m_output->place(), problem))
-        return false;
-    if (m_replacedDocument)
-        m_replacedDocument->forget();
-    return true;
+    if (Result<> staged = flattenStaged(m_plan.workFolder, m_product, *m_output); !staged)
+        return staged;
+    if (Result<> different = checkFilesDiffer(m_files); !different)
+        return different;
+    if (Result<> placed = m_output->place(); !placed)
+        return placed;
+    m_replacedDocument.forget();
+    return {};
 }
 
-bool Build::removeLeftovers(QString *)
+Result<> Build::removeLeftovers()
 {
     if (!m_plan.removesWorkFolder)
-        return true;
+        return {};
     if (const Result<> removed = removeWorkFolder(m_plan.workFolder, m_files); !removed) {
         qCDebug(logPackage) << "qsUnPkgFile remove fail!";
         m_report.warnings.append({QStringLiteral("work-folder-left"), removed.problem().line()});
     }
-    return true;
+    return {};
 }
 
 } // namespace
@@ -233,9 +241,9 @@ QString defaultWorkFolder(const QString &inputPackage)
 std::vector<BuildStep> buildSteps(const BuildPlan &plan, BuildReport &report)
 {
     const auto build = std::make_shared<Build>(plan, report);
-    const auto step = [&build](const char *name, const char *failureLog, bool (Build::*run)(QString *)) {
+    const auto step = [&build](const char *name, const char *failureLog, Result<> (Build::*run)()) {
         return BuildStep{QString::fromLatin1(name), QString::fromLatin1(failureLog),
-                         [build, run](QString *problem) { return ((*build).*run)(problem); }};
+                         [build, run] { return ((*build).*run)(); }};
     };
     return {
         step("read SOURCE_DATE_EPOCH", "SOURCE_DATE_EPOCH refused!", &Build::readSourceDate),
@@ -258,12 +266,12 @@ BuildReport buildPackage(const BuildPlan &plan)
 {
     BuildReport report;
     for (const BuildStep &step : buildSteps(plan, report)) {
-        QString problem;
-        if (step.run(&problem))
+        const Result<> done = step.run();
+        if (done)
             continue;
         qCDebug(logPackage).noquote() << step.failureLog;
         report.failedStep = step.name;
-        report.problem = problem;
+        report.problem = done.problem().line();
         break;
     }
     return report;

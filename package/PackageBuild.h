@@ -2,6 +2,7 @@
 #pragma once
 
 #include "config/EditorXmlData.h"
+#include "config/Product.h"
 #include "package/PackageInspection.h"
 
 #include <QList>
@@ -39,7 +40,7 @@ struct BuildPlan
     bool insistsOnScripts = false;
     /// Whether the input carries a signature, when the caller has looked.
     std::optional<bool> isSignedByVendor;
-    bool editor = true;
+    const Product *product = &Product::editor();
 
     /// Called once, after the package has been expanded; without it the package gets the defaults.
     std::function<PackageSettings()> collectSettings;
@@ -56,12 +57,12 @@ struct BuildReport
     bool succeeded() const { return failedStep.isEmpty(); }
 };
 
-/// One step of a build. `run` returns success and says why not in its argument.
+/// One step of a build.
 struct BuildStep
 {
     QString name;       ///< for people: "expand the package"
     QString failureLog; ///< debug line when the step fails
-    std::function<bool(QString *problem)> run;
+    std::function<Result<>()> run;
 };
 
 /// Work folder of the window's builds: the temporary folder and the file name of the input package.

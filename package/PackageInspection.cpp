@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "package/PackageInspection.h"
 
+#include "config/Product.h"
 #include "config/XmlStream.h"
 #include "core/Command.h"
 #include "core/SafeFile.h"
@@ -18,14 +19,12 @@
 
 namespace {
 
-using LinesEdit = bool (*)(QStringList &, QString *);
-
 /// Why a script's lines cannot be patched, or empty.
 QString patchProblem(const QString &text, LinesEdit edit)
 {
     QStringList lines = scriptLines(text);
-    QString error;
-    return edit(lines, &error) ? QString() : unpatchedReason(error);
+    const Result<> edited = edit(lines);
+    return edited ? QString() : unpatchedReason(edited.problem().text);
 }
 
 const QString patchedBefore = QStringLiteral("it was patched before");
@@ -67,22 +66,22 @@ void inspectPostinstall(const QString &path, ScriptsInspection &inspection)
     inspection.preferenceLists = linesThatHold(QStringLiteral("plistValue=\""), lines);
 }
 
-/// Why a script is no regular file, as a clause, or empty.
-QString scriptObstacle(const QString &scripts, const QString &name)
+/// That a script is a regular file; otherwise a clause tells what it is.
+Result<> checkScript(const QString &scripts, const QString &name)
 {
     switch (SafeFile::kindOf(scripts + name)) {
     case SafeFile::Kind::File:
         return {};
     case SafeFile::Kind::Missing:
-        return QStringLiteral("it has no %1 script to switch the settings on").arg(name);
+        return Problem{{}, QStringLiteral("it has no %1 script to switch the settings on").arg(name)};
     case SafeFile::Kind::Link:
-        return QStringLiteral("its %1 is a link").arg(name);
+        return Problem{{}, QStringLiteral("its %1 is a link").arg(name)};
     case SafeFile::Kind::Folder:
-        return QStringLiteral("its %1 is a folder").arg(name);
+        return Problem{{}, QStringLiteral("its %1 is a folder").arg(name)};
     case SafeFile::Kind::Other:
         break;
     }
-    return QStringLiteral("its %1 is not a regular file").arg(name);
+    return Problem{{}, QStringLiteral("its %1 is not a regular file").arg(name)};
 }
 
 bool isMissing(const QString &path)
@@ -95,16 +94,16 @@ bool isWritable(const QString &folder)
     return ::access(QFile::encodeName(folder).constData(), W_OK | X_OK) == 0;
 }
 
-/// What else is in the way of a build than a script that cannot be read, or empty.
-QString folderObstacle(const QString &folder)
+/// That nothing else is in the way of a build than a script that cannot be read.
+Result<> checkFolder(const QString &folder)
 {
     const QString preinstall = QStringLiteral("preinstall");
     if (!isWritable(folder))
-        return QStringLiteral("nothing can be added to its scripts");
-    const QString postinstallObstacle = scriptObstacle(folder, QStringLiteral("postinstall"));
-    if (!postinstallObstacle.isEmpty() || isMissing(folder + preinstall))
-        return postinstallObstacle;
-    return scriptObstacle(folder, preinstall);
+        return Problem{{}, QStringLiteral("nothing can be added to its scripts")};
+    Result<> postinstall = checkScript(folder, QStringLiteral("postinstall"));
+    if (!postinstall || isMissing(folder + preinstall))
+        return postinstall;
+    return checkScript(folder, preinstall);
 }
 
 QString missingSwitchText(const QString &switchText, const QString &consequence)
@@ -136,7 +135,7 @@ class SignatureFinder : public XmlStream::Handler
 public:
     bool found = false;
 
-    QString startElement(const QString &name, const QVector<XmlStream::Attribute> &) override
+    Result<> startElement(const QString &name, const QVector<XmlStream::Attribute> &) override
     {
         constexpr int levelOfSignatures = 3;
         if (++m_level == levelOfSignatures)
@@ -144,7 +143,7 @@ public:
         return {};
     }
 
-    QString endElement() override
+    Result<> endElement() override
     {
         --m_level;
         return {};
@@ -170,9 +169,9 @@ Result<bool> readSignature(const QString &tableOfContents)
         return Problem{{}, file.errorString()};
     const XmlStream::Limits limits = limitsOfContents();
     SignatureFinder finder;
-    QString problem;
-    if (!XmlStream::read(file.read(limits.bytes + 1), finder, &problem, limits))
-        return Problem{{}, QStringLiteral("the table of contents cannot be read: ") + problem};
+    const Result<> isRead = XmlStream::read(file.read(limits.bytes + 1), finder, limits);
+    if (!isRead)
+        return Problem{{}, QStringLiteral("the table of contents cannot be read: ") + isRead.problem().text};
     return finder.found;
 }
 
@@ -215,9 +214,8 @@ ScriptsInspection inspectScripts(const QString &scripts)
     inspection.holdsViewerTool = !isMissing(folder + QStringLiteral("duti"));
     inspectPreinstall(folder + QStringLiteral("preinstall"), inspection);
     inspectPostinstall(folder + QStringLiteral("postinstall"), inspection);
-    const QString obstacle = folderObstacle(folder);
-    if (!obstacle.isEmpty())
-        inspection.obstacle = obstacle;
+    if (const Result<> usable = checkFolder(folder); !usable)
+        inspection.obstacle = usable.problem().text;
     return inspection;
 }
 
@@ -270,9 +268,9 @@ Result<bool> isSigned(const QString &package, const QString &privateFolder)
     return readSignature(tableOfContents);
 }
 
-Result<QString> extractScripts(const QString &package, bool editor, const QString &into)
+Result<QString> extractScripts(const QString &package, const Product &product, const QString &into)
 {
-    const QString member = componentPackageName(editor) + QStringLiteral("/Scripts");
+    const QString member = product.componentPackage + QStringLiteral("/Scripts");
     const QString folder = into + QStringLiteral("/Scripts");
     if (const Result<> extracted = extractMember(QFileInfo(package).absoluteFilePath(), member, into);
         !extracted)
@@ -282,12 +280,13 @@ Result<QString> extractScripts(const QString &package, bool editor, const QStrin
     return folder;
 }
 
-Result<PackageInspection> inspectPackage(const QString &package, bool editor, const QString &privateFolder)
+Result<PackageInspection> inspectPackage(const QString &package, const Product &product,
+                                         const QString &privateFolder)
 {
     const Result<bool> isPackageSigned = isSigned(package, privateFolder);
     if (!isPackageSigned)
         return isPackageSigned.problem();
-    const Result<QString> scripts = extractScripts(package, editor, privateFolder);
+    const Result<QString> scripts = extractScripts(package, product, privateFolder);
     if (!scripts)
         return scripts.problem();
     return PackageInspection{*isPackageSigned, inspectScripts(*scripts)};

@@ -6,6 +6,8 @@
 #include <QList>
 #include <QString>
 
+struct Product;
+
 /// Something that a build does, or would do, without the effect that was asked for.
 struct BuildWarning
 {
@@ -60,8 +62,9 @@ Result<bool> isSigned(const QString &package, const QString &privateFolder);
 /// Unpacks only the product's Scripts member of a flat package into the existing folder `into`, as
 /// "Scripts" there; its cost does not depend on the package's size. Returns the path of that folder. Blocks
 /// on external commands; any thread.
-Result<QString> extractScripts(const QString &package, bool editor, const QString &into);
+Result<QString> extractScripts(const QString &package, const Product &product, const QString &into);
 
 /// Everything `pct check` reports about the installer package of a product; `privateFolder` must exist, be
 /// empty and belong to the caller. A problem when the package's contents cannot be read.
-Result<PackageInspection> inspectPackage(const QString &package, bool editor, const QString &privateFolder);
+Result<PackageInspection> inspectPackage(const QString &package, const Product &product,
+                                         const QString &privateFolder);

@@ -11,14 +11,7 @@
 #include <cstdio>
 #include <unistd.h>
 
-ReplacedDocument::ReplacedDocument(const QString &path)
-    : m_path(path)
-{
-    if (SafeFile::kindOf(path) == SafeFile::Kind::File)
-        m_problem = layAside();
-    if (!m_problem.isEmpty())
-        m_folder.reset();
-}
+ReplacedDocument::ReplacedDocument() = default;
 
 ReplacedDocument::~ReplacedDocument()
 {
@@ -29,9 +22,17 @@ ReplacedDocument::~ReplacedDocument()
         << QStringLiteral("%1 cannot be put back; it is %2").arg(m_path, pathAside());
 }
 
-QString ReplacedDocument::problem() const
+Result<> ReplacedDocument::layAside(const QString &path)
 {
-    return m_problem;
+    if (SafeFile::kindOf(path) != SafeFile::Kind::File)
+        return {};
+    m_path = path;
+    m_folder = std::make_unique<QTemporaryDir>(QFileInfo(path).absolutePath() +
+                                               QStringLiteral("/.pct-document-XXXXXX"));
+    Result<> kept = keep();
+    if (!kept)
+        m_folder.reset();
+    return kept;
 }
 
 void ReplacedDocument::forget()
@@ -40,17 +41,15 @@ void ReplacedDocument::forget()
 }
 
 /// A second name for the file itself where the file system has such names, and a copy elsewhere.
-QString ReplacedDocument::layAside()
+Result<> ReplacedDocument::keep() const
 {
-    m_folder = std::make_unique<QTemporaryDir>(QFileInfo(m_path).absolutePath() +
-                                               QStringLiteral("/.pct-document-XXXXXX"));
     if (!m_folder->isValid())
-        return QStringLiteral("%1: cannot write beside it: %2").arg(m_path, m_folder->errorString());
+        return Problem{m_path, QStringLiteral("cannot write beside it: ") + m_folder->errorString()};
     if (::link(QFile::encodeName(m_path).constData(), QFile::encodeName(pathAside()).constData()) == 0)
         return {};
     const Result<> copied = SafeFile::copyNew(m_path, pathAside());
-    return copied ? QString()
-                  : QStringLiteral("%1: cannot be laid aside: %2").arg(m_path, copied.problem().text);
+    return copied ? copied
+                  : Problem{m_path, QStringLiteral("cannot be laid aside: ") + copied.problem().text};
 }
 
 /// As the very file that it was, with its permissions and times.

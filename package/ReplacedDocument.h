@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "core/Result.h"
+
 #include <QString>
 
 #include <memory>
@@ -12,25 +14,23 @@ class QTemporaryDir;
 class ReplacedDocument
 {
 public:
-    /// Lays the file at the path aside as well. Nothing at the path, or no regular file there, is nothing to
-    /// keep.
-    explicit ReplacedDocument(const QString &path);
+    ReplacedDocument();
     ~ReplacedDocument();
     ReplacedDocument(const ReplacedDocument &) = delete;
     ReplacedDocument &operator=(const ReplacedDocument &) = delete;
 
-    /// Why the old file could not be laid aside; empty when it could, or when there is none.
-    QString problem() const;
+    /// Lays the file at the path aside; once. Nothing at the path, or no regular file there, is nothing to
+    /// keep.
+    Result<> layAside(const QString &path);
 
     /// The new document stays.
     void forget();
 
 private:
-    QString layAside();
+    Result<> keep() const;
     bool putBack() const;
     QString pathAside() const;
 
     QString m_path;
     std::unique_ptr<QTemporaryDir> m_folder; ///< null when there is nothing to put back
-    QString m_problem;
 };

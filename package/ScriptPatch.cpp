@@ -2,14 +2,11 @@
 #include "package/ScriptPatch.h"
 
 #include "core/SafeFile.h"
-#include "package/Failure.h"
 #include "package/ScriptLines.h"
 
 #include <algorithm>
 
 namespace {
-
-using LinesEdit = bool (*)(QStringList &, QString *);
 
 const QString homeDetectionComment =
     QStringLiteral("# Obtain the current logged-in user's username through the HOME environment variable");
@@ -67,24 +64,26 @@ QStringList preinstallBlock()
 }
 
 /// The old detection runs from its comment to the first "fi" after the line that is characteristic of it.
-bool replaceHomeDetection(QStringList &lines, const QString &characteristicLine, const QStringList &block,
-                          QString *error)
+Result<> replaceHomeDetection(QStringList &lines, const QString &characteristicLine, const QStringList &block)
 {
-    const int comment = findUniqueAnchor(lines, homeDetectionComment, error);
-    if (comment < 0)
-        return false;
-    const int characteristic = findAnchorAfter(lines, characteristicLine, comment + 1, error);
-    if (characteristic < 0)
-        return false;
-    const int end = findAnchorAfter(lines, QStringLiteral("fi"), characteristic + 1, error);
-    return end >= 0 && replaceLineRange(lines, comment, end, block, error);
+    const Result<int> comment = uniqueAnchor(lines, homeDetectionComment);
+    if (!comment)
+        return comment.problem();
+    const Result<int> characteristic = anchorAfter(lines, characteristicLine, *comment + 1);
+    if (!characteristic)
+        return characteristic.problem();
+    const Result<int> end = anchorAfter(lines, QStringLiteral("fi"), *characteristic + 1);
+    return end ? replaceRange(lines, *comment, *end, block) : end.problem();
 }
 
-bool insertPostinstallBlock(QStringList &lines, QString *error)
+/// A block that would stand at the very beginning is refused without a text.
+Result<> insertPostinstallBlock(QStringList &lines)
 {
     const QStringList block = postinstallBlock();
-    const int anchor = findUniqueAnchor(lines, block.last(), error);
-    return anchor >= 1 && replaceLineRange(lines, anchor, anchor, block, error);
+    const Result<int> anchor = uniqueAnchor(lines, block.last());
+    if (!anchor)
+        return anchor.problem();
+    return *anchor >= 1 ? replaceRange(lines, *anchor, *anchor, block) : Problem();
 }
 
 bool isPatched(const QStringList &lines, const QStringList &block)
@@ -93,44 +92,47 @@ bool isPatched(const QStringList &lines, const QStringList &block)
            std::search(lines.begin(), lines.end(), block.begin(), block.end()) != lines.end();
 }
 
-bool patchFile(const QString &path, LinesEdit edit, QString *error)
-{
-    const Result<QString> text = readScript(path);
-    if (!text)
-        return fail(error, text.problem().text);
-    QStringList lines = scriptLines(*text);
-    if (!edit(lines, error))
-        return false;
-    const QString patched = lines.join(QLatin1Char('\n')) + QLatin1Char('\n');
-    const Result<> replaced = SafeFile::replaceContents(path, patched.toUtf8(), SafeFile::Lasting::No);
-    return replaced || fail(error, replaced.problem().text);
-}
-
 } // namespace
 
 bool patchPostinstall(const QString &path, QString *error)
 {
-    return patchFile(path, patchPostinstallLines, error);
+    return told(patchScript(path, patchPostinstallLines), error);
 }
 
 bool patchPreinstall(const QString &path, QString *error)
 {
-    return patchFile(path, patchPreinstallLines, error);
+    return told(patchScript(path, patchPreinstallLines), error);
 }
 
-bool patchPostinstallLines(QStringList &lines, QString *error)
+Result<> patchScript(const QString &path, LinesEdit edit)
 {
-    return insertPostinstallBlock(lines, error) &&
-           replaceHomeDetection(lines, QStringLiteral(R"sh(currentuser=$(stat -f "%Su" /dev/console))sh"), {},
-                                error) &&
-           replaceUniqueLine(lines, QStringLiteral("mydir=$(pwd)"), scriptFolderLine, error);
+    const Result<QString> text = readScript(path);
+    if (!text)
+        return text.problem();
+    QStringList lines = scriptLines(*text);
+    if (Result<> edited = edit(lines); !edited)
+        return edited;
+    const QString patched = lines.join(QLatin1Char('\n')) + QLatin1Char('\n');
+    return SafeFile::replaceContents(path, patched.toUtf8(), SafeFile::Lasting::No);
 }
 
-bool patchPreinstallLines(QStringList &lines, QString *error)
+Result<> patchPostinstallLines(QStringList &lines)
 {
-    return replaceUniqueLine(lines, QStringLiteral("mydir=`pwd`"), scriptFolderLine, error) &&
-           replaceHomeDetection(lines, QStringLiteral(R"sh(user_from_home=$(basename "${HOME}"))sh"),
-                                preinstallBlock(), error);
+    if (Result<> inserted = insertPostinstallBlock(lines); !inserted)
+        return inserted;
+    if (Result<> removed = replaceHomeDetection(
+            lines, QStringLiteral(R"sh(currentuser=$(stat -f "%Su" /dev/console))sh"), {});
+        !removed)
+        return removed;
+    return replaceUnique(lines, QStringLiteral("mydir=$(pwd)"), scriptFolderLine);
+}
+
+Result<> patchPreinstallLines(QStringList &lines)
+{
+    if (Result<> replaced = replaceUnique(lines, QStringLiteral("mydir=`pwd`"), scriptFolderLine); !replaced)
+        return replaced;
+    return replaceHomeDetection(lines, QStringLiteral(R"sh(user_from_home=$(basename "${HOME}"))sh"),
+                                preinstallBlock());
 }
 
 bool isPatchedPostinstall(const QStringList &lines)

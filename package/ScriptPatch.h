@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "core/Result.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -8,14 +10,19 @@
 // HOME, which is not that user's when a device-management agent runs the installer. Line edits at fixed
 // anchors; a script in which an anchor is missing or ambiguous stays exactly as it was.
 
-/// Patches a postinstall or preinstall file in place, all or nothing, keeping its permissions. On
-/// failure `error` (optional) gets the reason; see unpatchedReason. A link is refused.
+/// Both patches of a file, see patchScript(). On failure `error` (optional) gets the reason; see
+/// unpatchedReason.
 bool patchPostinstall(const QString &path, QString *error = nullptr);
 bool patchPreinstall(const QString &path, QString *error = nullptr);
 
 /// The same edits on lines in memory; the lines are unspecified after a failure.
-bool patchPostinstallLines(QStringList &lines, QString *error = nullptr);
-bool patchPreinstallLines(QStringList &lines, QString *error = nullptr);
+Result<> patchPostinstallLines(QStringList &lines);
+Result<> patchPreinstallLines(QStringList &lines);
+
+using LinesEdit = Result<> (*)(QStringList &lines);
+
+/// Edits a script file in place, all or nothing, keeping its permissions. A link is refused.
+Result<> patchScript(const QString &path, LinesEdit edit);
 
 /// Whether the lines are those of a script that was patched before: they hold the block that finds the user
 /// at the console, and what it stands in for no longer.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "package/ScriptsFolder.h"
 
+#include "config/Product.h"
 #include "core/SafeFile.h"
 
 #include <QDir>
@@ -26,17 +27,12 @@ Result<> isKind(const QString &path, SafeFile::Kind wanted, const QString &descr
 
 } // namespace
 
-QString scriptsFolder(const QString &folder, bool editor)
+QString scriptsFolder(const QString &folder, const Product &product)
 {
     const QString direct = folder + QDir::separator() + QStringLiteral("Scripts/");
     if (QFileInfo::exists(direct))
         return direct;
-    return folder + QDir::separator() + componentPackageName(editor) + QStringLiteral("/Scripts/");
-}
-
-QString componentPackageName(bool editor)
-{
-    return editor ? QStringLiteral("Pelix_PDF_Editor.pkg") : QStringLiteral("Pelix_PDF_Reader.pkg");
+    return folder + QDir::separator() + product.componentPackage + QStringLiteral("/Scripts/");
 }
 
 Result<> isRealFolder(const QString &path)

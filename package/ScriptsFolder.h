@@ -5,12 +5,11 @@
 
 #include <QString>
 
+struct Product;
+
 /// Where an expanded package keeps its install scripts, with a slash at the end: "Scripts/" in the given
 /// folder where that exists, otherwise in the product's component package below it.
-QString scriptsFolder(const QString &folder, bool editor);
-
-/// Name of the product's component package: "Pelix_PDF_Editor.pkg" or "Pelix_PDF_Reader.pkg".
-QString componentPackageName(bool editor);
+QString scriptsFolder(const QString &folder, const Product &product);
 
 /// The scripts of a package come from outside. Before one is edited or gets a new neighbour, these tell
 /// whether it is what it should be, and not a link that leads out of the package.

@@ -1,20 +1,20 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "package/StagedOutput.h"
 
-#include "config/CCommon.h"
+#include "config/Product.h"
 #include "core/Command.h"
 #include "core/OutputFile.h"
-#include "package/ScriptsFolder.h"
+#include "package/FlatPackage.h"
 
 namespace {
 
-bool listsScripts(const QByteArray &listing, bool editor)
+bool listsScripts(const QByteArray &listing, const Product &product)
 {
-    const QByteArray member = componentPackageName(editor).toLatin1() + "/Scripts";
+    const QByteArray member = product.componentPackage.data() + QByteArray("/Scripts");
     return listing.split('\n').contains(member);
 }
 
-Result<> readBack(const OutputFile &output, bool editor)
+Result<> readBack(const OutputFile &output, const Product &product)
 {
     if (!output.isStaged())
         return Problem{{}, QStringLiteral("pkgutil made no package")};
@@ -22,19 +22,18 @@ Result<> readBack(const OutputFile &output, bool editor)
         QStringLiteral("xar"), {QStringLiteral("-t"), QStringLiteral("-f"), output.stagedPath()});
     if (!listing.succeeded())
         return Problem{{}, listing.problem()};
-    if (!listsScripts(listing.standardOutput, editor))
+    if (!listsScripts(listing.standardOutput, product))
         return Problem{{}, QStringLiteral("the package that pkgutil made has no scripts of the product")};
     return {};
 }
 
 } // namespace
 
-Result<> flattenStaged(const QString &folder, bool editor, OutputFile &output)
+Result<> flattenStaged(const QString &folder, const Product &product, OutputFile &output)
 {
     if (const Result<> staged = output.stage(); !staged)
         return Problem{output.path(), QStringLiteral("cannot write beside it: ") + staged.problem().text};
-    QString cause;
-    if (!CCommon::FlattenUnPkg(folder, output.stagedPath(), &cause))
-        return Problem{{}, cause};
-    return readBack(output, editor);
+    if (Result<> flattened = FlatPackage::flatten(folder, output.stagedPath()); !flattened)
+        return flattened;
+    return readBack(output, product);
 }

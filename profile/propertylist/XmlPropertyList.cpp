@@ -143,6 +143,11 @@ std::optional<Scalar> scalarOf(Kind kind, const QString &text)
     }
 }
 
+Problem refusal(const QString &text)
+{
+    return {{}, text};
+}
+
 class Reader : public XmlStream::Handler
 {
 public:
@@ -151,65 +156,66 @@ public:
     {
     }
 
-    QString documentType(const QString & /*name*/) override { return {}; }
+    Result<> documentType(const QString & /*name*/) override { return {}; }
 
-    QString startElement(const QString &name, const QVector<XmlStream::Attribute> & /*attributes*/) override
+    Result<> startElement(const QString &name, const QVector<XmlStream::Attribute> & /*attributes*/) override
     {
         const auto kind = kinds().constFind(name);
         if (kind == kinds().constEnd())
-            return QStringLiteral("property lists have no element \"%1\"").arg(printableStart(name, 64));
-        const QString problem = problemOf(*kind);
-        if (problem.isNull())
+            return refusal(
+                QStringLiteral("property lists have no element \"%1\"").arg(printableStart(name, 64)));
+        Result<> fits = check(*kind);
+        if (fits)
             begin(*kind);
-        return problem;
+        return fits;
     }
 
-    QString emptyTag() override
+    Result<> emptyTag() override
     {
         // No data at all takes two tags for Foundation.
         const bool isData = m_levels.last().kind == Kind::Data;
-        return isData ? QStringLiteral("<data/> is not valid") : QString();
+        return isData ? refusal(QStringLiteral("<data/> is not valid")) : Result<>();
     }
 
-    QString endElement() override
+    Result<> endElement() override
     {
         const Level level = m_levels.takeLast();
         if (level.kind == Kind::List)
-            return level.values == 0 ? QStringLiteral("the list holds no value") : QString();
+            return level.values == 0 ? refusal(QStringLiteral("the list holds no value")) : Result<>();
         if (level.wantsValue)
-            return QStringLiteral("a key has no value");
+            return refusal(QStringLiteral("a key has no value"));
         if (!level.isContainer())
             return endScalar(level.kind);
         m_sink.end();
         return {};
     }
 
-    QString text(const QString &text) override
+    Result<> text(const QString &text) override
     {
         if (!m_levels.last().isContainer())
             m_text += text;
         else if (!isBlank(text))
-            return QStringLiteral("there is text between the elements");
+            return refusal(QStringLiteral("there is text between the elements"));
         return {};
     }
 
-    QString comment(const QString & /*text*/) override { return interruption(); }
+    Result<> comment(const QString & /*text*/) override { return interruption(); }
 
-    QString processingInstruction(const QString & /*target*/, const QString & /*data*/) override
+    Result<> processingInstruction(const QString & /*target*/, const QString & /*data*/) override
     {
         return interruption();
     }
 
 private:
-    QString problemOf(Kind kind) const
+    Result<> check(Kind kind) const
     {
         const Level &outer = m_levels.last();
         if (!outer.isContainer())
-            return QStringLiteral("an element stands inside a value");
+            return refusal(QStringLiteral("an element stands inside a value"));
         if (outer.isFull())
-            return QStringLiteral("the list holds more than one value");
+            return refusal(QStringLiteral("the list holds more than one value"));
         if (outer.wantsKey() && kind != Kind::Key)
-            return QStringLiteral("a value has no key");
+            return refusal(QStringLiteral("a value has no key"));
         return {};
     }
 
@@ -227,12 +233,12 @@ private:
             m_sink.beginArray();
     }
 
-    QString endScalar(Kind kind)
+    Result<> endScalar(Kind kind)
     {
         const std::optional<Scalar> value = scalarOf(kind, m_text);
         if (!value)
-            return QStringLiteral("\"%1\" is not valid in <%2>")
-                .arg(printableStart(m_text, 64), kinds().key(kind));
+            return refusal(QStringLiteral("\"%1\" is not valid in <%2>")
+                               .arg(printableStart(m_text, 64), kinds().key(kind)));
         if (m_isKey)
             m_sink.key(m_text);
         else
@@ -240,9 +246,9 @@ private:
         return {};
     }
 
-    QString interruption() const
+    Result<> interruption() const
     {
-        return m_levels.last().isContainer() ? QString() : QStringLiteral("a value is interrupted");
+        return m_levels.last().isContainer() ? Result<>() : refusal(QStringLiteral("a value is interrupted"));
     }
 
     PropertyList::Sink &m_sink;
@@ -256,9 +262,5 @@ private:
 Result<> XmlPropertyList::read(const QByteArray &xml, PropertyList::Sink &sink)
 {
     Reader reader(sink);
-    QString problem;
-    if (!XmlStream::read(xml, reader, &problem,
-                         {PropertyListInput::maximumBytes, PropertyListInput::maximumNodes}))
-        return Problem{{}, problem};
-    return {};
+    return XmlStream::read(xml, reader, {PropertyListInput::maximumBytes, PropertyListInput::maximumNodes});
 }

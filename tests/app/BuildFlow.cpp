@@ -28,7 +28,7 @@ QString BuildFlow::sample(bool editor) const
 std::unique_ptr<DlgCustomizationTool_v2> BuildFlow::openWindow(const QString &package, bool editor) const
 {
     auto window = std::make_unique<DlgCustomizationTool_v2>(editor, PCW_CONFIG_PACKAGE);
-    registerPages(*window, editor);
+    registerPages(*window);
     window->show();
     if (!window->on_fileloaded(package))
         QTest::qFail("the package was refused", __FILE__, __LINE__);

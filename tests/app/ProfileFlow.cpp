@@ -31,7 +31,7 @@ ProfileFlow::ProfileFlow()
 std::unique_ptr<DlgCustomizationTool_v2> ProfileFlow::openWindow(bool editor) const
 {
     auto window = std::make_unique<DlgCustomizationTool_v2>(editor, PCW_CONFIG_PROFILE);
-    registerPages(*window, editor);
+    registerPages(*window);
     window->show();
     return window;
 }

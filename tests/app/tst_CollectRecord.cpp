@@ -297,7 +297,7 @@ void tst_CollectRecord::withoutThePluginsPageTheListOfPluginsBecomesEmpty()
 void tst_CollectRecord::theRealPagesAreCollected()
 {
     DlgCustomizationTool_v2 window(false, PCW_CONFIG_PACKAGE);
-    registerPages(window, false);
+    registerPages(window);
     record().bSetAsDefaultViewer = false;
     record().strUnloadPluginArray = QStringLiteral("unknown.dylib");
     window.InitTabWidgets();

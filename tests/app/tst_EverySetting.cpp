@@ -3,6 +3,7 @@
 #include "app/RegisterPages.h"
 #include "config/CCommon.h"
 #include "config/ConfigDocument.h"
+#include "config/Product.h"
 #include "config/Settings.h"
 #include "profile/CProfileGenerator.h"
 #include "resources/Resources.h"
@@ -24,7 +25,7 @@ std::unique_ptr<Window> freshWindow(bool editor, PCW_CONFIGTYPE type)
 {
     theEditorXmlData = EditorXmlData();
     auto window = std::make_unique<Window>(editor, type);
-    registerPages(*window, editor);
+    registerPages(*window);
     window->InitTabWidgets();
     return window;
 }
@@ -91,7 +92,7 @@ void tst_EverySetting::aSettingSurvivesADocument()
     EditorXmlData expected = collect(*window);
     const QString path = m_place.path("ProfStore.xml");
     QVERIFY(ConfigDocument::save(
-        ConfigDocument::fromSettings(theEditorXmlData, editor, QStringLiteral("1.0")), path));
+        ConfigDocument::fromSettings(theEditorXmlData, Product::of(editor), QStringLiteral("1.0")), path));
 
     window = freshWindow(editor, PCW_CONFIG_PACKAGE);
     QVERIFY(CCommon::ParseXml(path, &theEditorXmlData));

@@ -67,7 +67,7 @@ void tst_LargeImports::theWindowShowsThemAtOnce()
     QFETCH(QByteArray, xml);
     theEditorXmlData = EditorXmlData();
     DlgCustomizationTool_v2 window(true, PCW_CONFIG_PACKAGE);
-    registerPages(window, true);
+    registerPages(window);
     window.InitTabWidgets();
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));

@@ -126,7 +126,7 @@ void tst_PageRegistry::inPackageModeProfileSupportDoesNotMatter()
 void tst_PageRegistry::inProfileModeTheInstallationOptionsPageIsAbsent()
 {
     DlgCustomizationTool_v2 window(true, PCW_CONFIG_PROFILE);
-    registerPages(window, true);
+    registerPages(window);
     QVERIFY(!buttonNames(window).contains(QStringLiteral("Installation Options")));
     QVERIFY(buttonNames(window).contains(QStringLiteral("Plugins")));
 }
@@ -142,7 +142,7 @@ void tst_PageRegistry::inPackageModeBothPagesArePresent()
 {
     QFETCH(bool, editor);
     DlgCustomizationTool_v2 window(editor, PCW_CONFIG_PACKAGE);
-    registerPages(window, editor);
+    registerPages(window);
     const QStringList names = buttonNames(window);
     QCOMPARE(names.first(), QStringLiteral("Installation Options"));
     QVERIFY(names.contains(QStringLiteral("Plugins")));

@@ -8,8 +8,8 @@
 #include "profile/signing/dlg_sign_profile.h"
 #include "resources/Resources.h"
 #include "tests/app/GermanTexts.h"
-#include "tests/app/PrivatePlace.h"
 #include "tests/app/looks/PseudoLanguage.h"
+#include "tests/app/PrivatePlace.h"
 #include "welcome/tab_import_xml.h"
 
 #include <QAbstractButton>
@@ -78,7 +78,7 @@ Texts textsOfAllWindows()
     Texts texts;
     for (const PCW_CONFIGTYPE type : {PCW_CONFIG_PACKAGE, PCW_CONFIG_PROFILE}) {
         DlgCustomizationTool_v2 window(true, type);
-        registerPages(window, true);
+        registerPages(window);
         window.InitTabWidgets();
         texts += textsIn(window);
     }
@@ -133,7 +133,8 @@ void tst_Translation::aLanguageIsFoundByItsCode()
     QCOMPARE(GermanTexts::installed().isEmpty(), language.left(2) != QLatin1String("de"));
 }
 
-/// Whatever a language lacks: a text that a form or a class does not offer for translation stays without brackets.
+/// Whatever a language lacks: a text that a form or a class does not offer for translation stays without
+/// brackets.
 void tst_Translation::everyTextIsOfferedForTranslation()
 {
     PseudoLanguage language;

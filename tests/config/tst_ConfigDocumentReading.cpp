@@ -249,8 +249,7 @@ private slots:
         QTest::ignoreMessage(QtDebugMsg, QRegularExpression(QStringLiteral("it is larger than 1 MiB")));
         QVERIFY(!parse(largest + ' '));
         QVERIFY(!m_data.bHideMyApps);
-        QDomDocument document;
-        QVERIFY(ConfigDocument::load(write(largest + ' '), document));
+        QVERIFY(ConfigDocument::load(write(largest + ' ')));
     }
 
     void aByteOrderMarkIsAccepted()

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/ConfigDocument.h"
 #include "config/EditorXmlData.h"
+#include "config/Product.h"
 #include "tests/config/RecordSamples.h"
+#include "tests/support/ProblemText.h"
 #include "tests/support/TestFiles.h"
 
 #include <QDomDocument>
@@ -49,8 +51,7 @@ private slots:
     {
         QFETCH(QString, text);
         m_settings.strBuiltInPermList = text;
-        QString error;
-        QVERIFY(!save(&error));
+        const QString error = problemText(save());
         QVERIFY2(error.startsWith(QStringLiteral("what is to be written could not be read again")),
                  qPrintable(error));
         QCOMPARE(TestFiles::read(m_path), QByteArray("from before"));
@@ -60,8 +61,7 @@ private slots:
     {
         m_settings.elemRibbonCategory = RecordSamples::element(wideAndDeepRibbon());
         m_settings.elemQuickAccessBar = RecordSamples::element("<QuickAccessBar/>");
-        QString error;
-        QVERIFY(!save(&error));
+        const QString error = problemText(save());
         QVERIFY2(error.contains(QStringLiteral("larger than 32 MiB")), qPrintable(error));
         QCOMPARE(TestFiles::read(m_path), QByteArray("from before"));
     }
@@ -86,9 +86,7 @@ private slots:
         root.appendChild(child);
         if (!text.isEmpty())
             child.appendChild(document.createTextNode(text));
-        QString error;
-        QVERIFY(!ConfigDocument::save(document, m_path, &error));
-        QVERIFY(!error.isEmpty());
+        QVERIFY(!problemText(ConfigDocument::save(document, m_path)).isEmpty());
         QCOMPARE(TestFiles::read(m_path), QByteArray("from before"));
     }
 
@@ -108,8 +106,7 @@ private slots:
     {
         QFETCH(QString, text);
         m_settings.strBuiltInPermList = text;
-        QString error;
-        QVERIFY2(save(&error), qPrintable(error));
+        QCOMPARE(problemText(save()), QString());
         const QString script =
             QStringLiteral("import sys, xml.etree.ElementTree as tree\n"
                            "found = tree.parse(sys.argv[1]).find('.//*[@BuiltInPermList]')\n"
@@ -125,8 +122,7 @@ private slots:
             "<RibbonUI xmlns:x='urn:x'>one<Category x:id='1'> two <!-- note --><![CDATA[<three>]]>"
             "<Panel>\n  four\n</Panel>five</Category>\n<?target data?>six</RibbonUI>");
         m_settings.elemQuickAccessBar = RecordSamples::element("<QuickAccessBar> </QuickAccessBar>");
-        QString error;
-        QVERIFY2(save(&error), qPrintable(error));
+        QCOMPARE(problemText(save()), QString());
         TestFiles::outputOf(QStringLiteral("xmllint"), {QStringLiteral("--noout"), m_path});
     }
 
@@ -134,18 +130,16 @@ private slots:
     {
         const QString link = m_folder.filePath(QStringLiteral("link"));
         QVERIFY(QFile::link(m_path, link));
-        QString error;
-        QVERIFY(
-            !ConfigDocument::save(ConfigDocument::fromSettings(m_settings, true, QString()), link, &error));
-        QCOMPARE(error, QStringLiteral("is a link"));
+        const QDomDocument document = ConfigDocument::fromSettings(m_settings, Product::editor(), QString());
+        QCOMPARE(problemText(ConfigDocument::save(document, link)), QStringLiteral("is a link"));
         QCOMPARE(TestFiles::read(m_path), QByteArray("from before"));
     }
 
 private:
-    bool save(QString *error) const
+    Result<> save() const
     {
-        return ConfigDocument::save(ConfigDocument::fromSettings(m_settings, true, QStringLiteral("13.1")),
-                                    m_path, error);
+        return ConfigDocument::save(
+            ConfigDocument::fromSettings(m_settings, Product::editor(), QStringLiteral("13.1")), m_path);
     }
 
     EditorXmlData m_settings;

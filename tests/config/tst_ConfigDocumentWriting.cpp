@@ -2,9 +2,11 @@
 #include "config/CCommon.h"
 #include "config/ConfigDocument.h"
 #include "config/KeptElement.h"
+#include "config/Product.h"
 #include "config/Settings.h"
 #include "tests/config/RecordSamples.h"
 #include "tests/config/SettingOracle.h"
+#include "tests/support/ProblemText.h"
 #include "tests/support/TestFiles.h"
 
 #include <QTemporaryDir>
@@ -30,7 +32,8 @@ QDomElement preference(const QDomDocument &document, const char *key)
 
 QString value(const char *key, const char *attribute)
 {
-    const QDomDocument document = ConfigDocument::fromSettings(theEditorXmlData, true, QString());
+    const QDomDocument document =
+        ConfigDocument::fromSettings(theEditorXmlData, Product::editor(), QString());
     const QDomElement item = preference(document, key);
     return item.attribute(QString::fromLatin1(attribute), QStringLiteral("absent"));
 }
@@ -85,7 +88,8 @@ private slots:
     void bothProductsHaveThePreferencesInOrder()
     {
         QFETCH(bool, editor);
-        const QDomDocument document = ConfigDocument::fromSettings(theEditorXmlData, editor, QString());
+        const QDomDocument document =
+            ConfigDocument::fromSettings(theEditorXmlData, Product::of(editor), QString());
         const QDomNodeList items = document.elementsByTagName(QStringLiteral("Preference"));
         QStringList keys;
         for (int i = 0; i < items.count(); ++i)
@@ -112,11 +116,11 @@ private slots:
     {
         const QString version = QStringLiteral("13.1");
         const QString attribute = QStringLiteral("version");
-        QCOMPARE(ConfigDocument::fromSettings(theEditorXmlData, true, version)
+        QCOMPARE(ConfigDocument::fromSettings(theEditorXmlData, Product::editor(), version)
                      .documentElement()
                      .attribute(attribute),
                  version);
-        QVERIFY(ConfigDocument::fromSettings(theEditorXmlData, false, version)
+        QVERIFY(ConfigDocument::fromSettings(theEditorXmlData, Product::reader(), version)
                     .documentElement()
                     .attribute(attribute)
                     .isEmpty());
@@ -183,11 +187,12 @@ private slots:
     void aQuickAccessBarGoesInOnlyWithARibbon()
     {
         theEditorXmlData.elemQuickAccessBar = RecordSamples::element("<QuickAccessBar/>");
-        QVERIFY(
-            !named(ConfigDocument::fromSettings(theEditorXmlData, true, QString()), "RibbonSetTabElements")
-                 .hasChildNodes());
+        QVERIFY(!named(ConfigDocument::fromSettings(theEditorXmlData, Product::editor(), QString()),
+                       "RibbonSetTabElements")
+                     .hasChildNodes());
         theEditorXmlData.elemRibbonCategory = RecordSamples::element("<RibbonUI/>");
-        const QDomDocument document = ConfigDocument::fromSettings(theEditorXmlData, true, QString());
+        const QDomDocument document =
+            ConfigDocument::fromSettings(theEditorXmlData, Product::editor(), QString());
         QCOMPARE(named(document, "RibbonSetTabElements").firstChildElement().tagName(),
                  QStringLiteral("QuickAccessBar"));
         QCOMPARE(named(document, "RibbonSetRibbonCategory").firstChildElement().tagName(),
@@ -200,7 +205,7 @@ private slots:
             RecordSamples::element("<RibbonUI><RibbonSetTabElements/></RibbonUI>");
         theEditorXmlData.elemQuickAccessBar = RecordSamples::element("<QuickAccessBar/>");
         const QDomElement root =
-            ConfigDocument::fromSettings(theEditorXmlData, true, QString()).documentElement();
+            ConfigDocument::fromSettings(theEditorXmlData, Product::editor(), QString()).documentElement();
         QVERIFY(elementText(root).endsWith(
             QStringLiteral("<RibbonSetRibbonCategory><RibbonUI><RibbonSetTabElements/></RibbonUI>"
                            "</RibbonSetRibbonCategory><RibbonSetTabElements><QuickAccessBar/>"
@@ -210,10 +215,10 @@ private slots:
     void writingLeavesTheRecordsRibbonInPlace()
     {
         theEditorXmlData = RecordSamples::everythingChanged();
-        const QString first =
-            elementText(ConfigDocument::fromSettings(theEditorXmlData, true, QString()).documentElement());
-        const QString second =
-            elementText(ConfigDocument::fromSettings(theEditorXmlData, true, QString()).documentElement());
+        const QString first = elementText(
+            ConfigDocument::fromSettings(theEditorXmlData, Product::editor(), QString()).documentElement());
+        const QString second = elementText(
+            ConfigDocument::fromSettings(theEditorXmlData, Product::editor(), QString()).documentElement());
         QCOMPARE(first.size(), second.size());
         QVERIFY(theEditorXmlData == RecordSamples::everythingChanged());
     }
@@ -309,10 +314,11 @@ private:
     QString saved(bool editor) const
     {
         const QString path = m_folder.filePath(QStringLiteral("ProfStore.xml"));
-        QString error;
-        if (!ConfigDocument::save(
-                ConfigDocument::fromSettings(theEditorXmlData, editor, QStringLiteral("13.1")), path, &error))
-            qFatal("cannot save: %s", qPrintable(error));
+        const Result<> saved = ConfigDocument::save(
+            ConfigDocument::fromSettings(theEditorXmlData, Product::of(editor), QStringLiteral("13.1")),
+            path);
+        if (!saved)
+            qFatal("cannot save: %s", qPrintable(problemText(saved)));
         return path;
     }
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/ConfigDocument.h"
+#include "config/Product.h"
 #include "config/Settings.h"
 #include "tests/config/SettingOracle.h"
 
@@ -103,7 +104,7 @@ class tst_DocumentSettings : public QObject
 private slots:
     void theDefaultsAreWritten()
     {
-        QCOMPARE(textsOf(ConfigDocument::fromSettings(EditorXmlData(), true, QString())),
+        QCOMPARE(textsOf(ConfigDocument::fromSettings(EditorXmlData(), Product::editor(), QString())),
                  textsOfTheDefaults());
     }
 
@@ -129,7 +130,7 @@ private slots:
         Texts expected = textsOfTheDefaults();
         QVERIFY(expected.value(where) != text);
         expected[where] = text;
-        QCOMPARE(textsOf(ConfigDocument::fromSettings(data, true, QString())), expected);
+        QCOMPARE(textsOf(ConfigDocument::fromSettings(data, Product::editor(), QString())), expected);
     }
 
     void aSettingIsReadFromItsPlaceAlone_data()

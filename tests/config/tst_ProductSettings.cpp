@@ -2,6 +2,7 @@
 #include "config/CCommon.h"
 #include "config/DefaultPlugins.h"
 #include "config/KeptElement.h"
+#include "config/Product.h"
 #include "config/ProductSettings.h"
 #include "config/Settings.h"
 #include "resources/Resources.h"
@@ -20,7 +21,7 @@ private slots:
     {
         EditorXmlData data = RecordSamples::everythingChanged();
         data.strDisableOpenSaveFileAttach = QStringLiteral("Disabled");
-        const EditorXmlData result = settingsForProduct(data, true);
+        const EditorXmlData result = settingsForProduct(data, Product::editor());
         for (const Setting &setting : settings())
             QVERIFY2(sameValue(setting, result, data), setting.name.data());
     }
@@ -28,7 +29,7 @@ private slots:
     void theReaderLosesWhatOnlyTheEditorOffers()
     {
         const EditorXmlData data = RecordSamples::everythingChanged();
-        const EditorXmlData result = settingsForProduct(data, false);
+        const EditorXmlData result = settingsForProduct(data, Product::reader());
         EditorXmlData wanted = data;
         wanted.bRemoveAdvertise = false;
         wanted.bHideMyApps = false;
@@ -58,7 +59,7 @@ private slots:
         QFETCH(QString, text);
         EditorXmlData data;
         data.strDisableOpenSaveFileAttach = text;
-        QTEST(settingsForProduct(data, true).nFileAttachmentsMode, "mode");
+        QTEST(settingsForProduct(data, Product::editor()).nFileAttachmentsMode, "mode");
     }
 
     void pluginsComeInDisplayOrderOnceAndUnknownOnesLast()
@@ -69,13 +70,13 @@ private slots:
         EditorXmlData data;
         data.strUnloadPluginArray =
             QStringList({QStringLiteral("Own.dylib"), third, QString(), first, third}).join(QLatin1Char(';'));
-        QCOMPARE(settingsForProduct(data, true).strUnloadPluginArray,
+        QCOMPARE(settingsForProduct(data, Product::editor()).strUnloadPluginArray,
                  first + QLatin1Char(';') + third + QStringLiteral(";Own.dylib;"));
     }
 
     void aRibbonThatIsAsShippedBecomesEmptyElements()
     {
-        const EditorXmlData result = settingsForProduct(EditorXmlData(), false);
+        const EditorXmlData result = settingsForProduct(EditorXmlData(), Product::reader());
         QCOMPARE(elementText(result.elemRibbonCategory), QStringLiteral("<RibbonUI/>"));
         QCOMPARE(elementText(result.elemQuickAccessBar), QStringLiteral("<QuickAccessBar/>"));
     }
@@ -85,7 +86,7 @@ private slots:
         EditorXmlData data;
         data.elemQuickAccessBar =
             RecordSamples::element("<QuickAccessBar><control action='a'/></QuickAccessBar>");
-        const EditorXmlData result = settingsForProduct(data, true);
+        const EditorXmlData result = settingsForProduct(data, Product::editor());
         QCOMPARE(elementText(result.elemRibbonCategory), QStringLiteral("<RibbonUI/>"));
         QCOMPARE(elementText(result.elemQuickAccessBar),
                  QStringLiteral("<QuickAccessBar><control action=\"a\"/></QuickAccessBar>"));
@@ -95,7 +96,7 @@ private slots:
     {
         EditorXmlData data;
         data.strUnloadPluginArray = QStringLiteral(";;");
-        QVERIFY(settingsForProduct(data, false).strUnloadPluginArray.isEmpty());
+        QVERIFY(settingsForProduct(data, Product::reader()).strUnloadPluginArray.isEmpty());
     }
 };
 

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/ConfigDocument.h"
 #include "config/EditorXmlData.h"
+#include "config/Product.h"
 #include "config/UnreadSettings.h"
 #include "config/XmlTree.h"
+#include "tests/support/ProblemText.h"
 
 #include <QDomDocument>
 #include <QtTest>
@@ -11,11 +13,10 @@ namespace {
 
 QStringList unreadIn(const QByteArray &xml)
 {
-    QDomDocument document;
-    QString error;
-    if (!XmlTree::read(xml, document, &error))
-        qFatal("%s", qPrintable(error));
-    return unreadSettings(document);
+    const Result<QDomDocument> document = XmlTree::read(xml);
+    if (!document)
+        qFatal("%s", qPrintable(problemText(document)));
+    return unreadSettings(*document);
 }
 
 QByteArray inProfstore(const QByteArray &sections)
@@ -112,7 +113,8 @@ void tst_UnreadSettings::hasNothingAgainstADocumentOfOurs_data()
 void tst_UnreadSettings::hasNothingAgainstADocumentOfOurs()
 {
     QFETCH(bool, editor);
-    QCOMPARE(unreadSettings(ConfigDocument::fromSettings(EditorXmlData(), editor, QStringLiteral("13.1"))),
+    QCOMPARE(unreadSettings(
+                 ConfigDocument::fromSettings(EditorXmlData(), Product::of(editor), QStringLiteral("13.1"))),
              QStringList());
 }
 

@@ -2,6 +2,7 @@
 #include "config/XmlMarkup.h"
 
 #include "config/XmlTree.h"
+#include "tests/support/ProblemText.h"
 #include "tests/support/TestFiles.h"
 
 #include <QDomDocument>
@@ -12,11 +13,10 @@ namespace {
 
 QDomDocument tree(const QByteArray &xml)
 {
-    QDomDocument document;
-    QString error;
-    if (!XmlTree::read(xml, document, &error))
-        qFatal("%s: %s", xml.constData(), qPrintable(error));
-    return document;
+    const Result<QDomDocument> document = XmlTree::read(xml);
+    if (!document)
+        qFatal("%s: %s", xml.constData(), qPrintable(problemText(document)));
+    return *document;
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/XmlTree.h"
+#include "tests/support/ProblemText.h"
 
 #include <QDomDocument>
 #include <QtTest>
@@ -53,7 +54,7 @@ private slots:
     void treesLookAsTheTextSays();
     void qtsReaderSeesTheSameTree_data();
     void qtsReaderSeesTheSameTree();
-    void theTreeStaysWhenReadingFails();
+    void aProblemSaysWhereItIs();
     void theFirstOfANameIsFoundAtAnyDepth();
 };
 
@@ -81,10 +82,9 @@ void tst_XmlTree::treesLookAsTheTextSays()
 {
     QFETCH(QByteArray, xml);
     QFETCH(QByteArray, tree);
-    QDomDocument document;
-    QString error;
-    QVERIFY2(XmlTree::read(xml, document, &error), qPrintable(error));
-    QCOMPARE(described(document), tree);
+    const Result<QDomDocument> document = XmlTree::read(xml);
+    QVERIFY2(document, qPrintable(problemText(document)));
+    QCOMPARE(described(*document), tree);
 }
 
 /// Documents that Qt reads right in all its versions.
@@ -127,29 +127,27 @@ void tst_XmlTree::qtsReaderSeesTheSameTree()
     QFETCH(QByteArray, xml);
     QDomDocument expected;
     QVERIFY(expected.setContent(xml));
-    QDomDocument document;
-    QString error;
-    QVERIFY2(XmlTree::read(xml, document, &error), qPrintable(error));
-    QCOMPARE(described(document), described(expected));
+    const Result<QDomDocument> document = XmlTree::read(xml);
+    QVERIFY2(document, qPrintable(problemText(document)));
+    QCOMPARE(described(*document), described(expected));
 }
 
-void tst_XmlTree::theTreeStaysWhenReadingFails()
+void tst_XmlTree::aProblemSaysWhereItIs()
 {
-    QDomDocument document;
-    QVERIFY(XmlTree::read("<a/>", document));
-    QString error;
-    QVERIFY(!XmlTree::read("<b>\n<c>", document, &error));
-    QCOMPARE(described(document), QByteArray("<a></>"));
-    QVERIFY2(error.startsWith(QStringLiteral("line 2, column ")), qPrintable(error));
+    const Result<QDomDocument> document = XmlTree::read("<b>\n<c>");
+    QVERIFY(!document);
+    const QString problem = problemText(document);
+    QVERIFY2(problem.startsWith(QStringLiteral("line 2, column ")), qPrintable(problem));
 }
 
 void tst_XmlTree::theFirstOfANameIsFoundAtAnyDepth()
 {
-    QDomDocument document;
-    QVERIFY(XmlTree::read("<a><b><c n='1'/></b><c n='2'><a n='3'/></c><b n='4'/></a>", document));
+    const Result<QDomDocument> document =
+        XmlTree::read("<a><b><c n='1'/></b><c n='2'><a n='3'/></c><b n='4'/></a>");
+    QVERIFY(document);
     const QStringList names{QStringLiteral("c"), QStringLiteral("missing"), QStringLiteral("a"),
                             QStringLiteral("b")};
-    const QVector<QDomElement> found = XmlTree::firstNamed(document.documentElement(), names);
+    const QVector<QDomElement> found = XmlTree::firstNamed(document->documentElement(), names);
     QCOMPARE(found.size(), names.size());
     QCOMPARE(found.at(0).attribute(QStringLiteral("n")), QStringLiteral("1"));
     QVERIFY(found.at(1).isNull());

@@ -3,28 +3,27 @@
 // again, and then stays the same.
 #include "config/ConfigDocument.h"
 #include "config/EditorXmlData.h"
+#include "config/Product.h"
 #include "config/XmlTree.h"
 #include "tests/fuzz/FuzzFile.h"
-
-#include <QDomDocument>
 
 namespace {
 
 bool readInto(const QByteArray &xml, EditorXmlData &settings)
 {
-    QDomDocument document;
-    if (!XmlTree::read(xml, document))
+    const Result<QDomDocument> document = XmlTree::read(xml);
+    if (!document)
         return false;
-    ConfigDocument::apply(document, settings);
+    ConfigDocument::apply(*document, settings);
     return true;
 }
 
 EditorXmlData writtenAndRead(const EditorXmlData &settings)
 {
-    const QByteArray xml =
-        ConfigDocument::toXml(ConfigDocument::fromSettings(settings, true, QStringLiteral("2026.1.0")));
+    const Result<QByteArray> xml = ConfigDocument::toXml(
+        ConfigDocument::fromSettings(settings, Product::editor(), QStringLiteral("2026.1.0")));
     EditorXmlData result;
-    if (xml.isEmpty() || !readInto(xml, result))
+    if (!xml || !readInto(*xml, result))
         std::abort();
     return result;
 }

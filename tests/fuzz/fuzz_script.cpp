@@ -8,7 +8,6 @@
 namespace {
 
 using FilePatch = bool (*)(const QString &path, QString *error);
-using LinesPatch = bool (*)(QStringList &lines, QString *error);
 
 void require(bool holds)
 {
@@ -23,11 +22,11 @@ QStringList linesOf(const QString &path)
     return scriptLines(*text);
 }
 
-void tryPatch(const FuzzFile &file, const QByteArray &script, FilePatch patchFile, LinesPatch patchLines)
+void tryPatch(const FuzzFile &file, const QByteArray &script, FilePatch patchFile, LinesEdit patchLines)
 {
     file.write(script);
     QStringList lines = linesOf(file.path());
-    const bool succeeds = patchLines(lines, nullptr);
+    const bool succeeds = bool(patchLines(lines));
     require(patchFile(file.path(), nullptr) == succeeds);
     if (!succeeds) {
         require(file.read() == script);

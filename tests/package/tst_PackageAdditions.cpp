@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/CCommon.h"
 #include "config/EditorXmlData.h"
+#include "config/Product.h"
+#include "package/ExpandedPackage.h"
 #include "resources/Resources.h"
 #include "tests/package/FakeTools.h"
 #include "tests/package/LogCapture.h"
 #include "tests/package/VendorScripts.h"
+#include "tests/support/ProblemText.h"
 #include "tests/support/TestFiles.h"
 
 #include <QTemporaryDir>
@@ -71,9 +74,7 @@ private slots:
     {
         TestFiles::write(scripts("ProfStore.xml"), "<old/>");
         LogCapture log;
-        QString error;
-        QVERIFY(!CCommon::EditorXmlAddfileToPkg(m_document, m_component, true, &error));
-        QVERIFY(error.contains(QStringLiteral("customized before")));
+        QVERIFY(problemText(addDocument()).contains(QStringLiteral("customized before")));
         QVERIFY(log.has(QStringLiteral("CCommon::EditorXmlAddfileToPkg: copy xml file fail!")));
         QCOMPARE(TestFiles::read(scripts("ProfStore.xml")), QByteArray("<old/>"));
         QCOMPARE(TestFiles::read(scripts("postinstall")), VendorScripts::postinstall());
@@ -93,9 +94,7 @@ private slots:
         const QString outside = m_folder->filePath(QStringLiteral("outside"));
         QVERIFY(QFile::rename(m_component + QStringLiteral("/Scripts"), outside));
         QVERIFY(QFile::link(outside, m_component + QStringLiteral("/Scripts")));
-        QString error;
-        QVERIFY(!CCommon::EditorXmlAddfileToPkg(m_document, m_component, true, &error));
-        QVERIFY(error.contains(QStringLiteral("is not a folder")));
+        QVERIFY(problemText(addDocument()).contains(QStringLiteral("is not a folder")));
         QVERIFY(!CCommon::SetDefaultPDF(m_component));
         QVERIFY(!addIManageEntry());
         QVERIFY(!CCommon::AddFileToPkg(m_document, m_folder->filePath(QStringLiteral("work folder")), true));
@@ -117,26 +116,20 @@ private slots:
     void aMissingPostinstallFailsEveryAddition()
     {
         QVERIFY(QFile::remove(scripts("postinstall")));
-        QString error;
-        QVERIFY(!addIManageEntry(&error));
-        QVERIFY(error.contains(QStringLiteral("postinstall")));
-        QVERIFY(!CCommon::SetDefaultPDF(m_component, &error));
-        QVERIFY(!CCommon::EditorXmlAddfileToPkg(m_document, m_component, true, &error));
+        QVERIFY(problemText(addIManageEntry()).contains(QStringLiteral("postinstall")));
+        QVERIFY(!CCommon::SetDefaultPDF(m_component));
+        QVERIFY(!CCommon::EditorXmlAddfileToPkg(m_document, m_component, true));
     }
 
     void aSedThatFailsIsMissingOrIsKilledFailsTheAddition()
     {
-        QString error;
         m_tools->add(QStringLiteral("sed"), "echo 'sed: no space' >&2; exit 4\n");
-        QVERIFY(!addIManageEntry(&error));
-        QCOMPARE(error, QStringLiteral("sed ended with exit code 4: sed: no space"));
+        QCOMPARE(problemText(addIManageEntry()), QStringLiteral("sed ended with exit code 4: sed: no space"));
         m_tools->add(QStringLiteral("sed"), "kill -9 $$\n");
-        QVERIFY(!addIManageEntry(&error));
-        QCOMPARE(error, QStringLiteral("sed was ended by a signal"));
+        QCOMPARE(problemText(addIManageEntry()), QStringLiteral("sed was ended by a signal"));
         m_tools = std::make_unique<FakeTools>();
         m_tools->hideOthers();
-        QVERIFY(!addIManageEntry(&error));
-        QCOMPARE(error, QStringLiteral("sed could not be started"));
+        QCOMPARE(problemText(addIManageEntry()), QStringLiteral("sed could not be started"));
     }
 
     void aPreferenceGoesInFrontOfTheOnesThatAreListedOncePerLine()
@@ -194,9 +187,8 @@ private slots:
     {
         TestFiles::write(scripts("duti"), "old");
         LogCapture log;
-        QString error;
-        QVERIFY(!CCommon::SetDefaultPDF(m_component, &error));
-        QCOMPARE(error, scripts("duti") + QStringLiteral(": exists already"));
+        QCOMPARE(problemText(ExpandedPackage::makeDefaultViewer(m_component)),
+                 scripts("duti") + QStringLiteral(": exists already"));
         QVERIFY(log.has(QStringLiteral("SetDefaultPDF: copy duti fail!")));
         QCOMPARE(TestFiles::read(scripts("duti")), QByteArray("old"));
         QVERIFY(TestFiles::read(scripts("postinstall")).contains("setdefaultpdf=0"));
@@ -254,9 +246,9 @@ private slots:
         QVERIFY(QFile::link(m_document, m_folder->filePath(QStringLiteral("link"))));
         QCOMPARE(::mkfifo(QFile::encodeName(m_folder->filePath(QStringLiteral("pipe"))).constData(), 0600),
                  0);
-        QString error;
-        QVERIFY(!CCommon::EditorXmlConfigfileToPkg(m_component, true, m_folder->filePath(name), &error));
-        QVERIFY(error.startsWith(m_folder->filePath(name) + QStringLiteral(": ")));
+        QVERIFY(!CCommon::EditorXmlConfigfileToPkg(m_component, true, m_folder->filePath(name)));
+        QVERIFY(problemText(addSettings(m_folder->filePath(name)))
+                    .startsWith(m_folder->filePath(name) + QStringLiteral(": ")));
         QVERIFY(!QFileInfo::exists(scripts("ProfStore.xml")));
         QCOMPARE(TestFiles::read(scripts("postinstall")), VendorScripts::postinstall());
         QCOMPARE(TestFiles::read(m_document), QByteArray("<document/>"));
@@ -266,9 +258,9 @@ private slots:
     {
         QFile script(scripts("postinstall"));
         QVERIFY(script.resize(qint64{17} * 1024 * 1024));
-        QString error;
-        QVERIFY(!CCommon::EditorXmlConfigfileToPkg(m_component, true, m_document, &error));
-        QCOMPARE(error, script.fileName() + QStringLiteral(": is too large for a script"));
+        QVERIFY(!CCommon::EditorXmlConfigfileToPkg(m_component, true, m_document));
+        QCOMPARE(problemText(addSettings(m_document)),
+                 script.fileName() + QStringLiteral(": is too large for a script"));
         QVERIFY(!QFileInfo::exists(scripts("ProfStore.xml")));
         QCOMPARE(TestFiles::read(m_document), QByteArray("<document/>"));
     }
@@ -298,9 +290,9 @@ private slots:
     {
         TestFiles::write(scripts("preinstall"), "#!/bin/sh\n");
         TestFiles::write(scripts("postinstall"), "#!/bin/sh\n");
+        const QString error = problemText(ExpandedPackage::adaptPreinstall(m_component, Product::editor()));
         LogCapture log;
-        QString error;
-        QVERIFY(!CCommon::AdaptPreInstallForIntune(m_component, true, &error));
+        QVERIFY(!CCommon::AdaptPreInstallForIntune(m_component, true));
         QVERIFY(!CCommon::AdaptPostInstallForIntune(m_component, true));
         QCOMPARE(error, QStringLiteral("anchor is not unique: [mydir=`pwd`], count=0"));
         QCOMPARE(log.lines().first(), QStringLiteral("adapt preinstall for Intune failed: ") + error);
@@ -314,10 +306,21 @@ private:
         return m_component + QStringLiteral("/Scripts/") + QString::fromLatin1(name);
     }
 
-    bool addIManageEntry(QString *error = nullptr) const
+    Result<> addDocument() const
     {
-        return CCommon::RegistryToPkg(QStringLiteral("iManage10/loginMethod"), QStringLiteral("UseOAuth2"),
-                                      QStringLiteral("1"), m_component, true, error);
+        return ExpandedPackage::addDocument(m_document, m_component, Product::editor());
+    }
+
+    Result<> addSettings(const QString &path) const
+    {
+        return ExpandedPackage::addSettings(m_component, Product::editor(), theEditorXmlData, path);
+    }
+
+    Result<> addIManageEntry() const
+    {
+        return ExpandedPackage::addPreference(
+            {QStringLiteral("iManage10/loginMethod"), QStringLiteral("UseOAuth2"), QStringLiteral("1")},
+            m_component, Product::editor());
     }
 
     std::unique_ptr<QTemporaryDir> m_folder;

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/CCommon.h"
 #include "config/EditorXmlData.h"
+#include "config/Product.h"
 #include "core/HostPaths.h"
+#include "package/FlatPackage.h"
 #include "package/PackageBuild.h"
 #include "resources/Resources.h"
 #include "tests/support/Archive.h"
@@ -18,7 +20,7 @@
 namespace {
 
 /// One product's sample installer, what is built from it, and both taken apart by another program than ours.
-struct Product
+struct Sample
 {
     bool editor;
     QString name;
@@ -71,7 +73,7 @@ private slots:
         initPctResources();
         HostPaths::putStandInsFirst();
         m_products = {makeProduct(true), makeProduct(false)};
-        for (const Product &product : std::as_const(m_products))
+        for (const Sample &product : std::as_const(m_products))
             QVERIFY2(product.report.succeeded(),
                      qPrintable(product.report.failedStep + QStringLiteral(": ") + product.report.problem));
     }
@@ -226,7 +228,7 @@ private slots:
 
     void aTruncatedPackageFailsAndLeavesTheOldOutput()
     {
-        const Product &editor = m_products.first();
+        const Sample &editor = m_products.first();
         const QByteArray bytes = TestFiles::read(editor.input);
         BuildPlan plan = planFor(editor);
         plan.inputPackage = m_folder.filePath(QStringLiteral("truncated.pkg"));
@@ -268,9 +270,8 @@ private slots:
     void expandingIntoAFolderThatExistsReportsSuccessAndChangesNothing()
     {
         const QTemporaryDir folder;
-        QString error;
-        QVERIFY(CCommon::ExpandPkg(m_products.first().input, folder.path(), &error));
-        QVERIFY(!error.isEmpty());
+        QVERIFY(CCommon::ExpandPkg(m_products.first().input, folder.path()));
+        QVERIFY(!FlatPackage::expand(m_products.first().input, folder.path()));
         QVERIFY(QDir(folder.path()).isEmpty());
     }
 
@@ -292,28 +293,28 @@ private slots:
         const QString file = m_folder.filePath(QStringLiteral("text.pkg"));
         TestFiles::write(file, "no package");
         const QTemporaryDir folder;
-        const Result<PackageInspection> inspected = inspectPackage(file, true, folder.path());
+        const Result<PackageInspection> inspected = inspectPackage(file, Product::editor(), folder.path());
         QVERIFY(!inspected);
         QVERIFY(!inspected.problem().line().isEmpty());
-        QVERIFY(!extractScripts(m_products.first().input, false, folder.path()));
+        QVERIFY(!extractScripts(m_products.first().input, Product::reader(), folder.path()));
     }
 
 private:
-    BuildPlan planFor(const Product &product) const
+    BuildPlan planFor(const Sample &product) const
     {
         BuildPlan plan;
         plan.inputPackage = product.input;
         plan.outputPackage = product.output;
         plan.documentPath = product.document;
         plan.workFolder = m_folder.filePath(product.name + QStringLiteral(" work"));
-        plan.editor = product.editor;
+        plan.product = &Product::of(product.editor);
         plan.collectSettings = [] { return PackageSettings{{}, true, true}; };
         return plan;
     }
 
-    Product makeProduct(bool editor) const
+    Sample makeProduct(bool editor) const
     {
-        Product product;
+        Sample product;
         product.editor = editor;
         product.name = editor ? QStringLiteral("Editor") : QStringLiteral("Reader");
         product.component = QStringLiteral("Pelix_PDF_%1.pkg").arg(product.name);
@@ -337,7 +338,7 @@ private:
             QTest::newRow(qPrintable(m_products.at(i).name)) << i;
     }
 
-    const Product &product() const
+    const Sample &product() const
     {
         QFETCH(int, productIndex);
         return m_products.at(productIndex);
@@ -353,7 +354,8 @@ private:
     ScriptsInspection inspect(const QString &package) const
     {
         const QTemporaryDir folder;
-        const Result<PackageInspection> inspection = inspectPackage(package, product().editor, folder.path());
+        const Result<PackageInspection> inspection =
+            inspectPackage(package, Product::of(product().editor), folder.path());
         if (!inspection)
             qFatal("cannot inspect %s: %s", qPrintable(package), qPrintable(inspection.problem().line()));
         return inspection->scripts;
@@ -371,7 +373,7 @@ private:
     }
 
     QTemporaryDir m_folder;
-    QList<Product> m_products;
+    QList<Sample> m_products;
 };
 
 QTEST_GUILESS_MAIN(tst_PackageBuild)

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/CCommon.h"
+#include "package/FlatPackage.h"
 #include "resources/Resources.h"
 #include "tests/package/FakeTools.h"
 #include "tests/package/LogCapture.h"
+#include "tests/support/ProblemText.h"
 #include "tests/support/TestFiles.h"
 
 #include <QTemporaryDir>
@@ -129,9 +131,7 @@ private slots:
         m_tools->add(QStringLiteral("pkgutil"), "exit 0\n");
         const QString target = m_folder->filePath(QStringLiteral("%2 work folder"));
         LogCapture log;
-        QString error = QStringLiteral("before");
-        QVERIFY(CCommon::ExpandPkg(m_package, target, &error));
-        QCOMPARE(error, QString());
+        QCOMPARE(problemText(FlatPackage::expand(m_package, target)), QString());
         QCOMPARE(m_tools->calls(QStringLiteral("pkgutil")),
                  QList<QStringList>({{QStringLiteral("--expand"), m_package, target}}));
         QCOMPARE(log.lines(), QStringList({QStringLiteral("ExpandPkg qscmd:pkgutil --expand \"") + m_package +
@@ -142,32 +142,30 @@ private slots:
     void expandingIntoAFolderThatExistsReportsSuccessAlthoughTheToolRefuses()
     {
         m_tools->add(QStringLiteral("pkgutil"), "[ ! -e \"$3\" ] || { echo 'File exists' >&2; exit 1; }\n");
-        QString error;
-        QVERIFY(CCommon::ExpandPkg(m_package, m_folder->path(), &error));
-        QCOMPARE(error, QStringLiteral("pkgutil ended with exit code 1: File exists"));
+        QCOMPARE(problemText(FlatPackage::expand(m_package, m_folder->path())),
+                 QStringLiteral("pkgutil ended with exit code 1: File exists"));
         QVERIFY(CCommon::ExpandPkg(m_package, m_folder->path()));
     }
 
     void aPathWithAQuoteIsNotGivenToTheTool()
     {
         m_tools->add(QStringLiteral("pkgutil"), "exit 0\n");
-        QString error;
-        QVERIFY(CCommon::ExpandPkg(QStringLiteral("/tmp/a\" \"b.pkg"), m_folder->path(), &error));
-        QVERIFY(!error.isEmpty());
-        QVERIFY(!CCommon::FlattenUnPkg(m_folder->path(), QStringLiteral("/tmp/a\"b.pkg"), &error));
+        QVERIFY(CCommon::ExpandPkg(QStringLiteral("/tmp/a\" \"b.pkg"), m_folder->path()));
+        QVERIFY(!problemText(FlatPackage::expand(QStringLiteral("/tmp/a\" \"b.pkg"), m_folder->path()))
+                     .isEmpty());
+        QVERIFY(!CCommon::FlattenUnPkg(m_folder->path(), QStringLiteral("/tmp/a\"b.pkg")));
         QVERIFY(m_tools->calls(QStringLiteral("pkgutil")).isEmpty());
     }
 
     void aToolThatIsMissingOrKilledIsTheCauseOfTheFailure()
     {
         m_tools->add(QStringLiteral("pkgutil"), "kill -9 $$\n");
-        QString error;
-        QVERIFY(!CCommon::FlattenUnPkg(m_folder->path(), m_package, &error));
-        QCOMPARE(error, QStringLiteral("pkgutil was ended by a signal"));
+        QCOMPARE(problemText(FlatPackage::flatten(m_folder->path(), m_package)),
+                 QStringLiteral("pkgutil was ended by a signal"));
         m_tools = std::make_unique<FakeTools>();
         m_tools->hideOthers();
-        QVERIFY(!CCommon::FlattenUnPkg(m_folder->path(), m_package, &error));
-        QCOMPARE(error, QStringLiteral("pkgutil could not be started"));
+        QCOMPARE(problemText(FlatPackage::flatten(m_folder->path(), m_package)),
+                 QStringLiteral("pkgutil could not be started"));
         QVERIFY(CCommon::ExpandPkg(m_package, m_folder->path()));
     }
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "config/Product.h"
 #include "package/PackageInspection.h"
 #include "tests/package/FakeTools.h"
 #include "tests/package/VendorScripts.h"
@@ -212,7 +213,8 @@ private slots:
         const Result<bool> found = isSigned(at("a.pkg"), m_folder->path());
         QVERIFY(!found);
         QVERIFY(!found.problem().line().isEmpty());
-        const Result<PackageInspection> inspected = inspectPackage(at("a.pkg"), true, m_folder->path());
+        const Result<PackageInspection> inspected =
+            inspectPackage(at("a.pkg"), Product::editor(), m_folder->path());
         QVERIFY(!inspected);
         QVERIFY(!inspected.problem().line().isEmpty());
     }
@@ -221,7 +223,7 @@ private slots:
     {
         addUnpackingTools();
         const QTemporaryDir into;
-        const Result<QString> scripts = extractScripts(at("a.pkg"), false, into.path());
+        const Result<QString> scripts = extractScripts(at("a.pkg"), Product::reader(), into.path());
         QVERIFY(scripts);
         QCOMPARE(*scripts, into.filePath(QStringLiteral("Scripts")));
         const QString member = QStringLiteral("Pelix_PDF_Reader.pkg/Scripts");
@@ -238,7 +240,8 @@ private slots:
     {
         addUnpackingTools();
         const QTemporaryDir folder;
-        const Result<PackageInspection> package = inspectPackage(at("a.pkg"), true, folder.path());
+        const Result<PackageInspection> package =
+            inspectPackage(at("a.pkg"), Product::editor(), folder.path());
         QVERIFY(package);
         QVERIFY(package->signedByVendor);
         QCOMPARE(package->scripts.version, QStringLiteral("13.1.2"));
@@ -269,7 +272,7 @@ private slots:
         m_tools->add(QStringLiteral("xar"), xar);
         m_tools->add(QStringLiteral("ditto"), ditto);
         const QTemporaryDir into;
-        const Result<QString> scripts = extractScripts(at("a.pkg"), true, into.path());
+        const Result<QString> scripts = extractScripts(at("a.pkg"), Product::editor(), into.path());
         QVERIFY(!scripts);
         QVERIFY(!scripts.problem().line().isEmpty());
     }

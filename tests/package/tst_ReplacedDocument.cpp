@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "package/ReplacedDocument.h"
 #include "tests/package/BuildFixture.h"
+#include "tests/support/ProblemText.h"
 #include "tests/support/TestFiles.h"
 
 #include <QtTest>
@@ -23,15 +24,16 @@ private slots:
     {
         TestFiles::write(m_document, "old");
         {
-            const ReplacedDocument replaced(m_document);
-            QCOMPARE(replaced.problem(), QString());
+            ReplacedDocument replaced;
+            QCOMPARE(problemText(replaced.layAside(m_document)), QString());
             QCOMPARE(entriesOf("out").size(), 2);
             QVERIFY(QFile::remove(m_document));
             TestFiles::write(m_document, "new");
         }
         QCOMPARE(TestFiles::read(m_document), QByteArray("old"));
         {
-            ReplacedDocument replaced(m_document);
+            ReplacedDocument replaced;
+            QVERIFY(replaced.layAside(m_document));
             QVERIFY(QFile::remove(m_document));
             TestFiles::write(m_document, "new");
             replaced.forget();
@@ -43,8 +45,8 @@ private slots:
     void withoutAnOldDocumentTheNewOneStays()
     {
         {
-            const ReplacedDocument replaced(m_document);
-            QCOMPARE(replaced.problem(), QString());
+            ReplacedDocument replaced;
+            QCOMPARE(problemText(replaced.layAside(m_document)), QString());
             QCOMPARE(entriesOf("out"), QStringList());
             TestFiles::write(m_document, "new");
         }

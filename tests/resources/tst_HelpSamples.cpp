@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/ConfigDocument.h"
+#include "config/Product.h"
 #include "config/ProductSettings.h"
 #include "config/SettingItems.h"
 #include "profile/ConfigGenerator.h"
@@ -106,13 +107,13 @@ struct Written
 
     QDomDocument document() const
     {
-        return ConfigDocument::fromSettings(settingsForProduct(settings, true), true,
-                                            QStringLiteral("13.1.2"));
+        return ConfigDocument::fromSettings(settingsForProduct(settings, Product::editor()),
+                                            Product::editor(), QStringLiteral("13.1.2"));
     }
 
     QDomDocument profile() const
     {
-        const EditorXmlData data = settingsForProduct(settings, true);
+        const EditorXmlData data = settingsForProduct(settings, Product::editor());
         return parsed(ConfigGenerator::generate(&data, true));
     }
 };

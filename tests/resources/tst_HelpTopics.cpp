@@ -25,7 +25,7 @@ using Window = DlgCustomizationTool_v2;
 std::unique_ptr<Window> windowWithPages(bool editor)
 {
     auto window = std::make_unique<Window>(editor, PCW_CONFIG_PACKAGE);
-    registerPages(*window, editor);
+    registerPages(*window);
     window->InitTabWidgets();
     window->EnableButtons(true);
     return window;

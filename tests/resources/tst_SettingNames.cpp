@@ -125,7 +125,7 @@ private slots:
     void controlsBearTheTitlesAndOfferTheChoices()
     {
         Window window(true, PCW_CONFIG_PACKAGE);
-        registerPages(window, true);
+        registerPages(window);
         window.InitTabWidgets();
         for (const Setting &setting : settings()) {
             if (setting.control.turn == 0)

@@ -15,7 +15,7 @@ WindowTour::WindowTour(Choice choice)
     m_packages.useAsInstaller();
     theEditorXmlData = sampleSettings(choice.editor);
     m_window = std::make_unique<DlgCustomizationTool_v2>(choice.editor, choice.type);
-    registerPages(*m_window, choice.editor);
+    registerPages(*m_window);
     // A caret that blinks would make two pictures of the same thing differ.
     QApplication::setCursorFlashTime(0);
 }
