@@ -31,7 +31,7 @@ void collectBy(Setting::Take<Value> take, const Setting::Control &control, Windo
                EditorXmlData &record)
 {
     bool found = false;
-    const Value value = valueOf<Value>(window, control.name, &found);
+    const auto value = valueOf<Value>(window, control.name, &found);
     if (found || !control.isOptional)
         take(record, value);
 }
@@ -70,7 +70,7 @@ Value DlgCustomizationTool_v2::lookUp(const QString &objectName, bool *found, co
         const QVariant property = handler->GetProperty(objectName);
         if (!property.canConvert<Value>())
             continue;
-        const Value value = property.value<Value>();
+        const auto value = property.value<Value>();
         const bool accepted = !isAcceptable || isAcceptable(value);
         if (!accepted)
             handler->OnError(objectName);

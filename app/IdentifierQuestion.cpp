@@ -32,7 +32,7 @@ IdentifierQuestion::IdentifierQuestion(QWidget *parent)
 
 void IdentifierQuestion::closeEvent(QCloseEvent *event)
 {
-    QDialog::closeEvent(event);
+    QDialog::closeEvent(event); // NOLINT(bugprone-parent-virtual-call)
 }
 
 void IdentifierQuestion::keyPressEvent(QKeyEvent *event)

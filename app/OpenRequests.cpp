@@ -16,7 +16,7 @@ QString firstFile(const QStringList &arguments)
 {
     const auto isFile = [](const QString &argument) { return !argument.startsWith(QLatin1Char('-')); };
     const auto file =
-        std::find_if(arguments.begin() + std::min<int>(1, arguments.size()), arguments.end(), isFile);
+        std::find_if(arguments.begin() + (arguments.isEmpty() ? 0 : 1), arguments.end(), isFile);
     return file == arguments.end() || file->isEmpty() ? QString() : QFileInfo(*file).absoluteFilePath();
 }
 

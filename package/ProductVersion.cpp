@@ -11,11 +11,11 @@ namespace {
 /// The rest of the line behind the key, without quotes.
 std::optional<QString> valueOf(const QString &key, const QString &text)
 {
-    const int position = text.indexOf(key);
+    const auto position = text.indexOf(key);
     if (position <= 0)
         return {};
-    const int start = position + key.size();
-    const int end = text.indexOf(QLatin1Char('\n'), position);
+    const auto start = position + key.size();
+    const auto end = text.indexOf(QLatin1Char('\n'), position);
     return text.mid(start, end < 0 ? -1 : end - start).remove(QLatin1Char('"'));
 }
 
@@ -23,7 +23,7 @@ std::optional<QString> valueOf(const QString &key, const QString &text)
 /// "13.0.1", and all of "2024.1.0".
 QString shortened(const QString &version)
 {
-    const int point = version.indexOf(QLatin1Char('.'));
+    const auto point = version.indexOf(QLatin1Char('.'));
     return point > 0 ? version.left(2 * point) : version;
 }
 

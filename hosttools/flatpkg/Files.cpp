@@ -56,7 +56,7 @@ int FileDescriptor::release()
 
 QByteArray withoutTrailingSlashes(const QByteArray &path)
 {
-    int length = path.size();
+    auto length = path.size();
     while (length > 1 && path.at(length - 1) == '/')
         --length;
     return path.left(length);
@@ -64,7 +64,7 @@ QByteArray withoutTrailingSlashes(const QByteArray &path)
 
 QByteArray folderOf(const QByteArray &path)
 {
-    const int slash = withoutTrailingSlashes(path).lastIndexOf('/');
+    const auto slash = withoutTrailingSlashes(path).lastIndexOf('/');
     if (slash < 0)
         return QByteArrayLiteral(".");
     return slash == 0 ? QByteArrayLiteral("/") : path.left(slash);

@@ -41,8 +41,9 @@ private:
     /// Moves behind the next occurrence of the text, or to the end.
     void skipPast(const char *text)
     {
-        const int found = m_text.indexOf(QLatin1String(text), m_position);
-        m_position = found < 0 ? m_text.size() : found + static_cast<int>(qstrlen(text));
+        const QLatin1String wanted(text);
+        const auto found = m_text.indexOf(wanted, m_position);
+        m_position = static_cast<int>(found < 0 ? m_text.size() : found + wanted.size());
     }
 
     void skipSpaceAndComments();

@@ -86,8 +86,8 @@ void XarReader::readHeader()
         refuseForeign();
     readExactly(m_file.get(), header, shortestHeader, 0);
     m_tocOffset = qFromBigEndian<quint16>(header + 4);
-    const quint64 compressed = qFromBigEndian<quint64>(header + 8);
-    const quint64 plain = qFromBigEndian<quint64>(header + 16);
+    const auto compressed = qFromBigEndian<quint64>(header + 8);
+    const auto plain = qFromBigEndian<quint64>(header + 16);
     const bool known = qFromBigEndian<quint16>(header + 6) <= 1;
     if (qstrncmp(header, "xar!", 4) != 0 || !known || m_tocOffset < shortestHeader ||
         m_tocOffset > longestHeader)

@@ -16,7 +16,7 @@ QByteArray declaredName(const QByteArray &document)
     if (!document.startsWith("<?xml"))
         return {};
     const QByteArray declaration = document.left(document.left(256).indexOf("?>"));
-    const int key = declaration.indexOf("encoding");
+    const auto key = declaration.indexOf("encoding");
     const QByteArray value = key < 0 ? QByteArray() : declaration.mid(key + 8).simplified().replace(" ", "");
     const char quote = value.size() > 1 ? value.at(1) : '\0';
     return value.mid(2, value.indexOf(quote, 2) - 2).toLower();

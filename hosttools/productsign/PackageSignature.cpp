@@ -123,7 +123,7 @@ QByteArray PackageSignature::cms(const QByteArray &digest) const
 {
     constexpr unsigned flags = CMS_BINARY | CMS_PARTIAL | CMS_DETACHED | CMS_NOSMIMECAP;
     const CmsMessage message(CMS_sign(nullptr, nullptr, nullptr, nullptr, flags));
-    const Bio content(BIO_new_mem_buf(digest.constData(), digest.size()));
+    const Bio content(BIO_new_mem_buf(digest.constData(), static_cast<int>(digest.size())));
     const Bio bytes(BIO_new(BIO_s_mem()));
     if (!message || !CMS_add1_signer(message.get(), m_identity.certificate.get(), m_identity.key.get(),
                                      EVP_sha1(), flags))

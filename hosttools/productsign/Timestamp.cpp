@@ -139,7 +139,7 @@ QByteArray tokenFor(const QByteArray &bytes, const QByteArray &service)
 {
     const Request request = requestFor(bytes);
     const QByteArray answer = answerTo(encoded(request.get()), service);
-    const Bio reader(BIO_new_mem_buf(answer.constData(), answer.size()));
+    const Bio reader(BIO_new_mem_buf(answer.constData(), static_cast<int>(answer.size())));
     const Response response(d2i_TS_RESP_bio(reader.get(), nullptr));
     if (!response)
         refuse("has answered what is no timestamp");

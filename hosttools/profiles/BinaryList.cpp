@@ -48,7 +48,7 @@ bool BinaryList::isOne(const QByteArray &bytes)
 QByteArray BinaryList::withSoundTables(const QByteArray &bytes)
 {
     require(bytes.size() > headerSize + trailerSize);
-    const quint64 trailer = quint64(bytes.size() - trailerSize);
+    const auto trailer = quint64(bytes.size() - trailerSize);
     const int offsetWidth = int(numberAt(bytes, trailer + 6, 1));
     const int referenceWidth = int(numberAt(bytes, trailer + 7, 1));
     const quint64 objects = numberAt(bytes, trailer + 8, 8);

@@ -48,7 +48,7 @@ QString withoutEscapes(const QString &text)
 {
     const QRegularExpression escape = form("\\\\([0-7]{1,3}|U[0-9A-Fa-f]{0,4}|.)");
     QString result;
-    int end = 0;
+    decltype(text.size()) end = 0;
     for (auto found = escape.globalMatch(text); found.hasNext();) {
         const QRegularExpressionMatch match = found.next();
         result += text.mid(end, match.capturedStart() - end) + meaning(match.captured(1));
@@ -147,11 +147,11 @@ private:
     {
         static const QByteArray space(
             "(?:[ \\t-\\r\\x{2028}\\x{2029}]|//[^\\n\\r\\x{2028}\\x{2029}]*+|/\\*.*?(?:\\*/|\\z))*+");
-        m_at = matchAt(space, m_text, m_at).capturedEnd();
+        m_at = static_cast<int>(matchAt(space, m_text, m_at).capturedEnd());
         const QRegularExpressionMatch match = matchAt(pattern, m_text, m_at);
         if (!match.hasMatch())
             return false;
-        m_at = match.capturedEnd();
+        m_at = static_cast<int>(match.capturedEnd());
         if (text)
             *text = match.captured(1);
         return true;

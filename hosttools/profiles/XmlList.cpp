@@ -87,7 +87,7 @@ bool hasForm(const QByteArray &text, const QByteArray &pattern)
 bool isDate(const QByteArray &text)
 {
     const QByteArray unsignedText = text.startsWith('-') ? text.mid(1) : text;
-    const int year = unsignedText.indexOf('-');
+    const auto year = unsignedText.indexOf('-');
     const QByteArray digits = unsignedText.left(year);
     return year > 0 && std::all_of(digits.begin(), digits.end(), isDigit) &&
            hasForm(unsignedText.mid(year), "-00-00T00:00:00Z");

@@ -47,7 +47,7 @@ void replace(const QByteArray &path, const QByteArray &bytes)
 
 void print(const QByteArray &bytes)
 {
-    const size_t size = static_cast<size_t>(bytes.size());
+    const auto size = static_cast<size_t>(bytes.size());
     if (std::fwrite(bytes.constData(), 1, size, stdout) != size)
         throw systemError("standard output");
 }

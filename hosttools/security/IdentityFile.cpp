@@ -31,7 +31,7 @@ int passwordFromEnvironment(char *buffer, int size, int, void *asked)
     if (password.size() > size)
         return -1;
     std::memcpy(buffer, password.constData(), static_cast<size_t>(password.size()));
-    return password.size();
+    return static_cast<int>(password.size());
 }
 
 FileDescriptor openIdentity(const QByteArray &path)

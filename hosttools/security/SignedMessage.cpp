@@ -23,7 +23,7 @@ using Verification = std::unique_ptr<X509_STORE_CTX, Deleter<X509_STORE_CTX_free
 
 Bio readerOf(const QByteArray &bytes)
 {
-    return Bio(BIO_new_mem_buf(bytes.constData(), bytes.size()));
+    return Bio(BIO_new_mem_buf(bytes.constData(), static_cast<int>(bytes.size())));
 }
 
 CmsMessage parsed(const QByteArray &message)

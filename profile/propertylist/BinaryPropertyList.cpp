@@ -39,7 +39,7 @@ public:
     /// The sizes have to add up to those of the file, and each size to be wide enough for what it counts.
     bool read()
     {
-        const quint64 size = static_cast<quint64>(m_bytes.size());
+        const auto size = static_cast<quint64>(m_bytes.size());
         if (size < headerSize + 1 + trailerSize)
             return false;
         const quint64 trailer = size - trailerSize;
@@ -300,7 +300,7 @@ private:
     /// Foundation has no date that is no number, and GNUstep's ends the program over one.
     bool readDate(const Object &object, Scalar &value) const
     {
-        const double seconds = numberAt<double, quint64>(object.start);
+        const auto seconds = numberAt<double, quint64>(object.start);
         if (std::isnan(seconds))
             return false;
         value = PropertyList::Date{seconds + secondsFrom1970To2001};

@@ -8,7 +8,7 @@ namespace {
 QByteArray withoutLead(const QByteArray &bytes)
 {
     const QByteArray byteOrderMark("\xef\xbb\xbf");
-    int start = bytes.startsWith(byteOrderMark) ? byteOrderMark.size() : 0;
+    auto start = bytes.startsWith(byteOrderMark) ? byteOrderMark.size() : 0;
     while (start < bytes.size() && QByteArray(" \t\r\n").contains(bytes.at(start)))
         ++start;
     return bytes.mid(start);
