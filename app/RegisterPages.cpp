@@ -3,10 +3,10 @@
 
 #include "app/DlgCustomizationTool_v2.h"
 #include "config/Product.h"
-#include "pages/installoption/CHandler_InstallOption.h"
-#include "pages/plugins/CHandler_Plugins.h"
-#include "pages/preferences/CHandler_Preference.h"
-#include "pages/ribbonset/CHandler_RibbonSet.h"
+#include "pages/installoption/tab_installoption.h"
+#include "pages/plugins/tab_plugins.h"
+#include "pages/preferences/tab_preference.h"
+#include "pages/ribbonset/tab_ribbonset.h"
 
 void registerPages(DlgCustomizationTool_v2 &window)
 {

@@ -32,3 +32,21 @@ public:
     /// Anchor of the sub-page inside the parent page's help page; empty for none.
     virtual QString GetInfoAnchorId() = 0;
 };
+
+/// A sub-page of the Preferences page.
+class IPreferenceHandler : public ISubPageHandler
+{
+public:
+    /// Invalid: the parent page finds plain controls by itself, because the sub-page lies inside it.
+    QVariant GetProperty(const QString &objectName) override;
+};
+
+/// A sub-page of the Ribbon Set page.
+class IRibbonSetHandler : public ISubPageHandler
+{
+public:
+    /// Value of the sub-page's control with that object name; invalid when there is none.
+    QVariant GetProperty(const QString &objectName) override;
+    /// Writes the sub-page's state into the record before it is saved.
+    virtual void OnBeforeSave() = 0;
+};

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "pages/CTabWidget.h"
+#include "pages/PageHandler.h"
+
+#include <QCoreApplication>
 
 #include <memory>
 
@@ -9,6 +11,7 @@ namespace Ui {
 class tab_installoption;
 }
 
+/// What the installer does on the target machine.
 class tab_installoption : public CTabWidget
 {
     Q_OBJECT
@@ -19,4 +22,13 @@ public:
 
 private:
     const std::unique_ptr<Ui::tab_installoption> m_ui;
+};
+
+/// The Installation Options page. Packages only.
+class CHandler_InstallOption : public MainPageHandler<tab_installoption>
+{
+    Q_DECLARE_TR_FUNCTIONS(CHandler_InstallOption)
+
+public:
+    explicit CHandler_InstallOption(bool editor);
 };

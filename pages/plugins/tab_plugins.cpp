@@ -2,6 +2,7 @@
 #include "pages/plugins/tab_plugins.h"
 
 #include "config/CCommon.h"
+#include "config/EditorXmlData.h"
 #include "pages/PXCheckBox.h"
 #include "ui_tab_plugins.h"
 
@@ -92,4 +93,24 @@ void tab_plugins::appendRow(const _EditorXmlPuginData_ &plugin)
 PXCheckBox *tab_plugins::checkBoxOf(QListWidgetItem *row) const
 {
     return qobject_cast<PXCheckBox *>(m_ui->listWidget_pluginList->itemWidget(row));
+}
+
+CHandler_Plugins::CHandler_Plugins(bool editor)
+    : MainPageHandler(editor,
+                      {5, tr("Plugins"), QStringLiteral("Plugins.html"), PageFacts::Products::Both,
+                       QStringLiteral("Plugins"), tr("Allow you to configure settings regarding plugins."),
+                       QStringLiteral(":/img/plugins.png")})
+{
+}
+
+QVariant CHandler_Plugins::GetProperty(const QString &objectName)
+{
+    if (page() && objectName == QLatin1String("listWidget_pluginList"))
+        return page()->EditorXmlGetPluginList();
+    return ICutsomizationHandler::GetProperty(objectName);
+}
+
+void CHandler_Plugins::fillPage(tab_plugins &page, const EditorXmlData &data)
+{
+    page.markPlugins(data.strUnloadPluginArray.split(QLatin1Char(';'), Qt::SkipEmptyParts));
 }

@@ -2,8 +2,9 @@
 #pragma once
 
 #include "config/DefaultPlugins.h"
-#include "pages/CTabWidget.h"
+#include "pages/PageHandler.h"
 
+#include <QCoreApplication>
 #include <QList>
 
 #include <memory>
@@ -14,6 +15,7 @@ class tab_plugins;
 class PXCheckBox;
 class QListWidgetItem;
 
+/// The product's plug-ins, each with a box to mark it.
 class tab_plugins : public CTabWidget
 {
     Q_OBJECT
@@ -42,4 +44,19 @@ private:
 
     const std::unique_ptr<Ui::tab_plugins> m_ui;
     QList<_EditorXmlPuginData_> m_plugins;
+};
+
+/// The Plugins page: which of the product's plug-ins are not to be loaded.
+class CHandler_Plugins : public MainPageHandler<tab_plugins>
+{
+    Q_DECLARE_TR_FUNCTIONS(CHandler_Plugins)
+
+public:
+    explicit CHandler_Plugins(bool editor);
+
+    /// For "listWidget_pluginList" the marked plug-ins as EditorXmlGetPluginList gives them.
+    QVariant GetProperty(const QString &objectName) override;
+
+protected:
+    void fillPage(tab_plugins &page, const EditorXmlData &data) override;
 };

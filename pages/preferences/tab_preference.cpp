@@ -1,7 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "pages/preferences/tab_preference.h"
 
-#include "pages/IPreferenceHandler.h"
+#include "pages/preferences/advertisement/tab_prefer_advertisement.h"
+#include "pages/preferences/imanage/tab_prefer_imanage.h"
+#include "pages/preferences/logindomain/tab_prefer_login_domain.h"
+#include "pages/preferences/mip/tab_prefer_AIP.h"
+#include "pages/preferences/myapps/tab_prefer_myapps.h"
+#include "pages/preferences/security/tab_prefer_security.h"
+#include "pages/preferences/startpage/tab_prefer_startpage.h"
 #include "ui_tab_preference.h"
 
 #include <QEvent>
@@ -44,7 +50,7 @@ QWidget *ancestorNamed(const QWidget &widget, QLatin1String name)
 tab_preference::tab_preference(bool editor, QWidget *parent)
     : CTabWidget(parent)
     , m_ui(std::make_unique<Ui::tab_preference>())
-    , m_editor(editor)
+    , m_subPages(editor, maxSubPages)
     , m_titles(new QStringListModel(this))
     , m_stack(new QStackedLayout)
 {
@@ -61,23 +67,12 @@ tab_preference::tab_preference(bool editor, QWidget *parent)
 
 tab_preference::~tab_preference() = default;
 
-bool tab_preference::isWanted(IPreferenceHandler &handler) const
-{
-    const int id = handler.GetTabId();
-    if (handler.IsOnlyForEditor() && !m_editor)
-        return false;
-    return id >= 0 && id < maxSubPages && m_handlers.count(id) == 0;
-}
-
 bool tab_preference::Register(const std::shared_ptr<IPreferenceHandler> &handler)
 {
-    if (!handler || !isWanted(*handler))
-        return false;
-    QWidget *subPage = handler->GetWidget(true);
+    QWidget *subPage = m_subPages.add(handler);
     if (!subPage)
         return false;
     m_stack->addWidget(subPage);
-    m_handlers.emplace(handler->GetTabId(), handler);
     appendRow(handler->GetTabTitle());
     return true;
 }
@@ -107,7 +102,7 @@ void tab_preference::showRow(int row)
 
 std::shared_ptr<IPreferenceHandler> tab_preference::GetCurrentHandler() const
 {
-    for (const auto &entry : m_handlers) {
+    for (const auto &entry : m_subPages) {
         QWidget *subPage = entry.second->GetWidget(false);
         if (subPage && subPage == m_stack->currentWidget())
             return entry.second;
@@ -117,13 +112,12 @@ std::shared_ptr<IPreferenceHandler> tab_preference::GetCurrentHandler() const
 
 void tab_preference::ImportProperty(const EditorXmlData &record)
 {
-    for (const auto &entry : m_handlers)
-        entry.second->ImportProperty(entry.second->GetWidget(false), &record);
+    m_subPages.ImportProperty(record);
 }
 
 QVariant tab_preference::GetProperty(const QString &objectName) const
 {
-    for (const auto &entry : m_handlers) {
+    for (const auto &entry : m_subPages) {
         const QVariant value = entry.second->GetProperty(objectName);
         if (value.isValid())
             return value;
@@ -150,4 +144,47 @@ void tab_preference::followInMainWindow()
         return;
     connect(this, QMetaMethod::fromSignal(&tab_preference::sig_reloadinformation), window,
             window->metaObject()->method(slot), Qt::UniqueConnection);
+}
+
+CHandler_Preference::CHandler_Preference(bool editor)
+    : MainPageHandler(editor,
+                      {3, tr("Preferences"), QStringLiteral("Preferences.html"), PageFacts::Products::Both,
+                       QStringLiteral("Preferences"), tr("Allow you to customize some basic settings."),
+                       QStringLiteral(":/img/preference.png")})
+{
+}
+
+QVariant CHandler_Preference::GetProperty(const QString &objectName)
+{
+    const QVariant value = MainPageHandler::GetProperty(objectName);
+    if (value.isValid() || !page())
+        return value;
+    return page()->GetProperty(objectName);
+}
+
+QString CHandler_Preference::GetInfoName()
+{
+    const std::shared_ptr<IPreferenceHandler> current = page() ? page()->GetCurrentHandler() : nullptr;
+    const QString anchor = current ? current->GetInfoAnchorId() : QString();
+    if (anchor.isEmpty())
+        return MainPageHandler::GetInfoName();
+    return encodedHelpPage(QStringLiteral("%1#%2").arg(facts().help, anchor));
+}
+
+tab_preference *CHandler_Preference::makePage() const
+{
+    auto *made = new tab_preference(isEditor(), nullptr);
+    made->Register(std::make_shared<CHandler_Prefer_Advertisement>(isEditor()));
+    made->Register(std::make_shared<CHandler_Prefer_AIP>(isEditor()));
+    made->Register(std::make_shared<CHandler_Prefer_LoginDomain>(isEditor()));
+    made->Register(std::make_shared<CHandler_Prefer_IManage>(isEditor()));
+    made->Register(std::make_shared<CHandler_Prefer_MyApps>(isEditor()));
+    made->Register(std::make_shared<CHandler_Prefer_Security>(isEditor()));
+    made->Register(std::make_shared<CHandler_Prefer_StartPage>(isEditor()));
+    return made;
+}
+
+void CHandler_Preference::fillPage(tab_preference &page, const EditorXmlData &data)
+{
+    page.ImportProperty(data);
 }

@@ -1,20 +1,20 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "pages/CTabWidget.h"
+#include "pages/PageHandler.h"
+#include "pages/SubPages.h"
 
-#include <map>
+#include <QCoreApplication>
+
 #include <memory>
 
 namespace Ui {
 class tab_preference;
 }
-class IPreferenceHandler;
 class QItemSelection;
 class QModelIndex;
 class QStackedLayout;
 class QStringListModel;
-struct EditorXmlData;
 
 /// Settings by subject: a list of sub-pages on the left and the chosen one beside it.
 class tab_preference : public CTabWidget
@@ -48,16 +48,32 @@ signals:
     void sig_reloadinformation();
 
 private:
-    bool isWanted(IPreferenceHandler &handler) const;
     void appendRow(const QString &title);
     void showSelected(const QItemSelection &selected);
     void showRow(int row);
     void followInMainWindow();
 
     const std::unique_ptr<Ui::tab_preference> m_ui;
-    const bool m_editor;
+    SubPages<IPreferenceHandler> m_subPages;
     QStringListModel *const m_titles;
     /// The sub-pages in the order of the list's rows.
     QStackedLayout *const m_stack;
-    std::map<int, std::shared_ptr<IPreferenceHandler>> m_handlers;
+};
+
+/// The Preferences page: how the product behaves, in one sub-page for each subject.
+class CHandler_Preference : public MainPageHandler<tab_preference>
+{
+    Q_DECLARE_TR_FUNCTIONS(CHandler_Preference)
+
+public:
+    explicit CHandler_Preference(bool editor);
+
+    /// Looks through the page's controls first, then asks the sub-pages in the order of their ids.
+    QVariant GetProperty(const QString &objectName) override;
+    /// The page's help, at the anchor of the sub-page that is shown if that has one.
+    QString GetInfoName() override;
+
+protected:
+    tab_preference *makePage() const override;
+    void fillPage(tab_preference &page, const EditorXmlData &data) override;
 };

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "pages/ribbonset/tab_ribbonset.h"
 
-#include "pages/IRibbonSetHandler.h"
+#include "pages/ribbonset/tab_ribbonset_ribcate.h"
+#include "pages/ribbonset/tab_ribbonset_tabelem.h"
 #include "ui_tab_ribbonset.h"
 
 #include <QButtonGroup>
@@ -19,7 +20,7 @@ constexpr int subPageCount = 2;
 tab_ribbonset::tab_ribbonset(bool editor, QWidget *parent)
     : CTabWidget(parent)
     , m_ui(std::make_unique<Ui::tab_ribbonset>())
-    , m_editor(editor)
+    , m_subPages(editor, subPageCount)
     , m_tabButtons(new QButtonGroup(this))
     , m_stack(new QStackedLayout)
 {
@@ -30,25 +31,14 @@ tab_ribbonset::tab_ribbonset(bool editor, QWidget *parent)
 
 tab_ribbonset::~tab_ribbonset() = default;
 
-bool tab_ribbonset::isWanted(IRibbonSetHandler &handler) const
-{
-    const int id = handler.GetTabId();
-    if (handler.IsOnlyForEditor() && !m_editor)
-        return false;
-    return id >= 0 && id < subPageCount && m_handlers.count(id) == 0;
-}
-
 bool tab_ribbonset::Register(const std::shared_ptr<IRibbonSetHandler> &handler)
 {
-    if (!handler || !isWanted(*handler))
-        return false;
-    QWidget *subPage = handler->GetWidget(true);
+    QWidget *subPage = m_subPages.add(handler);
     if (!subPage)
         return false;
     // Made before the sub-page comes in, the button is reached before it with Tab.
     QToolButton *button = CreateTabButton(handler);
     m_stack->addWidget(subPage);
-    m_handlers.emplace(handler->GetTabId(), handler);
     if (!m_tabButtons->checkedButton())
         button->setChecked(true);
     return true;
@@ -78,18 +68,42 @@ void tab_ribbonset::RefreshStackLayoutWidget()
 
 std::shared_ptr<IRibbonSetHandler> tab_ribbonset::GetCurrentHandler() const
 {
-    const auto entry = m_handlers.find(m_tabButtons->checkedId());
-    return entry == m_handlers.end() ? nullptr : entry->second;
+    return m_subPages.withId(m_tabButtons->checkedId());
 }
 
 void tab_ribbonset::ImportProperty(const EditorXmlData &record)
 {
-    for (const auto &entry : m_handlers)
-        entry.second->ImportProperty(entry.second->GetWidget(false), &record);
+    m_subPages.ImportProperty(record);
 }
 
 void tab_ribbonset::OnBeforeSave()
 {
-    for (const auto &entry : m_handlers)
+    for (const auto &entry : m_subPages)
         entry.second->OnBeforeSave();
+}
+
+CHandler_RibbonSet::CHandler_RibbonSet(bool editor)
+    : MainPageHandler(
+          editor, {4, tr("Ribbon Set"), QString(), PageFacts::Products::Both, QStringLiteral("Ribbon Set"),
+                   tr("Allow you to hide features from the Ribbon."), QStringLiteral(":/img/ribbon-set.png")})
+{
+}
+
+void CHandler_RibbonSet::OnBeforeSave()
+{
+    if (page())
+        page()->OnBeforeSave();
+}
+
+tab_ribbonset *CHandler_RibbonSet::makePage() const
+{
+    auto *made = new tab_ribbonset(isEditor(), nullptr);
+    made->Register(std::make_shared<CHandler_RibbonSet_RibCate>(isEditor()));
+    made->Register(std::make_shared<CHandler_RibbonSet_TabElem>(isEditor()));
+    return made;
+}
+
+void CHandler_RibbonSet::fillPage(tab_ribbonset &page, const EditorXmlData &data)
+{
+    page.ImportProperty(data);
 }

@@ -1,19 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "pages/CTabWidget.h"
+#include "pages/PageHandler.h"
+#include "pages/SubPages.h"
 
-#include <map>
+#include <QCoreApplication>
+
 #include <memory>
 
 namespace Ui {
 class tab_ribbonset;
 }
-class IRibbonSetHandler;
 class QButtonGroup;
 class QStackedLayout;
 class QToolButton;
-struct EditorXmlData;
 
 /// What to hide from the ribbon: two sub-pages, one of which is shown, and a button for each.
 class tab_ribbonset : public CTabWidget
@@ -45,11 +45,23 @@ public:
     void OnBeforeSave();
 
 private:
-    bool isWanted(IRibbonSetHandler &handler) const;
-
     const std::unique_ptr<Ui::tab_ribbonset> m_ui;
-    const bool m_editor;
+    SubPages<IRibbonSetHandler> m_subPages;
     QButtonGroup *const m_tabButtons;
     QStackedLayout *const m_stack;
-    std::map<int, std::shared_ptr<IRibbonSetHandler>> m_handlers;
+};
+
+/// The Ribbon Set page: which parts of the product's ribbon are hidden.
+class CHandler_RibbonSet : public MainPageHandler<tab_ribbonset>
+{
+    Q_DECLARE_TR_FUNCTIONS(CHandler_RibbonSet)
+
+public:
+    explicit CHandler_RibbonSet(bool editor);
+
+    void OnBeforeSave() override;
+
+protected:
+    tab_ribbonset *makePage() const override;
+    void fillPage(tab_ribbonset &page, const EditorXmlData &data) override;
 };

@@ -69,3 +69,19 @@ void tab_ribbonset_ribcate::keepIn(EditorXmlData &record) const
 {
     record.elemRibbonCategory = keptElement(SaveToXml().documentElement());
 }
+
+CHandler_RibbonSet_RibCate::CHandler_RibbonSet_RibCate(bool editor)
+    : SubPageHandler(editor, {0, tr("Ribbon Category")})
+{
+}
+
+void CHandler_RibbonSet_RibCate::OnBeforeSave()
+{
+    if (page())
+        page()->OnBeforeSave();
+}
+
+void CHandler_RibbonSet_RibCate::fillPage(tab_ribbonset_ribcate &page, const EditorXmlData &data)
+{
+    page.showHidden(data.elemRibbonCategory);
+}

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "pages/PageHandler.h"
 #include "pages/ribbonset/CommonActions.h"
 #include "pages/ribbonset/RibbonTreePage.h"
 
+#include <QCoreApplication>
 #include <QDomDocument>
 
 /// The categories of the ribbon with their panels, controls and menu items.
@@ -29,4 +31,18 @@ private:
     void applyFragment(const QDomElement &fragment) override;
 
     const CommonActions m_commonActions{InitCommonActions()};
+};
+
+/// The Ribbon Category sub-page.
+class CHandler_RibbonSet_RibCate : public SubPageHandler<IRibbonSetHandler, tab_ribbonset_ribcate>
+{
+    Q_DECLARE_TR_FUNCTIONS(CHandler_RibbonSet_RibCate)
+
+public:
+    explicit CHandler_RibbonSet_RibCate(bool editor);
+
+    void OnBeforeSave() override;
+
+protected:
+    void fillPage(tab_ribbonset_ribcate &page, const EditorXmlData &data) override;
 };

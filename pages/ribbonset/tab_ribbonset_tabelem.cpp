@@ -84,3 +84,19 @@ void tab_ribbonset_tabelem::keepIn(EditorXmlData &record) const
 {
     record.elemQuickAccessBar = keptElement(SaveToXml().documentElement());
 }
+
+CHandler_RibbonSet_TabElem::CHandler_RibbonSet_TabElem(bool editor)
+    : SubPageHandler(editor, {1, tr("Quick Access Toolbar")})
+{
+}
+
+void CHandler_RibbonSet_TabElem::OnBeforeSave()
+{
+    if (page())
+        page()->OnBeforeSave();
+}
+
+void CHandler_RibbonSet_TabElem::fillPage(tab_ribbonset_tabelem &page, const EditorXmlData &data)
+{
+    page.showHidden(data.elemQuickAccessBar);
+}

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/EditorXmlData.h"
-#include "pages/installoption/CHandler_InstallOption.h"
+#include "pages/installoption/tab_installoption.h"
 
 #include <QCheckBox>
 #include <QGroupBox>

@@ -2,7 +2,7 @@
 #include "config/CCommon.h"
 #include "config/DefaultPlugins.h"
 #include "config/EditorXmlData.h"
-#include "pages/plugins/CHandler_Plugins.h"
+#include "pages/plugins/tab_plugins.h"
 #include "pages/PXCheckBox.h"
 #include "resources/Resources.h"
 

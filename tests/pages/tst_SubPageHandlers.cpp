@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/EditorXmlData.h"
-#include "pages/IPreferenceHandler.h"
-#include "pages/IRibbonSetHandler.h"
+#include "pages/ISubPageHandler.h"
 #include "pages/PageHandler.h"
 
 #include <QCheckBox>
@@ -33,16 +32,13 @@ private:
     QCheckBox *m_box;
 };
 
-template <class Interface> class SampleHandler : public PageHandler<Interface, tab_sample>
+template <class Interface> class SampleHandler : public SubPageHandler<Interface, tab_sample>
 {
 public:
-    using PageHandler<Interface, tab_sample>::PageHandler;
-
-    int GetTabId() override { return 1; }
-    QString GetTabTitle() const override { return QStringLiteral("Sample"); }
-    QString GetTabTooltip() override { return {}; }
-    bool IsOnlyForEditor() override { return false; }
-    QString GetInfoAnchorId() override { return {}; }
+    explicit SampleHandler(bool editor)
+        : SubPageHandler<Interface, tab_sample>(editor, {1, QStringLiteral("Sample")})
+    {
+    }
 
 protected:
     void fillPage(tab_sample &page, const EditorXmlData &data) override

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "pages/CTabWidget.h"
+#include "pages/PageHandler.h"
+
+#include <QCoreApplication>
 
 #include <memory>
 
@@ -20,4 +22,13 @@ public:
 
 private:
     const std::unique_ptr<Ui::tab_prefer_imanage> m_ui;
+};
+
+/// The sub-page of the iManage sign-in. Editor only.
+class CHandler_Prefer_IManage : public PreferHandler<tab_prefer_imanage>
+{
+    Q_DECLARE_TR_FUNCTIONS(CHandler_Prefer_IManage)
+
+public:
+    explicit CHandler_Prefer_IManage(bool editor);
 };

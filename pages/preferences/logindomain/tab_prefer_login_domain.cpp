@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "pages/preferences/logindomain/tab_prefer_login_domain.h"
 
+#include "config/EditorXmlData.h"
 #include "config/LoginDomain.h"
 #include "pages/EnteredText.h"
 #include "ui_tab_prefer_login_domain.h"
@@ -84,4 +85,23 @@ void tab_prefer_login_domain::on_btn_remove_domains_clicked()
         rows += row;
     for (const QPersistentModelIndex &row : rows)
         m_domains->removeRow(row.row());
+}
+
+CHandler_Prefer_LoginDomain::CHandler_Prefer_LoginDomain(bool editor)
+    : PreferHandler(editor, {7, tr("Configure Login Domain"), QStringLiteral("Configure Login Domain"),
+                             PageFacts::Products::EditorOnly})
+{
+}
+
+QVariant CHandler_Prefer_LoginDomain::GetProperty(const QString &objectName)
+{
+    if (page() && objectName == QLatin1String("tableView_domains"))
+        return page()->domains().join(QLatin1Char(';'));
+    return {};
+}
+
+void CHandler_Prefer_LoginDomain::fillPage(tab_prefer_login_domain &page, const EditorXmlData &data)
+{
+    PreferHandler::fillPage(page, data);
+    page.setDomains(loginDomainsOf(data.strLoginDomainList));
 }

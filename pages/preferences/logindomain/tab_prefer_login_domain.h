@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "pages/CTabWidget.h"
+#include "pages/PageHandler.h"
 
+#include <QCoreApplication>
 #include <QStringList>
 
 #include <memory>
@@ -43,4 +44,19 @@ private:
 
     const std::unique_ptr<Ui::tab_prefer_login_domain> m_ui;
     QStandardItemModel *const m_domains;
+};
+
+/// The sub-page of the domains that users may sign in from. Editor only.
+class CHandler_Prefer_LoginDomain : public PreferHandler<tab_prefer_login_domain>
+{
+    Q_DECLARE_TR_FUNCTIONS(CHandler_Prefer_LoginDomain)
+
+public:
+    explicit CHandler_Prefer_LoginDomain(bool editor);
+
+    /// For "tableView_domains" the listed domains, joined with ";".
+    QVariant GetProperty(const QString &objectName) override;
+
+protected:
+    void fillPage(tab_prefer_login_domain &page, const EditorXmlData &data) override;
 };

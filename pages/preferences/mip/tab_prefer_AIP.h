@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "pages/CTabWidget.h"
+#include "pages/PageHandler.h"
+
+#include <QCoreApplication>
 
 #include <memory>
 
@@ -20,4 +22,13 @@ public:
 
 private:
     const std::unique_ptr<Ui::tab_prefer_AIP> m_ui;
+};
+
+/// The sub-page of Microsoft Information Protection.
+class CHandler_Prefer_AIP : public PreferHandler<tab_prefer_AIP>
+{
+    Q_DECLARE_TR_FUNCTIONS(CHandler_Prefer_AIP)
+
+public:
+    explicit CHandler_Prefer_AIP(bool editor);
 };

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "pages/CTabWidget.h"
+#include "pages/PageHandler.h"
+
+#include <QCoreApplication>
 
 #include <memory>
 
@@ -20,4 +22,13 @@ public:
 
 private:
     const std::unique_ptr<Ui::tab_prefer_myapps> m_ui;
+};
+
+/// The sub-page of the applications area, which has no help of its own. Editor only.
+class CHandler_Prefer_MyApps : public PreferHandler<tab_prefer_myapps>
+{
+    Q_DECLARE_TR_FUNCTIONS(CHandler_Prefer_MyApps)
+
+public:
+    explicit CHandler_Prefer_MyApps(bool editor);
 };

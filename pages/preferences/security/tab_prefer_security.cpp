@@ -16,3 +16,8 @@ tab_prefer_security::tab_prefer_security(QWidget *parent)
 }
 
 tab_prefer_security::~tab_prefer_security() = default;
+
+CHandler_Prefer_Security::CHandler_Prefer_Security(bool editor)
+    : PreferHandler(editor, {6, tr("Security Setting"), QStringLiteral("Security Settings")})
+{
+}

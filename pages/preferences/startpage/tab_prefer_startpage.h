@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "pages/CTabWidget.h"
+#include "pages/PageHandler.h"
+
+#include <QCoreApplication>
 
 #include <memory>
 
@@ -20,4 +22,13 @@ public:
 
 private:
     const std::unique_ptr<Ui::tab_prefer_startpage> m_ui;
+};
+
+/// The Start Page sub-page.
+class CHandler_Prefer_StartPage : public PreferHandler<tab_prefer_startpage>
+{
+    Q_DECLARE_TR_FUNCTIONS(CHandler_Prefer_StartPage)
+
+public:
+    explicit CHandler_Prefer_StartPage(bool editor);
 };

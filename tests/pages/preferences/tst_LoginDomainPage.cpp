@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/EditorXmlData.h"
-#include "pages/preferences/CHandler_Preference.h"
-#include "pages/preferences/logindomain/CHandler_Prefer_LoginDomain.h"
+#include "pages/preferences/logindomain/tab_prefer_login_domain.h"
+#include "pages/preferences/tab_preference.h"
 #include "resources/Resources.h"
 #include "tests/support/DialogDriver.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/EditorXmlData.h"
-#include "pages/IPreferenceHandler.h"
-#include "pages/preferences/CHandler_Preference.h"
+#include "pages/ISubPageHandler.h"
+#include "pages/preferences/tab_preference.h"
 #include "resources/Resources.h"
 
 #include <QtTest>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/EditorXmlData.h"
-#include "pages/preferences/advertisement/CHandler_Prefer_Advertisement.h"
-#include "pages/preferences/CHandler_Preference.h"
-#include "pages/preferences/PreferHandler.h"
-#include "pages/preferences/startpage/CHandler_Prefer_StartPage.h"
+#include "pages/PageHandler.h"
+#include "pages/preferences/advertisement/tab_prefer_advertisement.h"
+#include "pages/preferences/startpage/tab_prefer_startpage.h"
+#include "pages/preferences/tab_preference.h"
 #include "resources/Resources.h"
 
 #include <QtTest>
@@ -16,18 +16,9 @@ class SampleHandler : public PreferHandler<tab_prefer_startpage>
 {
 public:
     explicit SampleHandler(int id)
-        : PreferHandler(true)
-        , m_id(id)
+        : PreferHandler(true, {id, QString::number(id)})
     {
     }
-
-    int GetTabId() override { return m_id; }
-    QString GetTabTitle() const override { return QString::number(m_id); }
-    bool IsOnlyForEditor() override { return false; }
-    QString GetInfoAnchorId() override { return {}; }
-
-private:
-    const int m_id;
 };
 
 class HandlerWithoutForm : public SampleHandler

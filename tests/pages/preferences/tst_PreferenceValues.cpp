@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/EditorXmlData.h"
-#include "pages/preferences/CHandler_Preference.h"
+#include "pages/preferences/tab_preference.h"
 #include "resources/Resources.h"
 
 #include <QtTest>

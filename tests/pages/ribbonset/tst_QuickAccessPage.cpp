@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/EditorXmlData.h"
-#include "pages/ribbonset/CHandler_RibbonSet_TabElem.h"
 #include "pages/ribbonset/QuickAccessBar.h"
 #include "pages/ribbonset/RibbonTree.h"
+#include "pages/ribbonset/tab_ribbonset_tabelem.h"
 #include "resources/Resources.h"
 #include "RibbonItems.h"
 

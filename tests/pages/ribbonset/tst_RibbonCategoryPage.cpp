@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/EditorXmlData.h"
 #include "config/RibbonDefinition.h"
-#include "pages/ribbonset/CHandler_RibbonSet_RibCate.h"
 #include "pages/ribbonset/CommonActions.h"
 #include "pages/ribbonset/RibbonTree.h"
+#include "pages/ribbonset/tab_ribbonset_ribcate.h"
 #include "resources/Resources.h"
 #include "RibbonItems.h"
 

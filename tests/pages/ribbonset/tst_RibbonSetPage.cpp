@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/EditorXmlData.h"
-#include "pages/IRibbonSetHandler.h"
-#include "pages/ribbonset/CHandler_RibbonSet.h"
+#include "pages/ISubPageHandler.h"
 #include "pages/ribbonset/RibbonTree.h"
+#include "pages/ribbonset/tab_ribbonset.h"
 #include "resources/Resources.h"
 #include "RibbonItems.h"
 

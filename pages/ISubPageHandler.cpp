@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "pages/IPreferenceHandler.h"
-#include "pages/IRibbonSetHandler.h"
+#include "pages/ISubPageHandler.h"
+
 #include "pages/WidgetProperty.h"
 
 QVariant IPreferenceHandler::GetProperty(const QString &)

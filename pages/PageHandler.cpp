@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "pages/HelpPage.h"
+#include "pages/PageHandler.h"
 
 #include <QUrl>
 
