@@ -1,8 +1,8 @@
 #!/bin/sh
 # SPDX-License-Identifier: Apache-2.0
 # tidy.sh [FILE...]: runs clang-tidy, as .clang-tidy has it, over all C++ that is no test, or over these files, and fails
-# when it has something to say. It needs the packages clang and clang-tidy. Of the project only the forms, Qt's
-# generated sources and the precompiled headers are built, by the preset "tidy".
+# when it has something to say. It needs the packages clang and clang-tidy. The preset "tidy" builds what Qt generates and
+# the precompiled headers, with the libraries that CMake wants for that.
 set -eu
 cd "$(dirname "$0")/.."
 

@@ -119,7 +119,7 @@ void tst_Translation::aLanguageIsFoundByItsCode_data()
     QTest::newRow("English of a country") << QStringLiteral("en_GB") << true << english;
     QTest::newRow("German") << QStringLiteral("de") << true << german;
     QTest::newRow("German of a country") << QStringLiteral("de_AT") << true << german;
-    QTest::newRow("no translation") << QStringLiteral("fr") << false << english;
+    QTest::newRow("no translation") << QStringLiteral("eo") << false << english;
     QTest::newRow("no language") << QStringLiteral("../de") << false << english;
 }
 
