@@ -36,16 +36,12 @@ Result<Listing> listIdentities()
     const QString command = QStringLiteral("/usr/bin/security");
     if (const Result<> there = haveCommands({command}); !there)
         return there.problem();
-    Listing listing;
-    QString failure;
-    QStringList remarks;
-    listing.names = CProfileGenerator::GetSignIDs(&failure, &remarks);
-    listing.warnings = identityWarnings(remarks);
-    if (failure.isEmpty())
-        return listing;
+    const SigningIdentities identities = CProfileGenerator::FindSignIDs();
+    if (identities.names)
+        return Listing{*identities.names, identityWarnings(identities.remarks)};
     return Problem{command, QStringLiteral("the identities cannot be listed (%1); check that the keychain is "
                                            "unlocked")
-                                .arg(failure)};
+                                .arg(identities.names.problem().text)};
 }
 
 int runIdentities(const VerbLine &line, Console &console)

@@ -10,6 +10,7 @@
 #include "config/Settings.h"
 #include "core/PathRules.h"
 #include "core/SafeFile.h"
+#include "profile/ConfigGenerator.h"
 #include "profile/CProfileGenerator.h"
 #include "profile/ProfileDocument.h"
 
@@ -161,37 +162,40 @@ Result<EditorXmlData> ProfileJob::readSource()
 Result<EditorXmlData> ProfileJob::readInstalled()
 {
     EditorXmlData settings;
-    QString failure;
-    if (readInstalledProfile(settings, m_request.product->isEditor(), &failure))
+    const Result<bool> installed = readInstalledProfile(settings, *m_request.product);
+    if (installed && *installed)
         return settings;
-    QString reason;
-    const ManagedProfile::Outcome outcome =
-        ManagedProfile::read(settings, m_request.product->isEditor(), reason);
-    if (outcome != ManagedProfile::Outcome::Nothing) {
-        const Result<> complete = checkManaged(outcome, reason);
+    const Result<ManagedProfile::Reading> managed = ManagedProfile::read(settings, *m_request.product);
+    if (!managed)
+        return cannotTell(managed.problem());
+    if (managed->isFilled) {
+        const Result<> complete = checkManaged(*managed);
         return complete ? Result<EditorXmlData>(settings) : complete.problem();
     }
-    if (!failure.isEmpty())
+    if (!installed)
         return Problem{QStringLiteral("profiles"),
                        QStringLiteral("the installed profiles cannot be listed (%1); use --config or --from")
-                           .arg(failure)};
+                           .arg(installed.problem().text)};
     return Problem{QStringLiteral("profiles"),
                    QStringLiteral("no profile of the %1 was found on this machine (those of the device are "
                                   "listed for root only); use --config or --from")
                        .arg(QString(m_request.product->title))};
 }
 
+Problem ProfileJob::cannotTell(const Problem &cause) const
+{
+    return {QStringLiteral("profiles"),
+            QStringLiteral("what a management has installed for the %1 cannot be told (%2); run this as "
+                           "root, or use --config or --from")
+                .arg(QString(m_request.product->title), cause.text)};
+}
+
 /// A profile of another identity would not replace the installed one, so it has to be known.
-Result<> ProfileJob::checkManaged(ManagedProfile::Outcome outcome, const QString &reason)
+Result<> ProfileJob::checkManaged(const ManagedProfile::Reading &managed)
 {
     const bool identityIsGiven = !m_request.identifier.isEmpty() && !m_request.uuid.isEmpty();
-    const bool isComplete = outcome == ManagedProfile::Outcome::Filled ||
-                            (outcome == ManagedProfile::Outcome::WithoutIdentity && identityIsGiven);
-    if (!isComplete)
-        return Problem{QStringLiteral("profiles"),
-                       QStringLiteral("what a management has installed for the %1 cannot be told (%2); run "
-                                      "this as root, or use --config or --from")
-                           .arg(QString(m_request.product->title), reason)};
+    if (!managed.identity && !identityIsGiven)
+        return cannotTell(managed.identity.problem());
     m_warnings.append(
         {QStringLiteral("profiles"),
          {QStringLiteral("managed-preferences"),
@@ -248,15 +252,14 @@ Result<> ProfileJob::writeTo(const QString &path)
 
 Problem ProfileJob::notCreated() const
 {
-    QString reason;
-    profileText(m_settings, m_request.product->isEditor(), &reason);
-    if (reason.isEmpty())
+    const Result<QString> profile = ConfigGenerator::generate(&m_settings, *m_request.product);
+    if (profile)
         return {m_request.output,
                 QStringLiteral("the profile cannot be written; check that the temporary folder has room")};
     return {m_request.output,
             QStringLiteral("no profile can hold these settings (%1); give fewer, shorter or less "
                            "nested ones")
-                .arg(reason)};
+                .arg(profile.problem().text)};
 }
 
 Result<> ProfileJob::sign(const QString &path)
@@ -264,13 +267,11 @@ Result<> ProfileJob::sign(const QString &path)
     const QString signedForm = path + QStringLiteral(".signed");
     const bool isSigned = CProfileGenerator::SignProfileInto(path, m_request.signer, signedForm) &&
                           QFile::remove(path) && QFile::rename(signedForm, path);
-    QString failure;
-    QStringList remarks;
-    const QStringList identities = CProfileGenerator::GetSignIDs(&failure, &remarks);
-    m_warnings += identityWarnings(remarks);
+    const SigningIdentities identities = CProfileGenerator::FindSignIDs();
+    m_warnings += identityWarnings(identities.remarks);
     if (isSigned)
         return {};
-    if (failure.isEmpty() && !identities.contains(m_request.signer))
+    if (identities.names && !identities.names->contains(m_request.signer))
         return Problem{m_request.signer, QStringLiteral("there is no signing identity of this name; \"pct "
                                                         "identities\" lists those that there are")};
     return Problem{m_request.signer, QStringLiteral("signing with this identity failed, so no profile was "
@@ -281,16 +282,14 @@ Result<> ProfileJob::sign(const QString &path)
 Result<> ProfileJob::readBack(const QString &path)
 {
     EditorXmlData settings = m_settings;
-    bool editor = false;
-    QList<ProfileSigner> signers;
-    QString error;
-    if (!readProfile(path, settings, &editor, &error, &signers))
+    const Result<ReadProfile> profile = readProfile(path, settings);
+    if (!profile)
         return Problem{m_request.output,
                        QStringLiteral("the profile %1, so none was made; check the settings "
                                       "for what is too long or odd")
-                           .arg(error)};
-    const bool same = editor == m_request.product->isEditor() && sameTexts(settings, m_settings) &&
-                      signers.isEmpty() == m_request.signer.isEmpty();
+                           .arg(profile.problem().text)};
+    const bool same = profile->product == m_request.product && sameTexts(settings, m_settings) &&
+                      profile->signers.isEmpty() == m_request.signer.isEmpty();
     if (!same)
         return Problem{m_request.output,
                        QStringLiteral("the profile does not read back as it was written, so none was made; "

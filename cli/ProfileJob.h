@@ -51,7 +51,8 @@ private:
     Result<EditorXmlData> readConfig();
     Result<EditorXmlData> readSource();
     Result<EditorXmlData> readInstalled();
-    Result<> checkManaged(ManagedProfile::Outcome outcome, const QString &reason);
+    Problem cannotTell(const Problem &cause) const;
+    Result<> checkManaged(const ManagedProfile::Reading &managed);
     void settleIdentity();
     Result<> checkSettings() const;
     Result<> writeTo(const QString &path);

@@ -86,14 +86,14 @@ Result<SettingsFile> parseDocument(const QString &path)
 Result<SettingsFile> parseProfile(const QString &path)
 {
     SettingsFile file;
-    bool editor = false;
-    QString error;
-    if (!readProfile(path, file.settings, &editor, &error, &file.signers))
-        return Problem{
-            path,
-            QStringLiteral("%1; give a profile of the Pelix PDF Editor or the Pelix PDF Reader").arg(error)};
+    const Result<ReadProfile> profile = readProfile(path, file.settings);
+    if (!profile)
+        return Problem{path, QStringLiteral("%1; give a profile of the %2 or the %3")
+                                 .arg(profile.problem().text, QString(Product::editor().title),
+                                      QString(Product::reader().title))};
     file.kind = QStringLiteral("profile");
-    file.product = &Product::of(editor);
+    file.product = profile->product;
+    file.signers = profile->signers;
     return file;
 }
 

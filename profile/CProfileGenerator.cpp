@@ -2,12 +2,12 @@
 #include "profile/CProfileGenerator.h"
 
 #include "config/ConfigDocument.h"
+#include "config/Product.h"
 #include "core/Logging.h"
 #include "core/SafeFile.h"
 #include "profile/ConfigGenerator.h"
 #include "profile/FreshUuid.h"
 #include "profile/LocalHostName.h"
-#include "profile/ProfileProduct.h"
 #include "profile/UserDefaults.h"
 
 #include <QFile>
@@ -35,13 +35,13 @@ bool CProfileGenerator::CreateProfile(const EditorXmlData *data, const QString &
 {
     if (path.isEmpty())
         return false;
-    const QString text = ConfigGenerator::generate(data, bEditor);
-    if (text.isNull())
+    const Result<QString> text = ConfigGenerator::generate(data, Product::of(bEditor));
+    if (!text)
         return warn(QStringLiteral("generateConfig failure!"));
     const QString absolutePath = QFileInfo(path).absoluteFilePath();
-    qCDebug(logProfile).noquote() << "configData : " << text;
+    qCDebug(logProfile).noquote() << "configData : " << *text;
     qCDebug(logProfile).noquote() << "Absolute path:" << absolutePath;
-    if (const Result<> written = SafeFile::replaceContents(path, text.toUtf8()); !written)
+    if (const Result<> written = SafeFile::replaceContents(path, text->toUtf8()); !written)
         return warn(
             QStringLiteral("can not access filepath : %1 (%2)").arg(absolutePath, written.problem().text));
     qCDebug(logProfile).noquote()
@@ -60,25 +60,24 @@ bool CProfileGenerator::ImportProfile(const QString &path, EditorXmlData *data, 
     const QByteArray text = firstText(file);
     if (text.size() > ConfigDocument::maximumImportBytes)
         return warn(QStringLiteral("Failed to parse profile : it is larger than 1 MiB"));
-    QString error;
-    const auto result = ConfigGenerator::importText(QString::fromUtf8(text), *data, bEditor, error);
-    if (result == ConfigGenerator::Import::Unreadable)
-        return warn(QStringLiteral("Failed to parse profile : ") + error);
-    return result == ConfigGenerator::Import::Filled;
+    const Result<bool> isFilled =
+        ConfigGenerator::importText(QString::fromUtf8(text), *data, Product::of(bEditor));
+    if (!isFilled)
+        return warn(QStringLiteral("Failed to parse profile : ") + isFilled.problem().text);
+    return *isFilled;
 }
 
 bool CProfileGenerator::ImportProfile(EditorXmlData *data, bool bEditor)
 {
     if (!data)
         return warn(QStringLiteral("Invalid EditorXmlData."));
-    QString failure;
-    const auto result =
-        ConfigGenerator::importInstalled(*data, bEditor, ConfigGenerator::EmptyPolicy::Off, failure);
-    if (result != ConfigGenerator::Import::Filled)
-        qCDebug(logProfile, "Profiles that were installed for the device are listed for root only.");
-    if (result == ConfigGenerator::Import::Unreadable)
-        return warn(QStringLiteral("Failed to load system profiles."));
-    return result == ConfigGenerator::Import::Filled;
+    using namespace ConfigGenerator;
+    const Result<Installed> result = importInstalled(*data, Product::of(bEditor), EmptyPolicy::Off);
+    if (result && *result == Installed::Filled)
+        return true;
+    qCDebug(logProfile, "Profiles that were installed for the device are listed for root only.");
+    const bool isListed = result && *result != Installed::Nothing;
+    return isListed ? false : warn(QStringLiteral("Failed to load system profiles."));
 }
 
 QString CProfileGenerator::GenPayloadIdentifier(QString *uuid)
@@ -91,17 +90,19 @@ QString CProfileGenerator::GenPayloadIdentifier(QString *uuid)
 
 QString CProfileGenerator::GetSysProfileIdentifier(QString *uuid, bool bEditor)
 {
-    QString identifier;
-    QString foundUuid = uuid ? *uuid : QString();
-    const auto result = ConfigGenerator::installedIdentity(bEditor, identifier, foundUuid);
-    if (uuid)
-        *uuid = foundUuid;
-    if (result == ConfigGenerator::Import::Unreadable)
+    const Product &product = Product::of(bEditor);
+    const auto installed = ConfigGenerator::installedIdentity(product);
+    if (!installed || !*installed) {
         warn(QStringLiteral("Failed to load system profiles."));
-    else if (result == ConfigGenerator::Import::NoMatch)
+        return {};
+    }
+    const ConfigGenerator::InstalledIdentity &identity = **installed;
+    if (uuid && identity.uuid)
+        *uuid = *identity.uuid;
+    if (identity.identifier.isEmpty())
         warn(QStringLiteral("No matching profile identifier found for bundle ID: ") +
-             ProfileProduct::bundleIdentifier(bEditor));
-    return identifier;
+             product.bundleIdentifier);
+    return identity.identifier;
 }
 
 QString CProfileGenerator::GetLastOpenDirectory()

@@ -1,10 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "core/Result.h"
+
 #include <QString>
 #include <QStringList>
 
 struct EditorXmlData;
+
+/// What can sign a profile.
+struct SigningIdentities
+{
+    Result<QStringList> names; ///< in the system's order
+    QStringList remarks;       ///< lines that the command had to say of identities, also when it failed
+};
 
 /// Configuration profiles from the Qt side: files, the installed profile, identifiers and signing. Operations
 /// report success by their result, never throw and show nothing; why one failed goes to the log.
@@ -24,10 +33,11 @@ public:
     /// Fills the record from the product's profile that is installed on this machine.
     static bool ImportProfile(EditorXmlData *data, bool bEditor);
 
-    /// Names of the code-signing identities in the user's keychains, in the system's order. `problem` (may be
-    /// null) says in one line why they could not be listed, and becomes empty otherwise. `remarks` (may be
-    /// null) gets the lines that the command had to say about identities nevertheless.
-    static QStringList GetSignIDs(QString *problem = nullptr, QStringList *remarks = nullptr);
+    /// Names of the code-signing identities in the user's keychains; empty when they cannot be listed.
+    static QStringList GetSignIDs();
+
+    /// The same with what there is to say of it.
+    static SigningIdentities FindSignIDs();
 
     /// Replaces a profile by its signed form: a message that verifies and whose content is the profile.
     /// False, with the profile as it was, when that fails.

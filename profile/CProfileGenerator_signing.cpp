@@ -102,19 +102,23 @@ QStringList quotedNames(const QString &listing)
 
 } // namespace
 
-QStringList CProfileGenerator::GetSignIDs(QString *problem, QStringList *remarks)
+QStringList CProfileGenerator::GetSignIDs()
+{
+    const Result<QStringList> names = FindSignIDs().names;
+    return names ? *names : QStringList();
+}
+
+SigningIdentities CProfileGenerator::FindSignIDs()
 {
     const CommandResult result = runSecurity({QStringLiteral("find-identity"), QStringLiteral("-v"),
                                               QStringLiteral("-p"), QStringLiteral("codesigning")});
+    const QStringList remarks = saidOnError(result).split(QLatin1Char('
+'), Qt::SkipEmptyParts);
     const QString failure = result.outputProblem();
-    if (problem)
-        *problem = failure;
-    if (remarks)
-        *remarks = saidOnError(result).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     if (failure.isEmpty())
-        return quotedNames(QString::fromUtf8(result.standardOutput));
+        return {quotedNames(QString::fromUtf8(result.standardOutput)), remarks};
     warn(QStringLiteral("Failed to retrieve sign IDs."));
-    return {};
+    return {Problem{{}, failure}, remarks};
 }
 
 bool CProfileGenerator::SignProfile(const QString &path, const QString &identity)

@@ -1,10 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "core/Result.h"
+
 #include <QByteArray>
 #include <QString>
 
+#include <optional>
+
 struct EditorXmlData;
+struct Product;
 
 /// PelixPDFConfigGenerator for sources that know no Objective-C. Each call has its own autorelease scope.
 namespace ConfigGenerator {
@@ -15,27 +20,35 @@ enum class EmptyPolicy {
     NotSet ///< not set, as it was written
 };
 
-enum class Import {
-    Unreadable, ///< no property list, or the system's profiles could not be listed
-    NoMatch,    ///< nothing there for the product; the record is as it was
+/// The profile's text, "" for a null record. A problem when a setting holds what no profile can, or when the
+/// text could not be read again.
+Result<QString> generate(const EditorXmlData *data, const Product &product);
+
+/// Fills the record from profile text. False, with the record as it was, for a profile that is not the
+/// product's; a problem for what is no XML or old-style property list.
+Result<bool> importText(const QString &text, EditorXmlData &data, const Product &product);
+
+/// Fills the record from profile data of either product and tells which; never null. An empty policy stays
+/// not set.
+Result<const Product *> importAny(const QByteArray &bytes, EditorXmlData &data);
+
+enum class Installed {
+    Nothing, ///< the system has no profiles
+    NoMatch, ///< it has none of the product; the record is as it was
     Filled
 };
 
-/// The profile text; null on failure, empty for a null record.
-QString generate(const EditorXmlData *data, bool editor, QString *problem = nullptr);
+/// Fills the record from the product's installed profile. A problem when the system's profiles cannot be
+/// listed.
+Result<Installed> importInstalled(EditorXmlData &data, const Product &product, EmptyPolicy emptyPolicy);
 
-/// Fills the record from profile text; `error` says why it is Unreadable.
-Import importText(const QString &text, EditorXmlData &data, bool editor, QString &error);
+struct InstalledIdentity
+{
+    QString identifier;          ///< empty when no profile of the product has one
+    std::optional<QString> uuid; ///< none when there is no profile of the product
+};
 
-/// Fills the record from profile data of either product; `editor` gets which. An empty policy stays not set.
-/// False with `error` set.
-bool importAny(const QByteArray &bytes, EditorXmlData &data, bool &editor, QString &error);
-
-/// Fills the record from the product's installed profile. `problem` says why the system's profiles could
-/// not be listed, and becomes empty when it has none.
-Import importInstalled(EditorXmlData &data, bool editor, EmptyPolicy emptyPolicy, QString &problem);
-
-/// Identity of the product's installed profile; what is not there stays as it was.
-Import installedIdentity(bool editor, QString &identifier, QString &uuid);
+/// Identity of the product's installed profile; none when the system has no profiles. A problem as above.
+Result<std::optional<InstalledIdentity>> installedIdentity(const Product &product);
 
 } // namespace ConfigGenerator

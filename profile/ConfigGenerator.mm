@@ -3,104 +3,97 @@
 
 #include "profile/ConfigGenerator.h"
 
+#include "config/Product.h"
 #include "core/PrintableText.h"
-#include "profile/propertylist/CocoaLog.h"
 #include "profile/InstalledProfile.h"
 #include "profile/PelixPDFConfigGenerator.h"
-#include "profile/ProfileProduct.h"
-#include "profile/propertylist/PropertyListInput.h"
+#include "profile/propertylist/CocoaLog.h"
 #include "profile/propertylist/FoundationPropertyList.h"
+#include "profile/propertylist/PropertyListInput.h"
+
+using ConfigGenerator::Installed;
+using ConfigGenerator::InstalledIdentity;
 
 namespace
 {
 
-using ConfigGenerator::Import;
+Problem printable(const Problem &problem) { return {{}, printableText(problem.text)}; }
 
-Import filledWhen(BOOL found) { return found ? Import::Filled : Import::NoMatch; }
-
-QString descriptionOf(NSError *error) { return printableText(toQString([error localizedDescription])); }
-
-/// Empty when the profile is for one of the products.
-QString productProblem(NSDictionary *profile, bool &editor)
+/// The product that the profile is for; never null.
+Result<const Product *> productOf(NSDictionary *profile)
 {
     NSArray *payloads = arrayIn(profile, @"PayloadContent");
     if ([payloads count] == 0)
-        return QStringLiteral("holds no PayloadContent");
+        return Problem{{}, QStringLiteral("holds no PayloadContent")};
     const QString identifier = textIn([payloads objectAtIndex:0], @"PayloadIdentifier");
     if (identifier.isEmpty())
-        return QStringLiteral("its payload has no PayloadIdentifier");
-    editor = identifier == ProfileProduct::bundleIdentifier(true);
-    if (editor || identifier == ProfileProduct::bundleIdentifier(false))
-        return {};
-    return QStringLiteral("is a profile of another application (\"%1\")")
-        .arg(printableStart(identifier, 100));
+        return Problem{{}, QStringLiteral("its payload has no PayloadIdentifier")};
+    if (const Product *product = Product::find(&Product::bundleIdentifier, identifier))
+        return product;
+    return Problem{{},
+                   QStringLiteral("is a profile of another application (\"%1\")")
+                       .arg(printableStart(identifier, 100))};
 }
 
 } // namespace
 
-QString ConfigGenerator::generate(const EditorXmlData *data, bool editor, QString *problem)
+Result<QString> ConfigGenerator::generate(const EditorXmlData *data, const Product &product)
 {
     const AutoreleaseScope scope;
-    QString reason;
-    NSString *profile = [PelixPDFConfigGenerator generateProfile:data bIsEditor:editor problem:&reason];
-    if (problem)
-        *problem = printableText(reason);
-    return toQString(profile);
+    const Result<NSString *> profile = generateProfile(data, product);
+    if (!profile)
+        return printable(profile.problem());
+    return toQString(*profile);
 }
 
-Import ConfigGenerator::importText(const QString &text, EditorXmlData &data, bool editor, QString &error)
+Result<bool> ConfigGenerator::importText(const QString &text, EditorXmlData &data, const Product &product)
 {
     const AutoreleaseScope scope;
-    NSError *problem = nil;
     const QByteArray bytes = text.toUtf8();
-    if (PropertyListInput::formatOf(bytes) == PropertyListInput::Format::Binary) {
-        error = QStringLiteral("it is a binary property list; \"plutil -convert xml1\" makes it text");
-        return Import::Unreadable;
-    }
-    NSDictionary *profile = readPropertyList(bytes, &problem);
-    if (profile == nil) {
-        error = descriptionOf(problem);
-        return Import::Unreadable;
-    }
-    cocoaLog(@"profile : %@ ", profile);
-    return filledWhen([PelixPDFConfigGenerator ImportProfile:&data profile:profile bIsEditor:editor]);
+    if (PropertyListInput::formatOf(bytes) == PropertyListInput::Format::Binary)
+        return Problem{
+            {},
+            QStringLiteral("it is a binary property list; \"plutil -convert xml1\" makes it text")};
+    const Result<NSDictionary *> profile = readPropertyList(bytes);
+    if (!profile)
+        return printable(profile.problem());
+    cocoaLog(@"profile : %@ ", *profile);
+    return importProfile(&data, *profile, product, EmptyPolicy::Off);
 }
 
-bool ConfigGenerator::importAny(const QByteArray &bytes, EditorXmlData &data, bool &editor, QString &error)
+Result<const Product *> ConfigGenerator::importAny(const QByteArray &bytes, EditorXmlData &data)
 {
     const AutoreleaseScope scope;
-    NSError *problem = nil;
-    NSDictionary *profile = readPropertyList(bytes, &problem);
-    if (profile == nil)
-        error = QStringLiteral("is no property list (%1)").arg(descriptionOf(problem));
-    else
-        error = productProblem(profile, editor);
-    return error.isEmpty() && [PelixPDFConfigGenerator ImportProfile:&data
-                                                             profile:profile
-                                                           bIsEditor:editor
-                                                         emptyPolicy:EmptyPolicy::NotSet];
+    const Result<NSDictionary *> profile = readPropertyList(bytes);
+    if (!profile)
+        return Problem{
+            {}, QStringLiteral("is no property list (%1)").arg(printable(profile.problem()).text)};
+    const Result<const Product *> product = productOf(*profile);
+    if (product)
+        importProfile(&data, *profile, **product, EmptyPolicy::NotSet);
+    return product;
 }
 
-Import ConfigGenerator::importInstalled(EditorXmlData &data, bool editor, EmptyPolicy emptyPolicy,
-                                        QString &problem)
+Result<Installed> ConfigGenerator::importInstalled(EditorXmlData &data, const Product &product,
+                                                   EmptyPolicy emptyPolicy)
 {
     const AutoreleaseScope scope;
-    NSArray *profiles = [PelixPDFConfigGenerator loadSystemProfilesWithProblem:&problem];
-    if (profiles == nil)
-        return Import::Unreadable;
-    return filledWhen([PelixPDFConfigGenerator ImportProfiles:&data
-                                                     profiles:profiles
-                                                    bIsEditor:editor
-                                                  emptyPolicy:emptyPolicy]);
+    const Result<NSArray *> profiles = loadSystemProfiles();
+    if (!profiles)
+        return profiles.problem();
+    if (*profiles == nil)
+        return Installed::Nothing;
+    return importProfiles(&data, *profiles, product, emptyPolicy) ? Installed::Filled : Installed::NoMatch;
 }
 
-Import ConfigGenerator::installedIdentity(bool editor, QString &identifier, QString &uuid)
+Result<std::optional<InstalledIdentity>> ConfigGenerator::installedIdentity(const Product &product)
 {
     const AutoreleaseScope scope;
-    NSArray *profiles = [PelixPDFConfigGenerator loadSystemProfiles];
-    if (profiles == nil)
-        return Import::Unreadable;
-    NSString *wanted = toNSString(ProfileProduct::bundleIdentifier(editor));
-    identifier = installedIdentifier(profiles, wanted, uuid);
-    return filledWhen(!identifier.isEmpty());
+    const Result<NSArray *> profiles = loadSystemProfiles();
+    if (!profiles)
+        return profiles.problem();
+    if (*profiles == nil)
+        return std::optional<InstalledIdentity>();
+    return std::optional<InstalledIdentity>(
+        ::installedIdentity(*profiles, toNSString(product.bundleIdentifier)));
 }

@@ -3,14 +3,13 @@
 
 #import <Foundation/Foundation.h>
 
-#include <QString>
+#include "profile/ConfigGenerator.h"
 
 // Profiles as the system's command lists them; each takes whatever object the list holds.
 
 /// Whether one of the profile's items carries the payload identifier.
 bool hasItemOf(id profile, NSString *payloadIdentifier);
 
-/// The identifier of the first installed profile that has such an item and an identifier; empty when there
-/// is none. `uuid` gets the UUID of every profile looked at that has such an item, so in the end the last
-/// one's.
-QString installedIdentifier(NSArray *profiles, NSString *payloadIdentifier, QString &uuid);
+/// The identifier of the first profile that has such an item and an identifier, and the UUID of the last one
+/// looked at that has such an item.
+ConfigGenerator::InstalledIdentity installedIdentity(NSArray *profiles, NSString *payloadIdentifier);

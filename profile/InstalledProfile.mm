@@ -13,15 +13,18 @@ bool hasItemOf(id profile, NSString *payloadIdentifier)
     return false;
 }
 
-QString installedIdentifier(NSArray *profiles, NSString *payloadIdentifier, QString &uuid)
+ConfigGenerator::InstalledIdentity installedIdentity(NSArray *profiles, NSString *payloadIdentifier)
 {
+    ConfigGenerator::InstalledIdentity found;
     for (NSUInteger i = 0; i < [profiles count]; ++i) {
         id profile = [profiles objectAtIndex:i];
         if (!hasItemOf(profile, payloadIdentifier))
             continue;
-        uuid = textIn(profile, @"ProfileUUID");
-        if (memberOf(profile, @"ProfileIdentifier") != nil)
-            return textIn(profile, @"ProfileIdentifier");
+        found.uuid = textIn(profile, @"ProfileUUID");
+        if (memberOf(profile, @"ProfileIdentifier") == nil)
+            continue;
+        found.identifier = textIn(profile, @"ProfileIdentifier");
+        break;
     }
-    return {};
+    return found;
 }

@@ -17,25 +17,28 @@ QString userName()
     return user ? QFile::decodeName(user->pw_name) : QString();
 }
 
-ManagedPreferences::File read(const QString &path)
+Result<QByteArray> read(const QString &path)
 {
     QFile file(path);
     // Opening a named pipe would wait for its writer.
     if (!QFileInfo(path).isFile())
-        return {path, {}, QStringLiteral("it is no regular file")};
+        return Problem{{}, QStringLiteral("it is no regular file")};
     if (!file.open(QIODevice::ReadOnly))
-        return {path, {}, file.errorString()};
-    return {path, file.read(PropertyListInput::maximumBytes + 1), {}};
+        return Problem{{}, file.errorString()};
+    return file.read(PropertyListInput::maximumBytes + 1);
 }
 
 } // namespace
 
-ManagedPreferences::File ManagedPreferences::fileOf(const QString &folder, const QString &domain)
+std::optional<ManagedPreferences::File> ManagedPreferences::fileOf(const QString &folder,
+                                                                   const QString &domain)
 {
     const QString user = userName();
     const QString ofEverybody = QStringLiteral("%1/%2.plist").arg(folder, domain);
     const QString ofTheUser = QStringLiteral("%1/%2/%3.plist").arg(folder, user, domain);
     if (!user.isEmpty() && QFileInfo::exists(ofTheUser))
-        return read(ofTheUser);
-    return QFileInfo::exists(ofEverybody) ? read(ofEverybody) : File();
+        return File{ofTheUser, read(ofTheUser)};
+    if (QFileInfo::exists(ofEverybody))
+        return File{ofEverybody, read(ofEverybody)};
+    return std::nullopt;
 }

@@ -4,54 +4,52 @@
 #include "profile/ManagedProfile.h"
 
 #include "config/EditorXmlData.h"
+#include "config/Product.h"
 #include "core/Command.h"
 #include "core/HostPaths.h"
 #include "core/PrintableText.h"
 #include "profile/ManagedPreferences.h"
-#include "profile/ProfileProduct.h"
 #include "profile/ProfileReport.h"
 #include "profile/ProfileSettings.h"
-#include "profile/propertylist/PropertyListInput.h"
 #include "profile/propertylist/FoundationPropertyList.h"
+#include "profile/propertylist/PropertyListInput.h"
 
 namespace
 {
 
-using ManagedProfile::Outcome;
+using ManagedProfile::Reading;
+using Payloads = QList<ProfileReport::Payload>;
 
-QByteArray reportOf(QString &problem)
+bool isOf(const Product &product, const ProfileReport::Payload &payload)
+{
+    return payload.type == product.settingsType() || payload.identifier == product.bundleIdentifier ||
+           payload.settings.contains(product.settingsType());
+}
+
+/// The payloads with settings of the product, whichever way a management has wrapped them.
+Result<Payloads> reportedPayloads(const Product &product)
 {
     const CommandResult report =
         Command::run(QStringLiteral("/usr/sbin/system_profiler"),
                      {QStringLiteral("SPConfigurationProfileDataType"), QStringLiteral("-xml")}, -1,
                      PropertyListInput::maximumBytes);
-    problem = report.outputProblem();
-    return report.standardOutput;
-}
-
-/// The payloads with settings of the product, whichever way a management has wrapped them.
-QList<ProfileReport::Payload> reportedPayloads(bool editor, QString &problem)
-{
-    QList<ProfileReport::Payload> found;
-    const QByteArray report = reportOf(problem);
-    if (!problem.isEmpty())
-        return found;
-    const QString domain = ProfileProduct::settingsType(editor);
-    const Result<QList<ProfileReport::Payload>> reported = ProfileReport::payloads(report);
-    if (!reported) {
-        problem = QStringLiteral("the report of system_profiler cannot be read: ") + reported.problem().text;
-        return found;
-    }
+    if (const QString problem = report.outputProblem(); !problem.isEmpty())
+        return Problem{{}, problem};
+    const Result<Payloads> reported = ProfileReport::payloads(report.standardOutput);
+    if (!reported)
+        return Problem{{},
+                       QStringLiteral("the report of system_profiler cannot be read: ") +
+                           reported.problem().text};
+    Payloads found;
     for (const ProfileReport::Payload &payload : *reported) {
-        if (payload.type == domain || payload.identifier == ProfileProduct::bundleIdentifier(editor) ||
-            payload.settings.contains(domain))
+        if (isOf(product, payload))
             found.append(payload);
     }
     return found;
 }
 
 /// The one profile that the values can come from; null when there are several or none.
-const ProfilePayloadInfo *sourceOf(const QList<ProfileReport::Payload> &payloads, const QString &payloadUuid)
+const ProfilePayloadInfo *sourceOf(const Payloads &payloads, const QString &payloadUuid)
 {
     for (const ProfileReport::Payload &payload : payloads) {
         if (!payloadUuid.isEmpty() && payload.uuid.compare(payloadUuid, Qt::CaseInsensitive) == 0)
@@ -60,53 +58,55 @@ const ProfilePayloadInfo *sourceOf(const QList<ProfileReport::Payload> &payloads
     return payloads.size() == 1 ? &payloads.first().profile : nullptr;
 }
 
-Outcome identified(EditorXmlData &data, const QList<ProfileReport::Payload> &payloads, const QString &uuid,
-                   QString &problem)
+Result<> identify(EditorXmlData &data, const Result<Payloads> &payloads, const QString &uuid)
 {
-    const ProfilePayloadInfo *source = sourceOf(payloads, uuid);
-    if (source != nullptr) {
+    if (!payloads)
+        return payloads.problem();
+    if (const ProfilePayloadInfo *source = sourceOf(*payloads, uuid)) {
         data.payloadInfo = *source;
-        problem.clear();
-        return Outcome::Filled;
+        return {};
     }
-    if (problem.isEmpty())
-        problem = payloads.isEmpty()
-                      ? QStringLiteral("system_profiler tells of no profile with them")
-                      : QStringLiteral("system_profiler tells of %1 profiles with such settings")
-                            .arg(payloads.size());
-    return Outcome::WithoutIdentity;
+    if (payloads->isEmpty())
+        return Problem{{}, QStringLiteral("system_profiler tells of no profile with them")};
+    return Problem{
+        {},
+        QStringLiteral("system_profiler tells of %1 profiles with such settings").arg(payloads->size())};
 }
 
 /// A profile is known without its values.
-Outcome withoutValues(const QList<ProfileReport::Payload> &payloads, QString &problem)
+Result<Reading> withoutValues(const Result<Payloads> &payloads)
 {
-    if (payloads.isEmpty()) {
-        problem.clear();
-        return Outcome::Nothing;
-    }
-    problem = QStringLiteral(
-                  "the profile \"%1\" is installed, but its settings are not among the managed preferences")
-                  .arg(printableText(payloads.first().profile.PayloadIdentifier));
-    return Outcome::CannotTell;
+    if (!payloads || payloads->isEmpty())
+        return Reading();
+    return Problem{
+        {},
+        QStringLiteral("the profile \"%1\" is installed, but its settings are not among the managed preferences")
+            .arg(printableText(payloads->first().profile.PayloadIdentifier))};
+}
+
+Result<NSDictionary *> readSettings(const ManagedPreferences::File &file)
+{
+    const Result<NSDictionary *> settings =
+        file.bytes ? readPropertyList(*file.bytes) : file.bytes.problem();
+    if (settings)
+        return settings;
+    return Problem{{},
+                   QStringLiteral("%1 cannot be read (%2)")
+                       .arg(file.path, printableText(settings.problem().text))};
 }
 
 } // namespace
 
-Outcome ManagedProfile::read(EditorXmlData &data, bool editor, QString &problem)
+Result<Reading> ManagedProfile::read(EditorXmlData &data, const Product &product)
 {
     const AutoreleaseScope scope;
-    const QList<ProfileReport::Payload> payloads = reportedPayloads(editor, problem);
-    const ManagedPreferences::File file =
-        ManagedPreferences::fileOf(HostPaths::managedPreferences(), ProfileProduct::settingsType(editor));
-    if (file.path.isEmpty())
-        return withoutValues(payloads, problem);
-    NSError *error = nil;
-    NSDictionary *settings = file.problem.isEmpty() ? readPropertyList(file.bytes, &error) : nil;
-    if (settings == nil) {
-        const QString why = file.problem.isEmpty() ? toQString([error localizedDescription]) : file.problem;
-        problem = QStringLiteral("%1 cannot be read (%2)").arg(file.path, printableText(why));
-        return Outcome::CannotTell;
-    }
-    fillFromSettings(data, settings, ConfigGenerator::EmptyPolicy::NotSet);
-    return identified(data, payloads, textIn(settings, @"PayloadUUID"), problem);
+    const Result<Payloads> payloads = reportedPayloads(product);
+    const auto file = ManagedPreferences::fileOf(HostPaths::managedPreferences(), product.settingsType());
+    if (!file)
+        return withoutValues(payloads);
+    const Result<NSDictionary *> settings = readSettings(*file);
+    if (!settings)
+        return settings.problem();
+    fillFromSettings(data, *settings, ConfigGenerator::EmptyPolicy::NotSet);
+    return Reading{true, identify(data, payloads, textIn(*settings, @"PayloadUUID"))};
 }

@@ -5,8 +5,8 @@
 
 #include "profile/ConfigGenerator.h"
 
-class QString;
 struct EditorXmlData;
+struct Product;
 
 /// The configuration profile as the system writes and reads it. Class methods only. Results are autoreleased;
 /// failures are logged and never raise. `bIsEditor` is YES for the Editor, NO for the Reader.
@@ -17,11 +17,6 @@ struct EditorXmlData;
 /// text could not be read again.
 + (NSString *)generateProfile:(const EditorXmlData *)data bIsEditor:(BOOL)bIsEditor;
 
-/// The same; the problem gets why the result is nil.
-+ (NSString *)generateProfile:(const EditorXmlData *)data
-                    bIsEditor:(BOOL)bIsEditor
-                      problem:(QString *)problem;
-
 /// The profiles in a property list that groups them by user or computer. nil with the error set, of code
 /// 1001 in the domain "com.pelix-software.Pelix.PDF" when the list has none.
 + (NSArray *)parsePlistXML:(NSString *)text error:(NSError **)error;
@@ -29,31 +24,29 @@ struct EditorXmlData;
 /// The configuration profiles that are installed on this machine, or nil. Blocks on the system's command.
 + (NSArray *)loadSystemProfiles;
 
-/// The same. `problem` gets one line when the command failed, else it becomes empty: a machine without
-/// profiles gives nil, too, and is no problem.
-+ (NSArray *)loadSystemProfilesWithProblem:(QString *)problem;
-
 /// Fills the record from the product's profile among the installed ones. NO, with the record as it was, when
 /// there is none.
 + (BOOL)ImportProfiles:(EditorXmlData *)data profiles:(NSArray *)profiles bIsEditor:(BOOL)bIsEditor;
-
-/// The same, with a choice of what an empty policy on save means.
-+ (BOOL)ImportProfiles:(EditorXmlData *)data
-              profiles:(NSArray *)profiles
-             bIsEditor:(BOOL)bIsEditor
-           emptyPolicy:(ConfigGenerator::EmptyPolicy)emptyPolicy;
 
 /// Fills the record from a profile file's dictionary. NO, with the record as it was, when its first payload
 /// is not the product's.
 + (BOOL)ImportProfile:(EditorXmlData *)data profile:(NSDictionary *)profile bIsEditor:(BOOL)bIsEditor;
 
-/// The same, with a choice of what an empty policy on save means.
-+ (BOOL)ImportProfile:(EditorXmlData *)data
-              profile:(NSDictionary *)profile
-            bIsEditor:(BOOL)bIsEditor
-          emptyPolicy:(ConfigGenerator::EmptyPolicy)emptyPolicy;
-
 /// Fills the record from a settings payload; an empty policy on save reads as off.
 + (void)FillContent:(EditorXmlData *)data content:(NSDictionary *)content;
 
 @end
+
+// The same for the rest of the tool, which has a product instead of a flag and is told why something failed.
+// The log gets the same lines.
+
+Result<NSString *> generateProfile(const EditorXmlData *data, const Product &product);
+
+/// One line says why the profiles cannot be listed. A machine without profiles gives nil, which is no
+/// problem.
+Result<NSArray *> loadSystemProfiles();
+
+bool importProfiles(EditorXmlData *data, NSArray *profiles, const Product &product,
+                    ConfigGenerator::EmptyPolicy emptyPolicy);
+bool importProfile(EditorXmlData *data, NSDictionary *profile, const Product &product,
+                   ConfigGenerator::EmptyPolicy emptyPolicy);

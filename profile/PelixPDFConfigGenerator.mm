@@ -4,24 +4,24 @@
 #include "profile/PelixPDFConfigGenerator.h"
 
 #include "config/EditorXmlData.h"
+#include "config/Product.h"
 #include "config/Settings.h"
 #include "core/Command.h"
 #include "core/PrintableText.h"
-#include "profile/propertylist/CocoaLog.h"
 #include "profile/InstalledProfile.h"
 #include "profile/ProfileDictionary.h"
-#include "profile/ProfileProduct.h"
 #include "profile/ProfileSettings.h"
+#include "profile/propertylist/CocoaLog.h"
+#include "profile/propertylist/FoundationPropertyList.h"
 #include "profile/propertylist/PropertyListFoundation.h"
 #include "profile/propertylist/PropertyListInput.h"
-#include "profile/propertylist/FoundationPropertyList.h"
 
 using ConfigGenerator::EmptyPolicy;
 
 namespace
 {
 
-NSString *const noProfileInfo = @"no profile info";
+const QString noProfileInfo = QStringLiteral("no profile info");
 
 /// The system groups profiles by user and by computer.
 NSArray *ungrouped(NSDictionary *groups)
@@ -65,26 +65,40 @@ NSDictionary *firstMatch(NSArray *profiles, NSString *bundleIdentifier)
 }
 
 /// A profile that this program would refuse, or understand otherwise, is not worth writing.
-bool readsBack(NSString *xml, NSDictionary *written, NSError **error)
+Result<> readsBack(NSString *xml, NSDictionary *written)
 {
-    NSDictionary *read = readPropertyListText(xml, error);
-    if (read != nil && ![read isEqual:written])
-        *error = profileError(@"it does not read back as it was written");
-    return [read isEqual:written];
+    const Result<NSDictionary *> read = readPropertyListText(xml);
+    if (!read)
+        return read.problem();
+    return [*read isEqual:written] ? Result<>()
+                                   : Problem{{}, QStringLiteral("it does not read back as it was written")};
 }
 
-/// The profile's text, or nil and the error.
-NSString *checkedProfile(const EditorXmlData &data, BOOL isEditor, NSError **error)
+Result<NSString *> checkedProfile(const EditorXmlData &data, const Product &product)
 {
     const QString unwritable = unwritableSetting(data);
-    if (!unwritable.isEmpty()) {
-        *error = profileError(
-            [toNSString(unwritable) stringByAppendingString:@" holds characters that no profile can hold"]);
-        return nil;
+    if (!unwritable.isEmpty())
+        return Problem{{}, unwritable + QStringLiteral(" holds characters that no profile can hold")};
+    NSDictionary *profile = profileDictionary(data, product);
+    const Result<NSString *> xml = writePropertyList(profile);
+    if (!xml)
+        return xml;
+    const Result<> isReadable = readsBack(*xml, profile);
+    return isReadable ? xml : isReadable.problem();
+}
+
+Result<NSArray *> parseProfiles(NSString *text)
+{
+    const Result<NSDictionary *> groups = readPropertyListText(text);
+    if (!groups) {
+        cocoaLog(@"parsePlistXML failure: %@", toNSString(groups.problem().text));
+        return groups.problem();
     }
-    NSDictionary *profile = profileDictionary(data, isEditor);
-    NSString *xml = writePropertyList(profile, error);
-    return xml != nil && readsBack(xml, profile, error) ? xml : nil;
+    NSArray *profiles = ungrouped(*groups);
+    if ([profiles count] > 0)
+        return profiles;
+    cocoaLog(@"%@", toNSString(noProfileInfo));
+    return Problem{{}, noProfileInfo};
 }
 
 CommandResult listing()
@@ -109,17 +123,18 @@ bool saysThatNoneIsInstalled(const QString &output)
            output.contains(QLatin1String("no configuration profiles"), Qt::CaseInsensitive);
 }
 
-/// Why output that came without a failure is no list; empty when it says that none is installed.
-QString problemOfOutput(const CommandResult &result, NSError *error)
+/// Why output that came without a failure is no list; nil when it says that none is installed.
+Result<NSArray *> withoutList(const CommandResult &result, const QString &cause)
 {
     const QString output = QString::fromUtf8(result.standardOutput).trimmed();
-    if (saysThatNoneIsInstalled(output) || [noProfileInfo isEqual:[error localizedDescription]])
-        return {};
+    if (saysThatNoneIsInstalled(output) || cause == noProfileInfo)
+        return static_cast<NSArray *>(nil);
     const QString lastLine = output.section(QLatin1Char('\n'), -1);
     const bool isSentence = !output.isEmpty() && !output.startsWith(QLatin1Char('<'));
-    return QStringLiteral("the list that %1 printed cannot be read: %2")
-        .arg(result.program, isSentence ? printableStart(lastLine, 200)
-                                        : printableText(toQString([error localizedDescription])));
+    return Problem{{},
+                   QStringLiteral("the list that %1 printed cannot be read: %2")
+                       .arg(result.program,
+                            isSentence ? printableStart(lastLine, 200) : printableText(cause))};
 }
 
 NSString *standardOutputOf(const CommandResult &result)
@@ -137,89 +152,43 @@ NSString *listIn(const CommandResult &result)
 
 } // namespace
 
-@implementation PelixPDFConfigGenerator
-
-+ (NSString *)generateProfile:(const EditorXmlData *)data bIsEditor:(BOOL)bIsEditor
-{
-    QString problem;
-    return [self generateProfile:data bIsEditor:bIsEditor problem:&problem];
-}
-
-+ (NSString *)generateProfile:(const EditorXmlData *)data bIsEditor:(BOOL)bIsEditor problem:(QString *)problem
+Result<NSString *> generateProfile(const EditorXmlData *data, const Product &product)
 {
     if (data == nullptr)
-        return @"";
-    NSError *error = nil;
-    NSString *xml = checkedProfile(*data, bIsEditor, &error);
-    if (xml == nil) {
-        *problem = toQString([error localizedDescription]);
-        cocoaLog(@"Error generating mobileconfig: %@", [error localizedDescription]);
-    }
+        return static_cast<NSString *>(@"");
+    const Result<NSString *> xml = checkedProfile(*data, product);
+    if (!xml)
+        cocoaLog(@"Error generating mobileconfig: %@", toNSString(xml.problem().text));
     return xml;
 }
 
-+ (NSArray *)parsePlistXML:(NSString *)text error:(NSError **)error
-{
-    NSError *problem = nil;
-    NSArray *profiles = nil;
-    NSDictionary *groups = readPropertyListText(text, &problem);
-    if (groups == nil) {
-        cocoaLog(@"parsePlistXML failure: %@", [problem localizedDescription]);
-    } else {
-        profiles = ungrouped(groups);
-        if ([profiles count] > 0)
-            return profiles;
-        problem = profileError(noProfileInfo);
-        cocoaLog(@"%@", noProfileInfo);
-    }
-    if (error)
-        *error = problem;
-    return nil;
-}
-
-+ (NSArray *)loadSystemProfiles
-{
-    QString problem;
-    return [self loadSystemProfilesWithProblem:&problem];
-}
-
-+ (NSArray *)loadSystemProfilesWithProblem:(QString *)problem
+Result<NSArray *> loadSystemProfiles()
 {
     const CommandResult result = listing();
-    *problem = result.outputProblem();
-    if (!problem->isEmpty()) {
+    if (const QString problem = result.outputProblem(); !problem.isEmpty()) {
         cocoaLog(@"Command failed with error: %@", failureOf(result));
-        return nil;
+        return Problem{{}, problem};
     }
     cocoaLog(@"profiles content:\n%@", standardOutputOf(result));
-    NSError *error = nil;
-    NSArray *profiles = [self parsePlistXML:listIn(result) error:&error];
-    if (profiles == nil) {
-        *problem = problemOfOutput(result, error);
-        cocoaLog(@"Error parsing system profiles: %@", [error localizedDescription]);
-    }
-    return profiles;
+    const Result<NSArray *> profiles = parseProfiles(listIn(result));
+    if (profiles)
+        return profiles;
+    const QString cause = profiles.problem().text;
+    cocoaLog(@"Error parsing system profiles: %@", toNSString(cause));
+    return withoutList(result, cause);
 }
 
-+ (BOOL)ImportProfiles:(EditorXmlData *)data profiles:(NSArray *)profiles bIsEditor:(BOOL)bIsEditor
-{
-    return [self ImportProfiles:data profiles:profiles bIsEditor:bIsEditor emptyPolicy:EmptyPolicy::Off];
-}
-
-+ (BOOL)ImportProfiles:(EditorXmlData *)data
-              profiles:(NSArray *)profiles
-             bIsEditor:(BOOL)bIsEditor
-           emptyPolicy:(ConfigGenerator::EmptyPolicy)emptyPolicy
+bool importProfiles(EditorXmlData *data, NSArray *profiles, const Product &product, EmptyPolicy emptyPolicy)
 {
     if (data == nullptr || [profiles count] == 0) {
         cocoaLog(@"Invalid input data or profiles.");
-        return NO;
+        return false;
     }
-    NSString *wanted = toNSString(ProfileProduct::bundleIdentifier(bIsEditor));
+    NSString *wanted = toNSString(product.bundleIdentifier);
     NSDictionary *profile = firstMatch(profiles, wanted);
     if (profile == nil) {
         cocoaLog(@"No matching profile found for bundle ID: %@", wanted);
-        return NO;
+        return false;
     }
     readIdentity(data->payloadInfo, profile, @"Profile");
     NSArray *items = arrayIn(profile, @"ProfileItems");
@@ -228,33 +197,58 @@ NSString *listIn(const CommandResult &result)
         if (content != nil)
             fillFromSettings(*data, content, emptyPolicy);
     }
-    return YES;
+    return true;
 }
 
-+ (BOOL)ImportProfile:(EditorXmlData *)data profile:(NSDictionary *)profile bIsEditor:(BOOL)bIsEditor
-{
-    return [self ImportProfile:data profile:profile bIsEditor:bIsEditor emptyPolicy:EmptyPolicy::Off];
-}
-
-+ (BOOL)ImportProfile:(EditorXmlData *)data
-              profile:(NSDictionary *)profile
-            bIsEditor:(BOOL)bIsEditor
-          emptyPolicy:(ConfigGenerator::EmptyPolicy)emptyPolicy
+bool importProfile(EditorXmlData *data, NSDictionary *profile, const Product &product,
+                   EmptyPolicy emptyPolicy)
 {
     if (data == nullptr || profile == nil) {
         cocoaLog(@"Invalid input data or profiles.");
-        return NO;
+        return false;
     }
-    NSString *wanted = toNSString(ProfileProduct::bundleIdentifier(bIsEditor));
+    NSString *wanted = toNSString(product.bundleIdentifier);
     NSArray *payloads = arrayIn(profile, @"PayloadContent");
     id settings = [payloads count] > 0 ? [payloads objectAtIndex:0] : nil;
     if (![wanted isEqual:memberOf(settings, @"PayloadIdentifier")]) {
         cocoaLog(@"No matching profile found for bundle ID: %@", wanted);
-        return NO;
+        return false;
     }
     readIdentity(data->payloadInfo, profile, @"Payload");
     fillFromSettings(*data, settings, emptyPolicy);
-    return YES;
+    return true;
+}
+
+@implementation PelixPDFConfigGenerator
+
++ (NSString *)generateProfile:(const EditorXmlData *)data bIsEditor:(BOOL)bIsEditor
+{
+    const Result<NSString *> profile = generateProfile(data, Product::of(bIsEditor));
+    return profile ? *profile : nil;
+}
+
++ (NSArray *)parsePlistXML:(NSString *)text error:(NSError **)error
+{
+    const Result<NSArray *> profiles = parseProfiles(text);
+    if (!profiles && error)
+        *error = profileError(toNSString(profiles.problem().text));
+    return profiles ? *profiles : nil;
+}
+
++ (NSArray *)loadSystemProfiles
+{
+    const Result<NSArray *> profiles = ::loadSystemProfiles();
+    return profiles ? *profiles : nil;
+}
+
++ (BOOL)ImportProfiles:(EditorXmlData *)data profiles:(NSArray *)profiles bIsEditor:(BOOL)bIsEditor
+{
+    return importProfiles(data, profiles, Product::of(bIsEditor), EmptyPolicy::Off);
+}
+
++ (BOOL)ImportProfile:(EditorXmlData *)data profile:(NSDictionary *)profile bIsEditor:(BOOL)bIsEditor
+{
+    return importProfile(data, profile, Product::of(bIsEditor), EmptyPolicy::Off);
 }
 
 + (void)FillContent:(EditorXmlData *)data content:(NSDictionary *)content

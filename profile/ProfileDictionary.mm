@@ -3,9 +3,9 @@
 
 #include "profile/ProfileDictionary.h"
 
+#include "config/Product.h"
 #include "config/SettingItems.h"
 #include "profile/FreshUuid.h"
-#include "profile/ProfileProduct.h"
 #include "profile/propertylist/PropertyListBridge.h"
 
 namespace
@@ -44,7 +44,7 @@ NSDictionary *ribbonOf(Setting::Section section, const EditorXmlData &data)
     return single(toNSString(elementName(section)), QDomElementToNSDictionary(element));
 }
 
-NSDictionary *settingsPayload(const EditorXmlData &data, bool editor)
+NSDictionary *settingsPayload(const EditorXmlData &data, const Product &product)
 {
     NSMutableDictionary *payload = [NSMutableDictionary dictionary];
     for (const auto section : {Setting::Section::Preferences, Setting::Section::Plugins})
@@ -52,23 +52,30 @@ NSDictionary *settingsPayload(const EditorXmlData &data, bool editor)
     for (const auto section : {Setting::Section::Ribbon, Setting::Section::QuickAccessBar})
         [payload setObject:ribbonOf(section, data) forKey:toNSString(sectionName(section))];
     [payload setObject:toNSString(freshUuid()) forKey:@"PayloadUUID"];
-    [payload setObject:toNSString(ProfileProduct::settingsType(editor)) forKey:@"PayloadType"];
-    [payload setObject:toNSString(ProfileProduct::bundleIdentifier(editor)) forKey:@"PayloadIdentifier"];
+    [payload setObject:toNSString(product.settingsType()) forKey:@"PayloadType"];
+    [payload setObject:toNSString(product.bundleIdentifier) forKey:@"PayloadIdentifier"];
     return payload;
+}
+
+QString descriptionOf(const Product &product)
+{
+    return QStringLiteral("The configuration info will apply to %1, only for Subscription versions 2025.1+, "
+                          "and Classic 13.1.8+.")
+        .arg(product.title);
 }
 
 } // namespace
 
-NSDictionary *profileDictionary(const EditorXmlData &data, bool editor)
+NSDictionary *profileDictionary(const EditorXmlData &data, const Product &product)
 {
     NSMutableDictionary *profile = [NSMutableDictionary dictionary];
     [profile setObject:@"Configuration" forKey:@"PayloadType"];
     [profile setObject:[NSNumber numberWithInt:1] forKey:@"PayloadVersion"];
     [profile setObject:toNSString(data.payloadInfo.PayloadIdentifier) forKey:@"PayloadIdentifier"];
     [profile setObject:toNSString(data.payloadInfo.PayloadUUID) forKey:@"PayloadUUID"];
-    [profile setObject:toNSString(ProfileProduct::displayName(editor)) forKey:@"PayloadDisplayName"];
-    [profile setObject:[NSArray arrayWithObject:settingsPayload(data, editor)] forKey:@"PayloadContent"];
-    [profile setObject:toNSString(ProfileProduct::organization()) forKey:@"PayloadOrganization"];
-    [profile setObject:toNSString(ProfileProduct::description(editor)) forKey:@"PayloadDescription"];
+    [profile setObject:toNSString(product.title) forKey:@"PayloadDisplayName"];
+    [profile setObject:[NSArray arrayWithObject:settingsPayload(data, product)] forKey:@"PayloadContent"];
+    [profile setObject:@"Pelix Software Inc." forKey:@"PayloadOrganization"];
+    [profile setObject:toNSString(descriptionOf(product)) forKey:@"PayloadDescription"];
     return profile;
 }

@@ -11,98 +11,85 @@
 
 namespace {
 
-bool fail(QString &error, const QString &text)
-{
-    error = text;
-    return false;
-}
-
-bool readFile(const QString &path, QByteArray &bytes, QString &error)
+Result<QByteArray> readFile(const QString &path)
 {
     // Opening a named pipe would wait for its writer.
     const QFileInfo info(path);
     if (!info.exists())
-        return fail(error, QStringLiteral("does not exist"));
+        return Problem{{}, QStringLiteral("does not exist")};
     if (!info.isFile())
-        return fail(error, QStringLiteral("is not a regular file"));
+        return Problem{{}, QStringLiteral("is not a regular file")};
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        return fail(error, QStringLiteral("cannot be read (%1)").arg(file.errorString()));
-    bytes = file.read(PropertyListInput::maximumBytes + 1);
+        return Problem{{}, QStringLiteral("cannot be read (%1)").arg(file.errorString())};
+    const QByteArray bytes = file.read(PropertyListInput::maximumBytes + 1);
     if (bytes.size() > PropertyListInput::maximumBytes)
-        return fail(
-            error,
-            QStringLiteral("is larger than %1 MiB").arg(PropertyListInput::maximumBytes / (1024 * 1024)));
-    return true;
+        return Problem{
+            {}, QStringLiteral("is larger than %1 MiB").arg(PropertyListInput::maximumBytes / (1024 * 1024))};
+    return bytes;
 }
 
-bool readSignedContent(const QString &path, QByteArray &bytes, QString &error)
+Result<QByteArray> readSignedContent(const QString &path)
 {
     const CommandResult decoded = SignedMessage::decoded(path, PropertyListInput::maximumBytes);
     if (!decoded.succeeded())
-        return fail(error, QStringLiteral("is a damaged signed message (%1)").arg(decoded.problem()));
+        return Problem{{}, QStringLiteral("is a damaged signed message (%1)").arg(decoded.problem())};
     if (decoded.truncated)
-        return fail(
-            error,
-            QStringLiteral("holds a signed profile that cannot be read (%1)").arg(decoded.outputProblem()));
-    bytes = decoded.standardOutput;
-    return true;
+        return Problem{
+            {},
+            QStringLiteral("holds a signed profile that cannot be read (%1)").arg(decoded.outputProblem())};
+    return decoded.standardOutput;
 }
 
 /// Not every system lets the decoding fail for a signature that does not fit.
-bool readSigners(const QString &path, QList<ProfileSigner> &signers, QString &error)
+Result<QList<ProfileSigner>> readSigners(const QString &path)
 {
     static const QStringList damaged{QStringLiteral("BadSignature"), QStringLiteral("DigestMismatch"),
                                      QStringLiteral("MalformedSignature")};
-    signers = SignedMessage::signersOf(path);
+    QList<ProfileSigner> signers = SignedMessage::signersOf(path);
     if (signers.isEmpty())
         signers.append({QStringLiteral("unknown signer"), QString(), true});
     for (const ProfileSigner &signer : std::as_const(signers)) {
         if (damaged.contains(signer.status))
-            return fail(error, QStringLiteral("is a damaged signed message (its signature is called %1)")
-                                   .arg(signer.status));
+            return Problem{{},
+                           QStringLiteral("is a damaged signed message (its signature is called %1)")
+                               .arg(signer.status)};
     }
-    return true;
+    return signers;
 }
 
-bool read(const QString &path, EditorXmlData &data, bool &editor, QString &error,
-          QList<ProfileSigner> &signers)
+Result<ReadProfile> read(const QByteArray &bytes, EditorXmlData &data, const QList<ProfileSigner> &signers)
 {
-    QByteArray bytes;
-    if (!readFile(path, bytes, error))
-        return false;
-    if (SignedMessage::isOne(bytes)) {
-        if (!readSignedContent(path, bytes, error) || !readSigners(path, signers, error))
-            return false;
-    }
-    return ConfigGenerator::importAny(bytes, data, editor, error);
+    const Result<const Product *> product = ConfigGenerator::importAny(bytes, data);
+    if (!product)
+        return product.problem();
+    return ReadProfile{*product, signers};
+}
+
+Result<ReadProfile> readSigned(const QString &path, EditorXmlData &data)
+{
+    const Result<QByteArray> content = readSignedContent(path);
+    if (!content)
+        return content.problem();
+    const Result<QList<ProfileSigner>> signers = readSigners(path);
+    return signers ? read(*content, data, *signers) : signers.problem();
 }
 
 } // namespace
 
-bool readProfile(const QString &path, EditorXmlData &data, bool *isEditor, QString *error,
-                 QList<ProfileSigner> *signers)
+Result<ReadProfile> readProfile(const QString &path, EditorXmlData &data)
 {
-    bool editor = false;
-    QString problem;
-    QList<ProfileSigner> signedBy;
-    const bool success = read(path, data, editor, problem, signedBy);
-    if (isEditor)
-        *isEditor = editor;
-    if (error)
-        *error = problem;
-    if (signers)
-        *signers = signedBy;
-    return success;
+    const Result<QByteArray> bytes = readFile(path);
+    if (!bytes)
+        return bytes.problem();
+    return SignedMessage::isOne(*bytes) ? readSigned(path, data) : read(*bytes, data, {});
 }
 
-bool readInstalledProfile(EditorXmlData &data, bool editor, QString *problem)
+Result<bool> readInstalledProfile(EditorXmlData &data, const Product &product)
 {
-    return ConfigGenerator::importInstalled(data, editor, ConfigGenerator::EmptyPolicy::NotSet, *problem) ==
-           ConfigGenerator::Import::Filled;
-}
-
-QString profileText(const EditorXmlData &data, bool editor, QString *problem)
-{
-    return ConfigGenerator::generate(&data, editor, problem);
+    using namespace ConfigGenerator;
+    const Result<Installed> installed = importInstalled(data, product, EmptyPolicy::NotSet);
+    if (!installed)
+        return installed.problem();
+    return *installed == Installed::Filled;
 }

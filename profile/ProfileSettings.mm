@@ -2,9 +2,9 @@
 #include "profile/ProfileSettings.h"
 
 #include "config/SettingItems.h"
+#include "profile/propertylist/FoundationPropertyList.h"
 #include "profile/propertylist/FoundationText.h"
 #include "profile/propertylist/PropertyListBridge.h"
-#include "profile/propertylist/FoundationPropertyList.h"
 
 using ConfigGenerator::EmptyPolicy;
 using Section = Setting::Section;

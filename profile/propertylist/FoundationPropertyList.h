@@ -3,20 +3,22 @@
 
 #import <Foundation/Foundation.h>
 
+#include "core/Result.h"
+
 #include <QString>
 
 class QByteArray;
 
-/// The dictionary that a property list of any format holds, read within PropertyListInput's limits. nil,
-/// with the error set, when there is none. The only way in which property lists are read.
-NSDictionary *readPropertyList(const QByteArray &bytes, NSError **error);
+/// The dictionary that a property list of any format holds, read within PropertyListInput's limits;
+/// autoreleased. The only way in which property lists are read.
+Result<NSDictionary *> readPropertyList(const QByteArray &bytes);
 
 /// The same for text. A character that UTF-8 cannot encode makes it fail.
-NSDictionary *readPropertyListText(NSString *text, NSError **error);
+Result<NSDictionary *> readPropertyListText(NSString *text);
 
-/// The XML text of a property list, in which every character stands for itself. nil, with the error set, when
+/// The XML text of a property list, in which every character stands for itself; autoreleased. A problem when
 /// it holds what XML cannot carry. The only way in which property lists are written.
-NSString *writePropertyList(NSDictionary *list, NSError **error);
+Result<NSString *> writePropertyList(NSDictionary *list);
 
 // Members of a dictionary whose types nobody vouches for. Each takes any object or nil as container; what is
 // not there or of another type reads as nil, 0 or empty.

@@ -3,7 +3,6 @@
 
 #include "profile/propertylist/FoundationPropertyList.h"
 
-#include "profile/propertylist/PropertyListFoundation.h"
 #include "profile/propertylist/PropertyListInput.h"
 
 #include <QByteArray>
@@ -109,27 +108,22 @@ void Builder::add(id value)
     }
 }
 
-NSDictionary *refused(NSString *problem, NSError **error)
-{
-    if (error)
-        *error = profileError(problem);
-    return nil;
-}
-
 } // namespace
 
-NSDictionary *readPropertyList(const QByteArray &bytes, NSError **error)
+Result<NSDictionary *> readPropertyList(const QByteArray &bytes)
 {
     Builder builder;
     if (const Result<> read = PropertyListInput::read(bytes, builder); !read)
-        return refused(toNSString(read.problem().text), error);
+        return read.problem();
     id list = builder.result();
-    return [list isKindOfClass:[NSDictionary class]] ? list : refused(@"it is no dictionary", error);
+    if ([list isKindOfClass:[NSDictionary class]])
+        return static_cast<NSDictionary *>(list);
+    return Problem{{}, QStringLiteral("it is no dictionary")};
 }
 
-NSDictionary *readPropertyListText(NSString *text, NSError **error)
+Result<NSDictionary *> readPropertyListText(NSString *text)
 {
     NSData *data = [text dataUsingEncoding:NSUTF8StringEncoding];
     return readPropertyList(
-        QByteArray(static_cast<const char *>([data bytes]), static_cast<int>([data length])), error);
+        QByteArray(static_cast<const char *>([data bytes]), static_cast<int>([data length])));
 }

@@ -56,11 +56,12 @@ QString withoutEscapes(QString xml)
 
 } // namespace
 
-NSString *writePropertyList(NSDictionary *list, NSError **error)
+Result<NSString *> writePropertyList(NSDictionary *list)
 {
-    NSData *xml = xmlFromPropertyList(changedTexts(list, escaped), error);
+    NSError *error = nil;
+    NSData *xml = xmlFromPropertyList(changedTexts(list, escaped), &error);
     if (xml == nil)
-        return nil;
+        return Problem{{}, toQString([error localizedDescription])};
     const auto *bytes = static_cast<const char *>([xml bytes]);
     return toNSString(withoutEscapes(QString::fromUtf8(bytes, static_cast<int>([xml length]))));
 }

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-// Whatever a profile holds: it is refused and the record stays, or what was read from it is refused by the writer,
-// as a binary list may hold characters that no XML can, or it can be written and read again, and then stays the same.
+// Whatever a profile holds: it is refused and the record stays, or what was read from it is refused by the
+// writer, as a binary list may hold characters that no XML can, or it can be written and read again, and then
+// stays the same.
 #include "config/EditorXmlData.h"
+#include "config/Product.h"
 #include "profile/ConfigGenerator.h"
 #include "tests/fuzz/FuzzFile.h"
 
@@ -15,13 +17,11 @@ void require(bool holds)
         std::abort();
 }
 
-EditorXmlData readBack(const QString &profile, bool editor)
+EditorXmlData readBack(const QString &profile, const Product *product)
 {
     EditorXmlData result;
-    bool readEditor = !editor;
-    QString error;
-    require(ConfigGenerator::importAny(profile.toUtf8(), result, readEditor, error));
-    require(readEditor == editor && error.isEmpty());
+    const Result<const Product *> read = ConfigGenerator::importAny(profile.toUtf8(), result);
+    require(read && *read == product);
     return result;
 }
 
@@ -32,18 +32,17 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *bytes, std::size_t co
     muteLog();
     QLoggingCategory::setFilterRules(QStringLiteral("pct.*=false")); // Foundation's lines as well
     EditorXmlData settings;
-    bool editor = false;
-    QString error;
     const QByteArray input(reinterpret_cast<const char *>(bytes), static_cast<int>(count));
-    if (!ConfigGenerator::importAny(input, settings, editor, error)) {
-        require(settings == EditorXmlData() && !error.isEmpty());
+    const Result<const Product *> product = ConfigGenerator::importAny(input, settings);
+    if (!product) {
+        require(settings == EditorXmlData() && !product.problem().text.isEmpty());
         return 0;
     }
-    const QString profile = ConfigGenerator::generate(&settings, editor);
-    if (profile.isNull())
+    const Result<QString> profile = ConfigGenerator::generate(&settings, **product);
+    if (!profile)
         return 0;
-    const EditorXmlData once = readBack(profile, editor);
-    const QString again = ConfigGenerator::generate(&once, editor);
-    require(!again.isNull() && readBack(again, editor) == once);
+    const EditorXmlData once = readBack(*profile, *product);
+    const Result<QString> again = ConfigGenerator::generate(&once, **product);
+    require(again && readBack(*again, *product) == once);
     return 0;
 }

@@ -32,8 +32,8 @@ QString CocoaCalls::generateProfile(const EditorXmlData *data, bool editor)
 QString CocoaCalls::readingProblem(const QByteArray &list)
 {
     const AutoreleaseScope scope;
-    NSError *error = nil;
-    return readPropertyList(list, &error) == nil ? toQString([error localizedDescription]) : QString();
+    const Result<NSDictionary *> read = readPropertyList(list);
+    return read ? QString() : read.problem().text;
 }
 
 CocoaCalls::ParsedList CocoaCalls::parsePlistXML(const QString &text)

@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "config/Product.h"
 #include "profile/ManagedProfile.h"
 
 #include "config/EditorXmlData.h"
 #include "tests/profile/ProfileSamples.h"
 #include "tests/profile/StandIns.h"
+#include "tests/support/ProblemText.h"
 
 #include <QtTest>
 
 using namespace ProfileSamples;
-using ManagedProfile::Outcome;
 
 namespace {
 
@@ -24,9 +25,20 @@ QByteArray reportOf(const QByteArray &payloadUuid)
     return propertyList(array(dictionary({"_items", array(profile)})));
 }
 
+enum class Outcome { Nothing, Filled, WithoutIdentity, CannotTell };
+
+Outcome outcomeOf(const Result<ManagedProfile::Reading> &reading)
+{
+    if (!reading)
+        return Outcome::CannotTell;
+    if (!reading->isFilled)
+        return Outcome::Nothing;
+    return reading->identity ? Outcome::Filled : Outcome::WithoutIdentity;
+}
+
 } // namespace
 
-Q_DECLARE_METATYPE(ManagedProfile::Outcome)
+Q_DECLARE_METATYPE(Outcome)
 
 class tst_ManagedProfile : public QObject
 {
@@ -77,9 +89,9 @@ private slots:
         if (hasPreferences)
             managePreferences();
         EditorXmlData data;
-        QString problem = QStringLiteral("from before");
-        QTEST(ManagedProfile::read(data, true, problem), "outcome");
-        QTEST(problem, "problem");
+        const Result<ManagedProfile::Reading> reading = ManagedProfile::read(data, Product::editor());
+        QTEST(outcomeOf(reading), "outcome");
+        QTEST(reading ? problemText(reading->identity) : problemText(reading), "problem");
         QCOMPARE(data.bHideMyApps, hasPreferences);
         QCOMPARE(data.payloadInfo.PayloadDisplayName == QLatin1String("Office"),
                  hasPreferences && report == reportOf("U-1"));

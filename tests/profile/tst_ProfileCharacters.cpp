@@ -117,7 +117,7 @@ private slots:
         QVERIFY(CProfileGenerator::CreateProfile(&data, m_path, true));
         TestFiles::write(m_path, convertedByPlistutil());
         EditorXmlData back;
-        QVERIFY(readProfile(m_path, back, nullptr, nullptr));
+        QVERIFY(readProfile(m_path, back));
         QCOMPARE(textsOf(back), inAllPlaces(text));
     }
 
@@ -146,7 +146,7 @@ private slots:
                                  "PayloadIdentifier = \"" +
                                      editorBundle + "\"; } ); }");
         EditorXmlData data;
-        QVERIFY(readProfile(m_path, data, nullptr, nullptr));
+        QVERIFY(readProfile(m_path, data));
         QCOMPARE(data.payloadInfo.PayloadIdentifier, QStringLiteral("\U0001F600\\"));
     }
 

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "config/Product.h"
 #include "profile/CProfileGenerator.h"
 #include "profile/ProfileDocument.h"
 #include "tests/profile/CocoaCalls.h"
 #include "tests/profile/LogLines.h"
 #include "tests/profile/ProfileSamples.h"
 #include "tests/profile/StandIns.h"
+#include "tests/support/ProblemText.h"
 
 #include <QtTest>
 
@@ -81,9 +83,8 @@ private slots:
         commands.setOutput(profiles, propertyList("<dict/>") + sentence);
         QCOMPARE(CocoaCalls::loadSystemProfiles(), -1);
         EditorXmlData data;
-        QString problem;
-        QVERIFY(!readInstalledProfile(data, true, &problem));
-        QCOMPARE(problem, QString());
+        const Result<bool> installed = readInstalledProfile(data, Product::editor());
+        QVERIFY(installed && !*installed);
     }
 
     void theLogSaysWhoSeesTheProfilesOfTheDevice()
@@ -119,10 +120,9 @@ private slots:
         StandIns commands;
         commands.setOutput(profiles, largeListing(33));
         EditorXmlData data;
-        QString problem;
         const LogLines log;
-        QVERIFY(!readInstalledProfile(data, true, &problem));
-        QCOMPARE(problem, QStringLiteral("/usr/bin/profiles printed more than 32 MiB"));
+        QCOMPARE(problemText(readInstalledProfile(data, Product::editor())),
+                 QStringLiteral("/usr/bin/profiles printed more than 32 MiB"));
         QVERIFY(!CProfileGenerator::ImportProfile(&data, true));
         QVERIFY2(log.has(QStringLiteral("warning Failed to load system profiles.")), qPrintable(log.all()));
         QVERIFY(data == EditorXmlData());
@@ -146,9 +146,9 @@ private slots:
         StandIns commands;
         commands.set(profiles, script);
         EditorXmlData data;
-        QString problem;
-        QVERIFY(!readInstalledProfile(data, true, &problem));
-        QTEST(problem, "problem");
+        const Result<bool> installed = readInstalledProfile(data, Product::editor());
+        QVERIFY(!installed || !*installed);
+        QTEST(problemText(installed), "problem");
     }
 
     void aNullRecordIsRefused()
@@ -167,8 +167,8 @@ private slots:
         EditorXmlData data;
         data.bMIPCheckPolicySet = true;
         data.nMIPCheckPolicyOnDocSave = 1;
-        QString problem;
-        QVERIFY(readInstalledProfile(data, true, &problem));
+        const Result<bool> installed = readInstalledProfile(data, Product::editor());
+        QVERIFY(installed && *installed);
         QCOMPARE(data.bMIPCheckPolicySet, false);
         QCOMPARE(data.nMIPCheckPolicyOnDocSave, -1);
         QVERIFY(CProfileGenerator::ImportProfile(&data, true));
@@ -267,8 +267,7 @@ private slots:
         const LogLines log;
         QCOMPARE(CProfileGenerator::GetSignIDs(), QStringList());
         QVERIFY2(log.has(QStringLiteral("warning Failed to retrieve sign IDs.")), qPrintable(log.all()));
-        QString problem;
-        QCOMPARE(CProfileGenerator::GetSignIDs(&problem), QStringList());
+        const QString problem = problemText(CProfileGenerator::FindSignIDs().names);
         QVERIFY2(problem.startsWith(QStringLiteral("/usr/bin/security ended with exit code 1")),
                  qPrintable(problem));
     }
@@ -277,9 +276,9 @@ private slots:
     {
         StandIns commands;
         commands.setOutput(security, "     0 valid identities found\n");
-        QString problem = QStringLiteral("left over");
-        QCOMPARE(CProfileGenerator::GetSignIDs(&problem), QStringList());
-        QCOMPARE(problem, QString());
+        const Result<QStringList> names = CProfileGenerator::FindSignIDs().names;
+        QVERIFY(names);
+        QCOMPARE(*names, QStringList());
     }
 
     void signingNeedsAPathAndAnIdentity()

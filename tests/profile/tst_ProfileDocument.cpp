@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "config/Product.h"
+#include "profile/ConfigGenerator.h"
 #include "profile/ProfileDocument.h"
 
 #include "tests/config/RecordSamples.h"
 #include "tests/profile/ProfileSamples.h"
 #include "tests/profile/StandIns.h"
+#include "tests/support/ProblemText.h"
 
 #include <QtTest>
 
@@ -27,25 +30,21 @@ private slots:
     void theProductIsToldFromThePayload()
     {
         EditorXmlData data;
-        bool editor = false;
-        QString error;
-        QList<ProfileSigner> signers{{QStringLiteral("left over"), QString(), true}};
-        QVERIFY(readProfile(written(profileFile(editorBundle)), data, &editor, &error, &signers));
-        QVERIFY(editor);
-        QVERIFY(signers.isEmpty() && error.isEmpty());
-        QVERIFY(readProfile(written(profileFile(readerBundle)), data, &editor, &error));
-        QVERIFY(!editor);
-        QVERIFY(readProfile(written(profileFile(readerBundle)), data, nullptr, nullptr));
+        const Result<ReadProfile> ofEditor = readProfile(written(profileFile(editorBundle)), data);
+        QCOMPARE(problemText(ofEditor), QString());
+        QCOMPARE(ofEditor->product, &Product::editor());
+        QVERIFY(ofEditor->signers.isEmpty());
+        const Result<ReadProfile> ofReader = readProfile(written(profileFile(readerBundle)), data);
+        QCOMPARE(problemText(ofReader), QString());
+        QCOMPARE(ofReader->product, &Product::reader());
     }
 
     void anOldStyleListIsRead()
     {
         EditorXmlData data;
-        bool editor = false;
-        QString error;
         const QByteArray list = "{ PayloadIdentifier = old.1; PayloadContent = ( { PayloadIdentifier = \"" +
                                 editorBundle + "\"; } ); }";
-        QVERIFY2(readProfile(written(list), data, &editor, &error), qPrintable(error));
+        QCOMPARE(problemText(readProfile(written(list), data)), QString());
         QCOMPARE(data.payloadInfo.PayloadIdentifier, QStringLiteral("old.1"));
     }
 
@@ -86,8 +85,7 @@ private slots:
         QFETCH(QByteArray, bytes);
         QFETCH(QString, problem);
         EditorXmlData data = RecordSamples::everythingChanged();
-        QString error;
-        QVERIFY(!readProfile(written(bytes), data, nullptr, &error));
+        const QString error = problemText(readProfile(written(bytes), data));
         QVERIFY2(error.startsWith(problem), qPrintable(error));
         QVERIFY2(!error.contains(QLatin1Char('\n')), qPrintable(error));
         QVERIFY(data == RecordSamples::everythingChanged());
@@ -96,11 +94,9 @@ private slots:
     void whatIsNoFileIsSaid()
     {
         EditorXmlData data;
-        QString error;
-        QVERIFY(!readProfile(m_folder.filePath(QStringLiteral("missing")), data, nullptr, &error));
-        QCOMPARE(error, QStringLiteral("does not exist"));
-        QVERIFY(!readProfile(m_folder.path(), data, nullptr, &error));
-        QCOMPARE(error, QStringLiteral("is not a regular file"));
+        QCOMPARE(problemText(readProfile(m_folder.filePath(QStringLiteral("missing")), data)),
+                 QStringLiteral("does not exist"));
+        QCOMPARE(problemText(readProfile(m_folder.path(), data)), QStringLiteral("is not a regular file"));
     }
 
     void aSignedProfileIsDecodedAndItsSignerNamed_data()
@@ -118,11 +114,10 @@ private slots:
                       "SMIME: \tlevel=1.1; type=signedData; nsigners=1;\n"
                       "SMIME: \t\tsigner0.id=\"Jane Doe\"; signer0.status=GoodSignature;\n");
         EditorXmlData data;
-        bool editor = false;
-        QString error;
-        QList<ProfileSigner> signers;
-        QVERIFY2(readProfile(written(start), data, &editor, &error, &signers), qPrintable(error));
-        QVERIFY(editor);
+        const Result<ReadProfile> profile = readProfile(written(start), data);
+        QCOMPARE(problemText(profile), QString());
+        QCOMPARE(profile->product, &Product::editor());
+        const QList<ProfileSigner> signers = profile->signers;
         QCOMPARE(signers.size(), 1);
         QCOMPARE(signers.first().name, QStringLiteral("Jane Doe"));
         QVERIFY(signers.first().isKnown);
@@ -134,8 +129,7 @@ private slots:
         StandIns commands;
         signedContent(commands, largeProfile(3), "");
         EditorXmlData data;
-        QString error;
-        QVERIFY2(readProfile(written(derStart), data, nullptr, &error), qPrintable(error));
+        QCOMPARE(problemText(readProfile(written(derStart), data)), QString());
         QCOMPARE(data.payloadInfo.PayloadIdentifier, QStringLiteral("host.1"));
     }
 
@@ -144,8 +138,7 @@ private slots:
         StandIns commands;
         signedContent(commands, largeProfile(33), "");
         EditorXmlData data;
-        QString error;
-        QVERIFY(!readProfile(written(derStart), data, nullptr, &error));
+        const QString error = problemText(readProfile(written(derStart), data));
         QCOMPARE(error,
                  QStringLiteral("holds a signed profile that cannot be read (/usr/bin/security printed "
                                 "more than 32 MiB)"));
@@ -157,8 +150,9 @@ private slots:
         StandIns commands;
         signedContent(commands, profileFile(editorBundle), "");
         EditorXmlData data;
-        QList<ProfileSigner> signers;
-        QVERIFY(readProfile(written(derStart), data, nullptr, nullptr, &signers));
+        const Result<ReadProfile> profile = readProfile(written(derStart), data);
+        QCOMPARE(problemText(profile), QString());
+        const QList<ProfileSigner> signers = profile->signers;
         QCOMPARE(signers.size(), 1);
         QCOMPARE(signers.first().name, QStringLiteral("unknown signer"));
     }
@@ -212,8 +206,9 @@ private slots:
         StandIns commands;
         signedContent(commands, profileFile(editorBundle), headers);
         EditorXmlData data;
-        QList<ProfileSigner> signers;
-        QVERIFY(readProfile(written(derStart), data, nullptr, nullptr, &signers));
+        const Result<ReadProfile> profile = readProfile(written(derStart), data);
+        QCOMPARE(problemText(profile), QString());
+        const QList<ProfileSigner> signers = profile->signers;
         QCOMPARE(signers.size(), names.size());
         for (int i = 0; i < names.size(); ++i) {
             QCOMPARE(signers.at(i).name, names.at(i));
@@ -239,8 +234,7 @@ private slots:
             "SMIME: \tlevel=0.1; type=signedData; nsigners=1; \n\t\tsigner0.id=\"A\"; signer0.status=" +
                 status + "; \n");
         EditorXmlData data;
-        QString error;
-        QVERIFY(!readProfile(written(derStart), data, nullptr, &error));
+        const QString error = problemText(readProfile(written(derStart), data));
         QCOMPARE(error, QStringLiteral("is a damaged signed message (its signature is called %1)")
                             .arg(QString::fromUtf8(status)));
         QVERIFY(data == EditorXmlData());
@@ -251,8 +245,7 @@ private slots:
         StandIns commands;
         commands.set(security, "echo 'security: cannot decode' >&2\nexit 1\n");
         EditorXmlData data;
-        QString error;
-        QVERIFY(!readProfile(written(derStart), data, nullptr, &error));
+        const QString error = problemText(readProfile(written(derStart), data));
         QVERIFY2(error.startsWith(QStringLiteral("is a damaged signed message (")), qPrintable(error));
         QVERIFY2(error.contains(QStringLiteral("cannot decode")), qPrintable(error));
     }
@@ -262,8 +255,7 @@ private slots:
         StandIns commands;
         signedContent(commands, "just text", "");
         EditorXmlData data;
-        QString error;
-        QVERIFY(!readProfile(written(derStart), data, nullptr, &error));
+        const QString error = problemText(readProfile(written(derStart), data));
         QVERIFY2(error.startsWith(QStringLiteral("is no property list (")), qPrintable(error));
         QVERIFY(data == EditorXmlData());
     }
@@ -271,10 +263,12 @@ private slots:
     void theTextOfARecordReadsBack()
     {
         EditorXmlData back;
-        bool editor = true;
-        const QString text = profileText(RecordSamples::everythingChanged(), false);
-        QVERIFY(readProfile(written(text.toUtf8()), back, &editor, nullptr));
-        QVERIFY(!editor);
+        const EditorXmlData data = RecordSamples::everythingChanged();
+        const Result<QString> text = ConfigGenerator::generate(&data, Product::reader());
+        QCOMPARE(problemText(text), QString());
+        const Result<ReadProfile> profile = readProfile(written(text->toUtf8()), back);
+        QCOMPARE(problemText(profile), QString());
+        QCOMPARE(profile->product, &Product::reader());
         QCOMPARE(back.strLoginDomainList, QStringLiteral("@example.com;@example.org"));
     }
 

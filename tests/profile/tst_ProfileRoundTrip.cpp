@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "config/Product.h"
 #include "config/Settings.h"
+#include "profile/ConfigGenerator.h"
 #include "profile/CProfileGenerator.h"
 #include "profile/ProfileDocument.h"
 #include "tests/profile/ProfileSamples.h"
+#include "tests/support/ProblemText.h"
 #include "tests/support/TestFiles.h"
 
 #include <QTemporaryDir>
@@ -52,15 +55,16 @@ private slots:
         const QString binary = folder.filePath(QStringLiteral("a.mobileconfig"));
         for (int i = 0; i < 40; ++i) {
             const EditorXmlData data = ProfileSamples::randomRecord(random);
-            TestFiles::write(xml, profileText(data, true).toUtf8());
+            const Result<QString> text = ConfigGenerator::generate(&data, Product::editor());
+            QCOMPARE(problemText(text), QString());
+            TestFiles::write(xml, text->toUtf8());
             TestFiles::outputOf(QStringLiteral("plistutil"),
                                 {QStringLiteral("-i"), xml, QStringLiteral("-o"), binary,
                                  QStringLiteral("-f"), QStringLiteral("bin")});
             EditorXmlData back;
-            bool editor = false;
-            QString error;
-            QVERIFY2(readProfile(binary, back, &editor, &error), qPrintable(error));
-            QVERIFY(editor);
+            const Result<ReadProfile> profile = readProfile(binary, back);
+            QCOMPARE(problemText(profile), QString());
+            QCOMPARE(profile->product, &Product::editor());
             EditorXmlData expected = ProfileSamples::throughProfile(data, true);
             expected.bMIPCheckPolicySet = data.bMIPCheckPolicySet;
             expected.nMIPCheckPolicyOnDocSave = data.nMIPCheckPolicyOnDocSave;

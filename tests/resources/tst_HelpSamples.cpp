@@ -114,7 +114,7 @@ struct Written
     QDomDocument profile() const
     {
         const EditorXmlData data = settingsForProduct(settings, Product::editor());
-        return parsed(ConfigGenerator::generate(&data, true));
+        return parsed(*ConfigGenerator::generate(&data, Product::editor()));
     }
 };
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "tests/support/ProblemText.h"
 #include "tests/support/PropertyListCases.h"
 
 #include "profile/CProfileGenerator.h"
@@ -85,8 +86,7 @@ private:
         QFETCH(QString, domains);
         TestFiles::write(m_path, profile);
         EditorXmlData data = RecordSamples::everythingChanged();
-        QString error;
-        QVERIFY2(readProfile(m_path, data, nullptr, &error) == isRead, qPrintable(error));
+        const QString error = problemText(readProfile(m_path, data));
         QVERIFY2(error.isEmpty() == isRead && !error.contains(QLatin1Char('\n')), qPrintable(error));
         if (isRead)
             QCOMPARE(data.strLoginDomainList, domains);

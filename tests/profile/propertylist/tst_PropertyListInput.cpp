@@ -5,6 +5,7 @@
 #include "profile/ProfileDocument.h"
 #include "tests/profile/CocoaCalls.h"
 #include "tests/profile/ProfileSamples.h"
+#include "tests/support/ProblemText.h"
 #include "tests/support/TestFiles.h"
 
 #include <QTemporaryDir>
@@ -128,9 +129,7 @@ private slots:
         const QString path = folder.filePath(QStringLiteral("a.mobileconfig"));
         TestFiles::write(path, bytes);
         EditorXmlData data;
-        QString error;
-        QVERIFY(!readProfile(path, data, nullptr, &error));
-        QVERIFY(!error.isEmpty());
+        QVERIFY(!problemText(readProfile(path, data)).isEmpty());
         QVERIFY(!CProfileGenerator::ImportProfile(path, &data, true));
         QVERIFY(data == EditorXmlData());
     }
@@ -157,13 +156,11 @@ private slots:
     void theLargestThatIsAcceptedIsRead()
     {
         QFETCH(QByteArray, bytes);
-        QString error;
         const QTemporaryDir folder;
         const QString path = folder.filePath(QStringLiteral("a.mobileconfig"));
         TestFiles::write(path, bytes);
         EditorXmlData data;
-        QVERIFY(!readProfile(path, data, nullptr, &error));
-        QCOMPARE(error, QStringLiteral("holds no PayloadContent"));
+        QCOMPARE(problemText(readProfile(path, data)), QStringLiteral("holds no PayloadContent"));
     }
 
     /// Any byte of a good list may be damaged: it is refused or read, and nothing else.
@@ -184,7 +181,7 @@ private slots:
             bytes[int(random.bounded(bytes.size()))] = char(random.bounded(256));
             TestFiles::write(path, bytes);
             EditorXmlData data;
-            QVERIFY(!readProfile(path, data, nullptr, nullptr));
+            QVERIFY(!readProfile(path, data));
             accepted += CocoaCalls::readingProblem(bytes).isEmpty() ? 1 : 0;
         }
         QVERIFY(accepted > 30); // else hardly more than the header would have been read
