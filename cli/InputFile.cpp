@@ -37,24 +37,6 @@ QString missing(const QString &path, const QString &give)
            give;
 }
 
-/// Empty when the file can be opened. A pipe is not opened, because that would wait for its writer.
-QString readProblem(const QString &path, const QString &give)
-{
-    const QByteArray name = QFile::encodeName(path);
-    struct stat status = {};
-    if (::stat(name.constData(), &status) != 0)
-        return errno == ENOENT || errno == ENOTDIR ? missing(path, give) : outOfReach(give);
-    if (S_ISDIR(status.st_mode))
-        return QStringLiteral("is a folder; give ") + give;
-    if (!S_ISREG(status.st_mode))
-        return QStringLiteral("is not a regular file; give ") + give;
-    const int descriptor = ::open(name.constData(), O_RDONLY | O_CLOEXEC);
-    if (descriptor < 0)
-        return outOfReach(give);
-    ::close(descriptor);
-    return {};
-}
-
 QByteArray beginningOf(const QString &path)
 {
     constexpr qint64 enoughForTheRootElement = 64 * 1024;
@@ -101,10 +83,22 @@ FileKind kindOfFile(const QString &path)
     return isDocumentRoot(root) ? FileKind::Document : FileKind::Unknown;
 }
 
+/// A pipe is not opened, because that would wait for its writer.
 Result<> checkReadable(const QString &path, const QString &give)
 {
-    const QString problem = readProblem(path, give);
-    return problem.isEmpty() ? Result<>() : Problem{path, problem};
+    const QByteArray name = QFile::encodeName(path);
+    struct stat status = {};
+    if (::stat(name.constData(), &status) != 0)
+        return Problem{path, errno == ENOENT || errno == ENOTDIR ? missing(path, give) : outOfReach(give)};
+    if (S_ISDIR(status.st_mode))
+        return Problem{path, QStringLiteral("is a folder; give ") + give};
+    if (!S_ISREG(status.st_mode))
+        return Problem{path, QStringLiteral("is not a regular file; give ") + give};
+    const int descriptor = ::open(name.constData(), O_RDONLY | O_CLOEXEC);
+    if (descriptor < 0)
+        return Problem{path, outOfReach(give)};
+    ::close(descriptor);
+    return {};
 }
 
 Result<> checkFile(const QString &path, FileKind wanted, const QString &give)

@@ -75,14 +75,14 @@ bool matches(const QString &value, const QString &pattern)
     return QRegularExpression(QRegularExpression::anchoredPattern(pattern)).match(value).hasMatch();
 }
 
-QString profileLineProblem(const VerbLine &line)
+Result<> checkIdentity(const VerbLine &line)
 {
     const QString uuid = line.value(OptionName::uuid);
     const QString uuidForm = QStringLiteral("[0-9A-Fa-f]{8}(-[0-9A-Fa-f]{4}){3}-[0-9A-Fa-f]{12}");
     if (!uuid.isEmpty() && !matches(uuid, uuidForm))
-        return QStringLiteral("\"%1\" is no UUID; give one such as uuidgen prints").arg(uuid);
+        return Problem{{}, QStringLiteral("\"%1\" is no UUID; give one such as uuidgen prints").arg(uuid)};
     if (!matches(line.value(OptionName::identifier), QStringLiteral("[^\\s\\p{C}]*")))
-        return QStringLiteral("an identifier holds neither white space nor control characters");
+        return Problem{{}, QStringLiteral("an identifier holds neither white space nor control characters")};
     return {};
 }
 
@@ -147,7 +147,7 @@ Verb profileVerb()
         QList<Option>{required(productOption(QStringLiteral("the product that the profile is for")))} +
         sourceOptions() + resultOptions() +
         QList<Option>{withRemark(jsonOption(), QStringLiteral(", also when it fails")), quietOption()};
-    verb.furtherProblem = profileLineProblem;
+    verb.furtherCheck = checkIdentity;
     verb.refusal = profileRefusal;
     return verb;
 }

@@ -31,7 +31,7 @@ struct Verb
     QList<Operand> operands{};
 
     /// What is wrong with a line that fits all this nevertheless, or empty; null when nothing can be.
-    QString (*furtherProblem)(const VerbLine &line) = nullptr;
+    Result<> (*furtherCheck)(const VerbLine &line) = nullptr;
 
     int trouble = ExitCode::refused; ///< exit code when it could not begin, or its output not be written
 

@@ -49,13 +49,18 @@ QStringList longForms(const QList<Option> &options)
     return forms;
 }
 
-QString choiceProblem(const Option &option, const QStringList &given)
+Problem problem(const QString &text)
+{
+    return {{}, text};
+}
+
+Result<> checkChoice(const Option &option, const QStringList &given)
 {
     const QStringList &allowed = option.value.words;
     for (const QString &value : given) {
         if (!allowed.contains(value))
-            return QStringLiteral("%1 is %2, not \"%3\"")
-                .arg(option.longForm(), listed(allowed, QStringLiteral("or")), value);
+            return problem(QStringLiteral("%1 is %2, not \"%3\"")
+                               .arg(option.longForm(), listed(allowed, QStringLiteral("or")), value));
     }
     return {};
 }
@@ -76,78 +81,73 @@ bool VerbLine::wantsHelp() const
     return isSet(OptionName::help);
 }
 
-QString VerbLine::problem() const
+Result<> VerbLine::check() const
 {
-    QString problem = parseProblem();
-    if (problem.isEmpty())
-        problem = optionsProblem();
-    if (problem.isEmpty())
-        problem = operandsProblem();
-    if (problem.isEmpty() && m_verb.furtherProblem)
-        problem = m_verb.furtherProblem(*this);
-    return problem;
+    for (const auto check : {&VerbLine::checkParsed, &VerbLine::checkOptions, &VerbLine::checkOperands}) {
+        if (Result<> checked = (this->*check)(); !checked)
+            return checked;
+    }
+    return m_verb.furtherCheck ? m_verb.furtherCheck(*this) : Result<>();
 }
 
-QString VerbLine::parseProblem() const
+Result<> VerbLine::checkParsed() const
 {
     if (m_parsed)
         return {};
     const QString unknown = m_parser.unknownOptionNames().value(0);
     if (unknown.isEmpty())
-        return withoutFullStop(m_parser.errorText());
+        return problem(withoutFullStop(m_parser.errorText()));
     QStringList known;
     for (const Option &option : allOptions(m_verb))
         known.append(option.name);
     const QString nearest = nearestWord(unknown, known);
-    const QString problem = QStringLiteral("Unknown option '%1'").arg(unknown);
-    return nearest.isEmpty() ? problem : problem + QStringLiteral(", the nearest is --%1").arg(nearest);
+    const QString text = QStringLiteral("Unknown option '%1'").arg(unknown);
+    return problem(nearest.isEmpty() ? text : text + QStringLiteral(", the nearest is --%1").arg(nearest));
 }
 
-QString VerbLine::optionsProblem() const
+Result<> VerbLine::checkOptions() const
 {
     for (const Option &option : m_verb.options) {
-        const QString problem = optionProblem(option);
-        if (!problem.isEmpty())
-            return problem;
+        if (Result<> checked = checkOption(option); !checked)
+            return checked;
     }
     return {};
 }
 
-QString VerbLine::optionProblem(const Option &option) const
+Result<> VerbLine::checkOption(const Option &option) const
 {
     const QList<Option> group = groupOf(option, m_verb.options);
     const auto given = std::count_if(group.begin(), group.end(),
                                      [this](const Option &member) { return isSet(member.name); });
-    if (given == 0)
-        return option.isRequired
-                   ? listed(longForms(group), QStringLiteral("or")) + QStringLiteral(" is missing")
-                   : QString();
     if (given > 1)
-        return listed(longForms(group), QStringLiteral("and")) + QStringLiteral(" exclude each other");
-    return isSet(option.name) && option.takesValue() ? valueProblem(option) : QString();
+        return problem(listed(longForms(group), QStringLiteral("and")) +
+                       QStringLiteral(" exclude each other"));
+    if (given == 0 && option.isRequired)
+        return problem(listed(longForms(group), QStringLiteral("or")) + QStringLiteral(" is missing"));
+    return isSet(option.name) && option.takesValue() ? checkValue(option) : Result<>();
 }
 
-QString VerbLine::valueProblem(const Option &option) const
+Result<> VerbLine::checkValue(const Option &option) const
 {
     const QStringList given = values(option.name);
     if (given.contains(QString()))
-        return QStringLiteral("%1 has an empty value").arg(option.longForm());
+        return problem(QStringLiteral("%1 has an empty value").arg(option.longForm()));
     if (given.size() > 1 && !option.isRepeatable)
-        return QStringLiteral("%1 is given more than once").arg(option.longForm());
-    return option.value.kind == Value::Kind::Choice ? choiceProblem(option, given) : QString();
+        return problem(QStringLiteral("%1 is given more than once").arg(option.longForm()));
+    return option.value.kind == Value::Kind::Choice ? checkChoice(option, given) : Result<>();
 }
 
-QString VerbLine::operandsProblem() const
+Result<> VerbLine::checkOperands() const
 {
     const QList<Operand> &expected = m_verb.operands;
     const QStringList given = operands();
     const int unexpected = static_cast<int>(expected.size());
     const bool takesMore = !expected.isEmpty() && expected.last().isRepeatable;
     if (given.size() > unexpected && !takesMore)
-        return QStringLiteral("unexpected argument \"%1\"").arg(given.at(unexpected));
+        return problem(QStringLiteral("unexpected argument \"%1\"").arg(given.at(unexpected)));
     for (int i = 0; i < expected.size(); ++i) {
         if (operand(i).isEmpty() && !expected.at(i).isOptional)
-            return QStringLiteral("%1 is missing").arg(expected.at(i).value.name);
+            return problem(QStringLiteral("%1 is missing").arg(expected.at(i).value.name));
     }
     return {};
 }

@@ -18,8 +18,8 @@ public:
 
     bool wantsHelp() const;
 
-    /// What is wrong with the command line, or empty.
-    QString problem() const;
+    /// That the command line is what the description says.
+    Result<> check() const;
 
     bool isSet(QLatin1String option) const;
     QString value(QLatin1String option) const;
@@ -33,15 +33,15 @@ public:
     QString operandPath(int index = 0) const;
     /// All operands as they were given.
     QStringList operands() const;
-    /// The product that --product names; only when there is no problem().
+    /// The product that --product names; only when check() holds.
     const Product &product() const;
 
 private:
-    QString parseProblem() const;
-    QString optionsProblem() const;
-    QString optionProblem(const Option &option) const;
-    QString valueProblem(const Option &option) const;
-    QString operandsProblem() const;
+    Result<> checkParsed() const;
+    Result<> checkOptions() const;
+    Result<> checkOption(const Option &option) const;
+    Result<> checkValue(const Option &option) const;
+    Result<> checkOperands() const;
 
     const Verb &m_verb;
     QCommandLineParser m_parser;

@@ -65,9 +65,8 @@ int runVerb(const Verb &verb, const QStringList &arguments, const VerbTable &tab
     const VerbLine line(verb, arguments);
     if (line.wantsHelp())
         return print(verbHelp(table, verb), console);
-    const QString problem = line.problem();
-    if (!problem.isEmpty())
-        return wrongUsage(verb.name, problem, helpFor(verb.name), console);
+    if (const Result<> usable = line.check(); !usable)
+        return wrongUsage(verb.name, usable.problem().text, helpFor(verb.name), console);
     if (const Result<> enoughFiles = Startup::checkFileLimit(); !enoughFiles)
         return refuse(verb, line, enoughFiles.problem(), console);
     const int exitCode = verb.run(line, console);

@@ -19,15 +19,15 @@
 
 namespace {
 
-/// Why a script's lines cannot be patched, or empty.
-QString patchProblem(const QString &text, LinesEdit edit)
+/// Why the build leaves a script as it is, or empty.
+QString whyUnpatched(const QStringList &lines, bool isPatched, LinesEdit edit)
 {
-    QStringList lines = scriptLines(text);
-    const Result<> edited = edit(lines);
-    return edited ? QString() : unpatchedReason(edited.problem().text);
+    if (isPatched)
+        return QStringLiteral("it was patched before");
+    QStringList edited = lines;
+    const Result<> result = edit(edited);
+    return result ? QString() : unpatchedReason(result.problem().text);
 }
-
-const QString patchedBefore = QStringLiteral("it was patched before");
 
 int linesThatHold(const QString &text, const QStringList &lines)
 {
@@ -42,9 +42,9 @@ void inspectPreinstall(const QString &path, ScriptsInspection &inspection)
         inspection.preinstallProblem = text.problem().text;
         return;
     }
-    inspection.preinstallPatched = isPatchedPreinstall(scriptLines(*text));
-    inspection.preinstallProblem =
-        inspection.preinstallPatched ? patchedBefore : patchProblem(*text, patchPreinstallLines);
+    const QStringList lines = scriptLines(*text);
+    inspection.preinstallPatched = isPatchedPreinstall(lines);
+    inspection.preinstallProblem = whyUnpatched(lines, inspection.preinstallPatched, patchPreinstallLines);
 }
 
 void inspectPostinstall(const QString &path, ScriptsInspection &inspection)
@@ -58,8 +58,7 @@ void inspectPostinstall(const QString &path, ScriptsInspection &inspection)
     }
     const QStringList lines = scriptLines(*text);
     inspection.postinstallPatched = isPatchedPostinstall(lines);
-    inspection.postinstallProblem =
-        inspection.postinstallPatched ? patchedBefore : patchProblem(*text, patchPostinstallLines);
+    inspection.postinstallProblem = whyUnpatched(lines, inspection.postinstallPatched, patchPostinstallLines);
     inspection.version = productVersion(*text, &inspection.versionUnusable);
     inspection.documentSwitches = linesThatHold(QStringLiteral("editorXmlFileCopy=0"), lines);
     inspection.viewerSwitches = linesThatHold(QStringLiteral("setdefaultpdf=0"), lines);

@@ -112,8 +112,7 @@ SigningIdentities CProfileGenerator::FindSignIDs()
 {
     const CommandResult result = runSecurity({QStringLiteral("find-identity"), QStringLiteral("-v"),
                                               QStringLiteral("-p"), QStringLiteral("codesigning")});
-    const QStringList remarks = saidOnError(result).split(QLatin1Char('
-'), Qt::SkipEmptyParts);
+    const QStringList remarks = saidOnError(result).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     const QString failure = result.outputProblem();
     if (failure.isEmpty())
         return {quotedNames(QString::fromUtf8(result.standardOutput)), remarks};

@@ -65,13 +65,13 @@ public:
     {
     }
 
-    /// Empty when all of the text is one list.
-    QString firstProblem()
+    /// Whether all of the text is one list.
+    Result<> result()
     {
         skipSpace();
         if (startsText() ? readWithoutBraces() : readValue())
             expectEnd();
-        return m_problem;
+        return m_result;
     }
 
 private:
@@ -294,33 +294,26 @@ private:
     bool fail(const QString &problem)
     {
         const auto line = m_text.left(m_at).count(QLatin1Char('\n')) + 1;
-        m_problem = QStringLiteral("line %1: %2").arg(QString::number(line), problem);
+        m_result = Problem{{}, QStringLiteral("line %1: %2").arg(QString::number(line), problem)};
         return false;
     }
 
     const QString m_text;
     PropertyList::Sink &m_sink;
-    QString m_problem;
+    Result<> m_result;
     int m_at = 0;
     int m_depth = 0;
     int m_nodes = 0;
 };
 
-/// Empty when the bytes are text.
-QString problemOfBytes(const QByteArray &bytes)
-{
-    if (bytes.isEmpty())
-        return QStringLiteral("it is empty");
-    const bool isText = !bytes.contains('\0') && QString::fromUtf8(bytes).toUtf8() == bytes;
-    return isText ? QString() : QStringLiteral("it is no text");
-}
-
 } // namespace
 
 Result<> OldStylePropertyList::read(const QByteArray &utf8, PropertyList::Sink &sink)
 {
-    QString problem = problemOfBytes(utf8);
-    if (problem.isEmpty())
-        problem = Reader(QString::fromUtf8(utf8), sink).firstProblem();
-    return problem.isEmpty() ? Result<>() : Problem{{}, problem};
+    if (utf8.isEmpty())
+        return Problem{{}, QStringLiteral("it is empty")};
+    const QString text = QString::fromUtf8(utf8);
+    if (utf8.contains('\0') || text.toUtf8() != utf8)
+        return Problem{{}, QStringLiteral("it is no text")};
+    return Reader(text, sink).result();
 }
