@@ -42,6 +42,11 @@ Value Value::identity()
     return {QStringLiteral("IDENTITY"), Kind::Identity, {}};
 }
 
+Value Value::certificates()
+{
+    return {QStringLiteral("FILE"), Kind::File, {QStringLiteral("pem")}};
+}
+
 QString Option::longForm() const
 {
     return QStringLiteral("--") + name;

@@ -21,8 +21,12 @@ inline constexpr QLatin1String keepConfig("keep-config");
 inline constexpr QLatin1String output("output");
 inline constexpr QLatin1String product("product");
 inline constexpr QLatin1String quiet("quiet");
+inline constexpr QLatin1String requireSigned("require-signed");
+inline constexpr QLatin1String requireTeam("require-team");
 inline constexpr QLatin1String sign("sign");
+inline constexpr QLatin1String trustAnchors("trust-anchors");
 inline constexpr QLatin1String uuid("uuid");
+inline constexpr QLatin1String vendorTeam("vendor-team");
 inline constexpr QLatin1String version("version");
 
 } // namespace OptionName
@@ -48,6 +52,7 @@ struct Value
     static Value profile(const char *name);
     static Value settings(const char *name); ///< a file of any kind that holds settings
     static Value identity();
+    static Value certificates();
 };
 
 /// One option of a verb. All texts are for people, in the style "the package to make".

@@ -35,7 +35,7 @@ QString lastWord(const Verb &verb)
 
 const VerbTable &pctVerbs()
 {
-    static const VerbTable table{checkVerb(), buildVerb(), profileVerb(),
-                                 showVerb(),  diffVerb(),  identitiesVerb()};
+    static const VerbTable table{checkVerb(), buildVerb(),      profileVerb(), showVerb(),
+                                 diffVerb(),  identitiesVerb(), verifyVerb()};
     return table;
 }

@@ -60,3 +60,4 @@ Verb profileVerb();
 Verb showVerb();
 Verb diffVerb();
 Verb identitiesVerb();
+Verb verifyVerb();
