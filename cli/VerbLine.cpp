@@ -2,8 +2,8 @@
 #include "cli/VerbLine.h"
 
 #include "cli/HelpText.h"
-#include "cli/NearestWord.h"
 #include "config/Product.h"
+#include "core/NearestWord.h"
 
 #include <QDir>
 

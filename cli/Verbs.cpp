@@ -4,9 +4,9 @@
 #include "cli/Console.h"
 #include "cli/ExitCode.h"
 #include "cli/HelpText.h"
-#include "cli/NearestWord.h"
 #include "cli/Startup.h"
 #include "cli/VerbLine.h"
+#include "core/NearestWord.h"
 #include "core/PrintableText.h"
 
 #include <QCoreApplication>

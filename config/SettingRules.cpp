@@ -76,6 +76,16 @@ void settleAttachmentMode(EditorXmlData &data, const Product &)
         data.nFileAttachmentsMode = row;
 }
 
+void dropNamedAttachments(EditorXmlData &data)
+{
+    data.strDisableOpenSaveFileAttach = EditorXmlData().strDisableOpenSaveFileAttach;
+}
+
+void dropChosenAttachments(EditorXmlData &data)
+{
+    data.nFileAttachmentsMode = EditorXmlData().nFileAttachmentsMode;
+}
+
 std::optional<QString> policyText(const EditorXmlData &data)
 {
     if (!data.bMIPCheckPolicySet)
@@ -112,6 +122,17 @@ std::variant<bool, int, QString> shownPolicy(const EditorXmlData &data)
 void takePolicy(EditorXmlData &data, const int &row)
 {
     setPolicy(data, row == 1 || row == 2, row - 1);
+}
+
+void followPolicy(EditorXmlData &data)
+{
+    setPolicy(data, data.nMIPCheckPolicyOnDocSave != -1, data.nMIPCheckPolicyOnDocSave);
+}
+
+void followPolicySet(EditorXmlData &data)
+{
+    const int policy = data.nMIPCheckPolicyOnDocSave;
+    setPolicy(data, data.bMIPCheckPolicySet, policy == -1 ? 1 : policy);
 }
 
 std::optional<QString> libraryText(const EditorXmlData &data)

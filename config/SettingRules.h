@@ -15,6 +15,8 @@ bool isOne(const QString &text);
 const std::vector<Setting::Choice> &attachmentChoices();
 std::optional<QString> attachmentText(const EditorXmlData &data);
 void settleAttachmentMode(EditorXmlData &data, const Product &product);
+void dropNamedAttachments(EditorXmlData &data);
+void dropChosenAttachments(EditorXmlData &data);
 
 // The MIP policy on save: a number in two members, the first of which says whether there is one.
 std::optional<QString> policyText(const EditorXmlData &data);
@@ -23,6 +25,9 @@ std::variant<QString, int> policyInProfile(const EditorXmlData &data);
 void readPolicyInProfile(EditorXmlData &data, const ProfileValue &value);
 std::variant<bool, int, QString> shownPolicy(const EditorXmlData &data);
 void takePolicy(EditorXmlData &data, const int &row);
+void followPolicy(EditorXmlData &data);
+/// A policy that is said to be set and has no value is on.
+void followPolicySet(EditorXmlData &data);
 
 // The sign-in library of MIP: everything but 1 is the first one.
 std::optional<QString> libraryText(const EditorXmlData &data);

@@ -132,6 +132,24 @@ struct Row : Setting
         return *this;
     }
 
+    Row meaning(const char *text)
+    {
+        Setting::meaning = QLatin1String(text);
+        return *this;
+    }
+
+    Row listing(Entries listed)
+    {
+        entries = listed;
+        return *this;
+    }
+
+    Row followedBy(void (*rule)(Data &))
+    {
+        follow = rule;
+        return *this;
+    }
+
     Row settledBy(void (*rule)(Data &, const Product &))
     {
         settle = rule;
@@ -176,56 +194,76 @@ std::vector<Setting> allSettings()
 {
     return {
         setting<&Data::bShowStartPage>("bShowStartPage", "Show Start Page", "Preferences.html#Start Page")
+            .meaning("show the start page at launch")
             .preference(1, "StartPage", "Mode")
             .at(1, "checkBox_showStartPg")
             .collectedAnew(),
         setting<&Data::bRemoveAdvertise>("bRemoveAdvertise", "Remove Advertisement",
                                          "Preferences.html#Advertisement")
+            .meaning("remove advertisements")
             .preference(2, "Advertise", "Disable", Written::ZeroThenFilled)
             .at(2, "checkBox_removeAdvertise")
             .onlyForEditor()
             .collectedAnew(),
         setting<&Data::strDisableOpenSaveFileAttach>("strDisableOpenSaveFileAttach", attachmentsTitle,
                                                      attachmentsHelp)
+            .meaning("attachment permission as the document says it")
             .preference(5, attachments, "DisableOpenSaveFileAttach")
             .onlyInDocument()
             .writtenBy(attachmentText, Plain<&Data::strDisableOpenSaveFileAttach>::readText)
+            .offering({{QLatin1String("Default"), QLatin1String("Default")},
+                       {QLatin1String("0"), QLatin1String("Enabled")},
+                       {QLatin1String("1"), QLatin1String("Disabled")}})
+            .followedBy(dropChosenAttachments)
             .collectedAnew(),
         setting<&Data::nFileAttachmentsMode>("nFileAttachmentsMode", attachmentsTitle, attachmentsHelp)
+            .meaning("attachment mode chosen in the window")
             .preference(5, attachments, "DisableOpenSaveFileAttach")
             .onlyInProfile()
             .at(4, "cb_fileattachmentsMode")
             .offering(attachmentChoices())
             .settledBy(settleAttachmentMode)
+            .followedBy(dropNamedAttachments)
             .collectedAnew(),
         setting<&Data::strBuiltInPermList>("strBuiltInPermList",
                                            "Edit the default list of file types (Extension)",
                                            "Preferences.html#file-types")
+            .meaning("file types and their permission levels")
             .preference(5, attachments, "BuiltInPermList")
             .at(5, "tt_defaultLaunchAttachmentPerms")
+            .listing(Setting::Entries::FileTypes)
             .collectedAnew(),
         setting<&Data::bDisableOpenFileAll>("bDisableOpenFileAll", "Disable all actions in PDFs",
                                             "Preferences.html#actions")
+            .meaning("block all actions in documents")
             .preference(5, attachments, "Mode", Written::ZeroThenFilled)
             .at(6, "rb_disableopenfile_all"),
         setting<&Data::strUnloadPluginArray>("strUnloadPluginArray", "Plugins", "Plugins.html")
+            .meaning("plug-ins not to load")
             .in(Section::Plugins, "Plugin", "UnloadPluginArray")
             .at(9, "listWidget_pluginList")
+            .listing(Setting::Entries::Plugins)
             .settledBy(settlePlugins)
             .collectedAnew(),
-        named("bMIPCheckPolicySet", policyTitle, policyHelp, &Data::bMIPCheckPolicySet).collectedAnew(),
+        named("bMIPCheckPolicySet", policyTitle, policyHelp, &Data::bMIPCheckPolicySet)
+            .meaning("whether there is an MIP policy on save")
+            .followedBy(followPolicySet)
+            .collectedAnew(),
         setting<&Data::nMIPCheckPolicyOnDocSave>("nMIPCheckPolicyOnDocSave", policyTitle, policyHelp)
+            .meaning("MIP policy on save")
             .preference(3, "bMIPCheckPolicyOnDocSave", "Mode")
             .writtenBy(policyText, readPolicyText)
             .inProfileBy(policyInProfile, readPolicyInProfile)
             .at(7, "cb_aip_options")
             .shownBy(shownPolicy, takePolicy)
+            .followedBy(followPolicy)
             .offering({{QLatin1String("-1"), QLatin1String("Default")},
                        {QLatin1String("0"), QLatin1String("Disabled")},
                        {QLatin1String("1"), QLatin1String("Enabled")}})
             .collectedAnew(),
         setting<&Data::nAuthLibrary>("nAuthLibrary", "MIP Authentication Library",
                                      "Preferences.html#mip-library")
+            .meaning("MIP sign-in library")
             .preference(4, "AuthLibrary", "Mode", Written::AtOnce)
             .writtenBy(libraryText, readLibraryText)
             .inProfileBy(libraryInProfile, readLibraryInProfile)
@@ -234,41 +272,52 @@ std::vector<Setting> allSettings()
             .offering(
                 {{QLatin1String("0"), QLatin1String("MSAL")}, {QLatin1String("1"), QLatin1String("ADAL")}}),
         setting<&Data::bHideMyApps>("bHideMyApps", "Hide My Apps", "Preferences.html#Hide My Apps")
+            .meaning("hide the applications area of the start screen")
             .preference(6, "HideMyApps", "Mode")
             .at(3, "cb_hidemyapps")
             .onlyForEditor(),
         setting<&Data::bSupportExtSSO>("bSupportExtSSO", "Use the external browser for single sign-on",
                                        "Preferences.html#mip-browser")
+            .meaning("use the external browser for single sign-on")
             .preference(10, "SupportExtSSO", "Mode", Written::AtOnce)
             .at(10, "cb_UseExternalBrowserForSSO")
             .optional(),
         ribbonSetting<&Data::elemRibbonCategory>("elemRibbonCategory", "Ribbon Category",
                                                  "Ribbon Set.html#Ribbon Category", Section::Ribbon)
+            .meaning("the customized ribbon as XML")
             .collectedAnew(),
         ribbonSetting<&Data::elemQuickAccessBar>("elemQuickAccessBar", "Quick Access Toolbar",
                                                  "Ribbon Set.html#Quick Access Toolbar",
                                                  Section::QuickAccessBar)
+            .meaning("the customized quick-access bar as XML")
             .collectedAnew(),
         setting<&Data::bUseOAuth2>("bUseOAuth2", "Enable iManage 10 SSO Login",
                                    "Preferences.html#Enable iManage10 SSO Login")
+            .meaning("iManage 10 signs in with OAuth 2")
             .preference(7, "iManage10loginMethod", "UseOAuth2", Written::AtOnce)
             .at(11, "cb_biManageLogin")
             .shownBy(Plain<&Data::bUseOAuth2>::shown, takeManagedLogin)
             .onlyForEditor(),
         setting<&Data::strLoginDomain>("strLoginDomain", "Configure allowed login domain whitelist",
                                        domainsHelp)
+            .meaning("which login domains may sign in")
             .preference(8, "LoginDomain", "String", Written::AtOnce)
             .at(12, "cb_allowed_whitelist")
             .shownBy(shownDomainMode, takeDomainMode)
-            .offering({{QLatin1String("1"), QLatin1String("Configure allowed login domain whitelist")},
-                       {QLatin1String("2"), QLatin1String("Configure disallowed login domain blacklist")}})
+            .offering({{QLatin1String("1"), QLatin1String("Configure allowed login domain whitelist"),
+                        QLatin1String("whitelist")},
+                       {QLatin1String("2"), QLatin1String("Configure disallowed login domain blacklist"),
+                        QLatin1String("blacklist")}})
             .onlyForEditor(),
         setting<&Data::strLoginDomainList>("strLoginDomainList", "Domain List", domainsHelp)
+            .meaning("the listed domains")
             .preference(9, "LoginDomainList", "String", Written::AtOnce)
             .at(13, "tableView_domains")
+            .listing(Setting::Entries::Domains)
             .onlyForEditor(),
         setting<&Data::bSetAsDefaultViewer>("bSetAsDefaultViewer", "Set as the default PDF viewer",
                                             "Installation Options.html#default-viewer")
+            .meaning("make the product the default PDF viewer")
             .in(Section::Installation, "SetAsDefaultViewer", "Disable", Written::AtOnce)
             .onlyInDocument()
             .writtenBy(viewerText, readViewerText)

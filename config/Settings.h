@@ -35,9 +35,13 @@ struct Setting
 
     struct Choice
     {
-        QLatin1String value; ///< as `pct` shows it
-        QLatin1String word;  ///< as the window offers it, in English
+        QLatin1String value;   ///< as `pct` shows it
+        QLatin1String word;    ///< as the window offers it, in English
+        QLatin1String brief{}; ///< what may be said instead of a long word
     };
+
+    /// What one text holds: itself, or several entries with a mark between them.
+    enum class Entries { One, Plugins, Domains, FileTypes };
 
     /// Where documents and profiles have the setting: in an attribute of the item whose "Text" is the key.
     /// A section of the ribbon has no items but holds the setting's element.
@@ -80,9 +84,11 @@ struct Setting
 
     QLatin1String name; ///< of the record's member; what `pct` calls the setting
     Member member;
-    QLatin1String title; ///< what people read at the control, in English
-    QLatin1String help;  ///< page of the guide, with an anchor where the page is about several settings
+    QLatin1String title;   ///< what people read at the control, in English
+    QLatin1String meaning; ///< what the setting does, in a few words
+    QLatin1String help;    ///< page of the guide, with an anchor where the page is about several settings
     std::vector<Choice> choices; ///< where only some values have a meaning; booleans have none
+    Entries entries = Entries::One;
     bool isOnlyForEditor = false;
     bool isCollectedAnew = false; ///< a save starts from the default, see EditorXmlData::Clear
     Place place;
@@ -92,6 +98,9 @@ struct Setting
     /// Brings the value into the form in which a window would have collected it; null where there is one
     /// form.
     void (*settle)(Record &, const Product &) = nullptr;
+    /// Brings the members that say the same in another way into line, after this one alone was changed; null
+    /// where no other does.
+    void (*follow)(Record &) = nullptr;
 };
 
 /// All settings in the order in which the record declares them; the profile's identity is not one.

@@ -3,6 +3,7 @@
 
 #include "config/EditorXmlData.h"
 #include "config/KeptElement.h"
+#include "config/RibbonCommands.h"
 #include "config/RibbonDefinition.h"
 #include "pages/ribbonset/RibbonFragment.h"
 #include "pages/ribbonset/RibbonTree.h"
@@ -15,20 +16,7 @@ tab_ribbonset_ribcate::tab_ribbonset_ribcate(QWidget *parent)
 
 QStringList tab_ribbonset_ribcate::InitCommonActions()
 {
-    return {QStringLiteral("Ribbon_Action_SearchHighlight"),
-            QStringLiteral("Ribbon_Action_EditPageObject"),
-            QStringLiteral("Ribbon_Action_EditPageObject_Text"),
-            QStringLiteral("Ribbon_Action_EditPageObject_Image"),
-            QStringLiteral("Ribbon_Action_EditPageObject_Shape"),
-            QStringLiteral("Ribbon_Action_EditPageObject_Shading"),
-            QStringLiteral("Ribbon_Action_EditPageObject_All"),
-            QStringLiteral("Ribbon_Action_EditText"),
-            QStringLiteral("Ribbon_Action_Bookmark"),
-            QStringLiteral("Ribbon_Action_QuickOcr"),
-            QStringLiteral("Ribbon_Action_RotateView"),
-            QStringLiteral("Ribbon_Menu_Item_RotateLeft"),
-            QStringLiteral("Ribbon_Action_Typewriter"),
-            QStringLiteral("Ribbon_Action_FillandSign")};
+    return RibbonCommands::commonActions();
 }
 
 void tab_ribbonset_ribcate::parseXml(const QDomNode &node, QTreeWidgetItem *parent)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "cli/NearestWord.h"
+#include "core/NearestWord.h"
 
 #include <algorithm>
 #include <numeric>
