@@ -10,6 +10,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 
 #include <cerrno>
 #include <cstring>
@@ -45,6 +46,17 @@ QByteArray beginningOf(const QString &path)
     return readable ? file.read(enoughForTheRootElement) : QByteArray();
 }
 
+/// Old-style property lists begin with a brace, too, but have other marks behind a name.
+bool beginsAsJson(const QByteArray &start)
+{
+    static const QRegularExpression listBehindBrace(
+        QStringLiteral(
+            "\\A(?:\\xef\\xbb\\xbf)?\\s*(?:\\[|\\{\\s*(?:\\}\\s*\\z|\"(?:[^\"\\\\]|\\\\.)*+\"\\s*[^\\s=;]))"),
+        QRegularExpression::DotMatchesEverythingOption);
+    constexpr int enoughForAName = 4096;
+    return listBehindBrace.match(QString::fromLatin1(start.left(enoughForAName))).hasMatch();
+}
+
 bool isDocumentRoot(const QString &name)
 {
     return Product::find(&Product::rootElement, name) != nullptr;
@@ -55,11 +67,14 @@ bool isDocumentRoot(const QString &name)
 Result<> checkPlace(const QString &path, FileKind wanted, const QString &give)
 {
     const FileKind kind = kindOfFile(path);
-    if (kind == wanted || kind == FileKind::Unknown)
+    const bool isSettings = kind == FileKind::Json && wanted == FileKind::Document;
+    if (kind == wanted || kind == FileKind::Unknown || isSettings)
         return {};
     QString found = QStringLiteral("is an installer package, which \"pct build\" takes as --input");
     if (kind == FileKind::Profile)
         found = QStringLiteral("is a configuration profile, which \"pct profile\" takes as --from");
+    if (kind == FileKind::Json)
+        found = QStringLiteral("is JSON, which \"pct build\" and \"pct profile\" take as --config");
     if (kind == FileKind::Document)
         found = QStringLiteral("is a configuration document, which \"pct build\" and \"pct profile\" take as "
                                "--config");
@@ -73,6 +88,8 @@ FileKind kindOfFile(const QString &path)
     const QByteArray start = beginningOf(path);
     if (start.startsWith("xar!"))
         return FileKind::Package;
+    if (beginsAsJson(start))
+        return FileKind::Json;
     const bool isOldStyle = start.trimmed().startsWith('{');
     if (isOldStyle || SignedMessage::isOne(start) || start.startsWith("bplist"))
         return FileKind::Profile;

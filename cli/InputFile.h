@@ -9,7 +9,8 @@
 // configuration document".
 
 /// What a file's beginning says that it is, whatever its name. Unknown stands for all else.
-enum class FileKind { Document, Profile, Package, Unknown };
+/// Json can be settings where a document is wanted.
+enum class FileKind { Document, Profile, Package, Json, Unknown };
 FileKind kindOfFile(const QString &path);
 
 /// That the file can be read: it is there, no folder, within reach.

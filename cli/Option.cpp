@@ -25,6 +25,11 @@ Value Value::document(const char *name)
     return {QString::fromLatin1(name), Kind::File, {QStringLiteral("xml")}};
 }
 
+Value Value::writtenSettings(const char *name)
+{
+    return {QString::fromLatin1(name), Kind::File, {QStringLiteral("xml"), QStringLiteral("json")}};
+}
+
 Value Value::profile(const char *name)
 {
     return {QString::fromLatin1(name), Kind::File, {QStringLiteral("mobileconfig")}};
@@ -34,7 +39,8 @@ Value Value::settings(const char *name)
 {
     return {QString::fromLatin1(name),
             Kind::File,
-            {QStringLiteral("xml"), QStringLiteral("mobileconfig"), QStringLiteral("pkg")}};
+            {QStringLiteral("xml"), QStringLiteral("mobileconfig"), QStringLiteral("pkg"),
+             QStringLiteral("json")}};
 }
 
 Value Value::identity()
@@ -111,9 +117,10 @@ Option configOption()
 {
     Option option{OptionName::config,
                   QStringLiteral("configuration document with the settings; without any the defaults"),
-                  Value::document("DOC")};
-    option.remark = QStringLiteral(". What it does not mention has its default, too; a "
-                                   "document of the other product is accepted with a warning");
+                  Value::writtenSettings("DOC")};
+    option.remark =
+        QStringLiteral(", or JSON as `pct show --json` prints it. What it does not mention has its "
+                       "default, too; a document of the other product is accepted with a warning");
     return option;
 }
 

@@ -13,6 +13,7 @@ inline constexpr QLatin1String config("config");
 inline constexpr QLatin1String force("force");
 inline constexpr QLatin1String from("from");
 inline constexpr QLatin1String help("help");
+inline constexpr QLatin1String hideCommand("hide-command");
 inline constexpr QLatin1String identifier("identifier");
 inline constexpr QLatin1String input("input");
 inline constexpr QLatin1String installed("installed");
@@ -20,9 +21,11 @@ inline constexpr QLatin1String json("json");
 inline constexpr QLatin1String keepConfig("keep-config");
 inline constexpr QLatin1String output("output");
 inline constexpr QLatin1String product("product");
+inline constexpr QLatin1String quickAccess("quick-access");
 inline constexpr QLatin1String quiet("quiet");
 inline constexpr QLatin1String requireSigned("require-signed");
 inline constexpr QLatin1String requireTeam("require-team");
+inline constexpr QLatin1String set("set");
 inline constexpr QLatin1String sign("sign");
 inline constexpr QLatin1String trustAnchors("trust-anchors");
 inline constexpr QLatin1String uuid("uuid");
@@ -49,6 +52,7 @@ struct Value
     static Value choice(const QStringList &words);
     static Value package();
     static Value document(const char *name);
+    static Value writtenSettings(const char *name); ///< a document or its JSON
     static Value profile(const char *name);
     static Value settings(const char *name); ///< a file of any kind that holds settings
     static Value identity();

@@ -4,6 +4,7 @@
 #include "cli/InputFile.h"
 #include "cli/Installer.h"
 #include "cli/PrivateFolder.h"
+#include "cli/SettingsJson.h"
 #include "config/ConfigDocument.h"
 #include "config/Product.h"
 #include "config/UnreadSettings.h"
@@ -83,6 +84,25 @@ Result<SettingsFile> parseDocument(const QString &path)
     return file;
 }
 
+/// Without a product the file has to name it.
+Result<SettingsFile> parseJson(const QString &path, const Product *product)
+{
+    SettingsFile file;
+    file.product = product;
+    const Result<QByteArray> bytes = SafeFile::readContents(path);
+    const Result<> read = bytes ? readSettingsJson(*bytes, file) : bytes.problem();
+    if (!read)
+        return Problem{path,
+                       QStringLiteral("is no JSON of settings (%1); give what \"pct show --json\" prints, "
+                                      "or a part of it")
+                           .arg(read.problem().text)};
+    if (file.product)
+        return file;
+    return Problem{path,
+                   QStringLiteral("does not say for which product it is; add \"product\": \"editor\" or "
+                                  "\"reader\"")};
+}
+
 Result<SettingsFile> parseProfile(const QString &path)
 {
     SettingsFile file;
@@ -99,12 +119,17 @@ Result<SettingsFile> parseProfile(const QString &path)
 
 } // namespace
 
-Result<SettingsFile> readDocument(const Product &wanted, const QString &path)
+Result<SettingsFile> readDocumentFile(const QString &path, const Product *product)
 {
     const Result<> checked = checkFile(path, FileKind::Document, QStringLiteral("a configuration document"));
     if (!checked)
         return checked.problem();
-    Result<SettingsFile> file = parseDocument(path);
+    return kindOfFile(path) == FileKind::Json ? parseJson(path, product) : parseDocument(path);
+}
+
+Result<SettingsFile> readDocument(const Product &wanted, const QString &path)
+{
+    Result<SettingsFile> file = readDocumentFile(path, &wanted);
     if (file && file->product != &wanted)
         file->warnings.append(otherProductWarning(path, *file->product, wanted));
     return file;
@@ -136,6 +161,8 @@ Result<SettingsFile> readSettings(const QString &path)
         return parseProfile(path);
     case FileKind::Document:
         return parseDocument(path);
+    case FileKind::Json:
+        return parseJson(path, nullptr);
     case FileKind::Unknown:
         break;
     }

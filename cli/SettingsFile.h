@@ -21,9 +21,13 @@ struct SettingsFile
     QList<ProfileSigner> signers; ///< of a profile; none when it is not signed, and for the other kinds
 };
 
-/// Reads a configuration document that is to be used for a product: one of the other product gets a warning. A document
-/// whose root element is neither product's is refused.
+/// Reads a configuration document that is to be used for a product: one of the other product gets a warning.
+/// A document whose root element is neither product's is refused.
 Result<SettingsFile> readDocument(const Product &wanted, const QString &path);
+
+/// The same of either product. Where a document is accepted, JSON of settings is, too; when it names no
+/// product it is for this one, which may be null.
+Result<SettingsFile> readDocumentFile(const QString &path, const Product *product = nullptr);
 
 /// Reads a configuration profile, signed or not, whoever signed it.
 Result<SettingsFile> readProfileFile(const QString &path);

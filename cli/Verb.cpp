@@ -35,7 +35,9 @@ QString lastWord(const Verb &verb)
 
 const VerbTable &pctVerbs()
 {
-    static const VerbTable table{checkVerb(), buildVerb(),      profileVerb(), showVerb(),
-                                 diffVerb(),  identitiesVerb(), verifyVerb()};
+    static const VerbTable table{checkVerb(),       buildVerb(),         profileVerb(),     showVerb(),
+                                 diffVerb(),        identitiesVerb(),    verifyVerb(),      configVerb(),
+                                 configNewVerb(),   configSetVerb(),     configUnsetVerb(), configGetVerb(),
+                                 configNamesVerb(), configCommandsVerb()};
     return table;
 }
