@@ -2,6 +2,7 @@
 #pragma once
 
 #include "config/CCommon.h"
+#include "config/Product.h"
 #include "pages/CTabWidget.h"
 #include "pages/ICutsomizationHandler.h"
 #include "pages/ISubPageHandler.h"
@@ -38,8 +39,8 @@ QString encodedHelpPage(const QString &fileName);
 template <class Interface, class Page> class PageHandler : public Interface
 {
 public:
-    PageHandler(bool editor, PageFacts facts)
-        : m_editor(editor)
+    PageHandler(const Product &product, PageFacts facts)
+        : m_product(product)
         , m_facts(std::move(facts))
     {
     }
@@ -73,7 +74,7 @@ protected:
     virtual Page *makePage() const
     {
         if constexpr (std::is_constructible_v<Page, bool, QWidget *>)
-            return new Page(m_editor, nullptr);
+            return new Page(isEditor(), nullptr);
         else
             return new Page(nullptr);
     }
@@ -81,11 +82,11 @@ protected:
     /// The live page, or null.
     Page *page() const { return dynamic_cast<Page *>(m_widget.data()); }
 
-    bool isEditor() const { return m_editor; }
+    bool isEditor() const { return m_product.isEditor(); }
     const PageFacts &facts() const { return m_facts; }
 
 private:
-    const bool m_editor;
+    const Product &m_product;
     const PageFacts m_facts;
     /// Becomes null when whoever shows the page deletes it.
     QPointer<CTabWidget> m_widget;

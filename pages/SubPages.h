@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "config/Product.h"
+
 #include <map>
 #include <memory>
 
@@ -13,9 +15,9 @@ template <class Handler> class SubPages
 public:
     using Shared = std::shared_ptr<Handler>;
 
-    /// For a page of the Editor or of the Reader, with ids from 0 to below `count`.
-    SubPages(bool editor, int count)
-        : m_editor(editor)
+    /// For a page of the product, with ids from 0 to below `count`.
+    SubPages(const Product &product, int count)
+        : m_product(product)
         , m_count(count)
     {
     }
@@ -52,12 +54,12 @@ private:
     bool isWanted(Handler &handler) const
     {
         const int id = handler.GetTabId();
-        if (handler.IsOnlyForEditor() && !m_editor)
+        if (handler.IsOnlyForEditor() && !m_product.isEditor())
             return false;
         return id >= 0 && id < m_count && m_handlers.count(id) == 0;
     }
 
-    const bool m_editor;
+    const Product &m_product;
     const int m_count;
     std::map<int, Shared> m_handlers;
 };

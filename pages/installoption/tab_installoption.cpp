@@ -14,7 +14,7 @@ tab_installoption::~tab_installoption() = default;
 
 CHandler_InstallOption::CHandler_InstallOption(bool editor)
     : MainPageHandler(
-          editor,
+          Product::of(editor),
           {1, tr("Installation Options"), QStringLiteral("Installation Options.html"),
            PageFacts::Products::Both, QStringLiteral("Installation Options"),
            tr("Allow you to change the default application language, install location, and other common "

@@ -96,7 +96,7 @@ PXCheckBox *tab_plugins::checkBoxOf(QListWidgetItem *row) const
 }
 
 CHandler_Plugins::CHandler_Plugins(bool editor)
-    : MainPageHandler(editor,
+    : MainPageHandler(Product::of(editor),
                       {5, tr("Plugins"), QStringLiteral("Plugins.html"), PageFacts::Products::Both,
                        QStringLiteral("Plugins"), tr("Allow you to configure settings regarding plugins."),
                        QStringLiteral(":/img/plugins.png")})

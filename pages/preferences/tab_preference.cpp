@@ -50,7 +50,7 @@ QWidget *ancestorNamed(const QWidget &widget, QLatin1String name)
 tab_preference::tab_preference(bool editor, QWidget *parent)
     : CTabWidget(parent)
     , m_ui(std::make_unique<Ui::tab_preference>())
-    , m_subPages(editor, maxSubPages)
+    , m_subPages(Product::of(editor), maxSubPages)
     , m_titles(new QStringListModel(this))
     , m_stack(new QStackedLayout)
 {
@@ -147,7 +147,7 @@ void tab_preference::followInMainWindow()
 }
 
 CHandler_Preference::CHandler_Preference(bool editor)
-    : MainPageHandler(editor,
+    : MainPageHandler(Product::of(editor),
                       {3, tr("Preferences"), QStringLiteral("Preferences.html"), PageFacts::Products::Both,
                        QStringLiteral("Preferences"), tr("Allow you to customize some basic settings."),
                        QStringLiteral(":/img/preference.png")})

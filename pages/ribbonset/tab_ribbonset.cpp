@@ -20,7 +20,7 @@ constexpr int subPageCount = 2;
 tab_ribbonset::tab_ribbonset(bool editor, QWidget *parent)
     : CTabWidget(parent)
     , m_ui(std::make_unique<Ui::tab_ribbonset>())
-    , m_subPages(editor, subPageCount)
+    , m_subPages(Product::of(editor), subPageCount)
     , m_tabButtons(new QButtonGroup(this))
     , m_stack(new QStackedLayout)
 {
@@ -83,9 +83,10 @@ void tab_ribbonset::OnBeforeSave()
 }
 
 CHandler_RibbonSet::CHandler_RibbonSet(bool editor)
-    : MainPageHandler(
-          editor, {4, tr("Ribbon Set"), QString(), PageFacts::Products::Both, QStringLiteral("Ribbon Set"),
-                   tr("Allow you to hide features from the Ribbon."), QStringLiteral(":/img/ribbon-set.png")})
+    : MainPageHandler(Product::of(editor),
+                      {4, tr("Ribbon Set"), QString(), PageFacts::Products::Both,
+                       QStringLiteral("Ribbon Set"), tr("Allow you to hide features from the Ribbon."),
+                       QStringLiteral(":/img/ribbon-set.png")})
 {
 }
 

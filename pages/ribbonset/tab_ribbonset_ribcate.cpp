@@ -59,7 +59,7 @@ void tab_ribbonset_ribcate::keepIn(EditorXmlData &record) const
 }
 
 CHandler_RibbonSet_RibCate::CHandler_RibbonSet_RibCate(bool editor)
-    : SubPageHandler(editor, {0, tr("Ribbon Category")})
+    : SubPageHandler(Product::of(editor), {0, tr("Ribbon Category")})
 {
 }
 

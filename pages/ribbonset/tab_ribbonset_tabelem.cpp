@@ -86,7 +86,7 @@ void tab_ribbonset_tabelem::keepIn(EditorXmlData &record) const
 }
 
 CHandler_RibbonSet_TabElem::CHandler_RibbonSet_TabElem(bool editor)
-    : SubPageHandler(editor, {1, tr("Quick Access Toolbar")})
+    : SubPageHandler(Product::of(editor), {1, tr("Quick Access Toolbar")})
 {
 }
 

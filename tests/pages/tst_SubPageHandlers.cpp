@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/EditorXmlData.h"
+#include "config/Product.h"
 #include "pages/ISubPageHandler.h"
 #include "pages/PageHandler.h"
 
@@ -36,7 +37,7 @@ template <class Interface> class SampleHandler : public SubPageHandler<Interface
 {
 public:
     explicit SampleHandler(bool editor)
-        : SubPageHandler<Interface, tab_sample>(editor, {1, QStringLiteral("Sample")})
+        : SubPageHandler<Interface, tab_sample>(Product::of(editor), {1, QStringLiteral("Sample")})
     {
     }
 

@@ -13,7 +13,7 @@ tab_prefer_advertisement::tab_prefer_advertisement(QWidget *parent)
 tab_prefer_advertisement::~tab_prefer_advertisement() = default;
 
 CHandler_Prefer_Advertisement::CHandler_Prefer_Advertisement(bool editor)
-    : PreferHandler(
-          editor, {1, tr("Advertisement"), QStringLiteral("Advertisement"), PageFacts::Products::EditorOnly})
+    : PreferHandler(Product::of(editor), {1, tr("Advertisement"), QStringLiteral("Advertisement"),
+                                          PageFacts::Products::EditorOnly})
 {
 }

@@ -13,7 +13,8 @@ tab_prefer_imanage::tab_prefer_imanage(QWidget *parent)
 tab_prefer_imanage::~tab_prefer_imanage() = default;
 
 CHandler_Prefer_IManage::CHandler_Prefer_IManage(bool editor)
-    : PreferHandler(editor, {3, tr("Enable iManage10 SSO Login"),
-                             QStringLiteral("Enable iManage10 SSO Login"), PageFacts::Products::EditorOnly})
+    : PreferHandler(Product::of(editor),
+                    {3, tr("Enable iManage10 SSO Login"), QStringLiteral("Enable iManage10 SSO Login"),
+                     PageFacts::Products::EditorOnly})
 {
 }

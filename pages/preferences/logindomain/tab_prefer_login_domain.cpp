@@ -88,8 +88,9 @@ void tab_prefer_login_domain::on_btn_remove_domains_clicked()
 }
 
 CHandler_Prefer_LoginDomain::CHandler_Prefer_LoginDomain(bool editor)
-    : PreferHandler(editor, {7, tr("Configure Login Domain"), QStringLiteral("Configure Login Domain"),
-                             PageFacts::Products::EditorOnly})
+    : PreferHandler(Product::of(editor),
+                    {7, tr("Configure Login Domain"), QStringLiteral("Configure Login Domain"),
+                     PageFacts::Products::EditorOnly})
 {
 }
 

@@ -13,7 +13,7 @@ tab_prefer_AIP::tab_prefer_AIP(QWidget *parent)
 tab_prefer_AIP::~tab_prefer_AIP() = default;
 
 CHandler_Prefer_AIP::CHandler_Prefer_AIP(bool editor)
-    : PreferHandler(editor, {2, tr("Microsoft Information Protection (MIP)"),
-                             QStringLiteral("AIP Default and Mandatory Labeling")})
+    : PreferHandler(Product::of(editor), {2, tr("Microsoft Information Protection (MIP)"),
+                                          QStringLiteral("AIP Default and Mandatory Labeling")})
 {
 }

@@ -13,6 +13,6 @@ tab_prefer_myapps::tab_prefer_myapps(QWidget *parent)
 tab_prefer_myapps::~tab_prefer_myapps() = default;
 
 CHandler_Prefer_MyApps::CHandler_Prefer_MyApps(bool editor)
-    : PreferHandler(editor, {4, tr("Hide My Apps"), QString(), PageFacts::Products::EditorOnly})
+    : PreferHandler(Product::of(editor), {4, tr("Hide My Apps"), QString(), PageFacts::Products::EditorOnly})
 {
 }

@@ -18,6 +18,6 @@ tab_prefer_security::tab_prefer_security(QWidget *parent)
 tab_prefer_security::~tab_prefer_security() = default;
 
 CHandler_Prefer_Security::CHandler_Prefer_Security(bool editor)
-    : PreferHandler(editor, {6, tr("Security Setting"), QStringLiteral("Security Settings")})
+    : PreferHandler(Product::of(editor), {6, tr("Security Setting"), QStringLiteral("Security Settings")})
 {
 }

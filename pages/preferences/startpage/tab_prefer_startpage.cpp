@@ -13,6 +13,6 @@ tab_prefer_startpage::tab_prefer_startpage(QWidget *parent)
 tab_prefer_startpage::~tab_prefer_startpage() = default;
 
 CHandler_Prefer_StartPage::CHandler_Prefer_StartPage(bool editor)
-    : PreferHandler(editor, {5, tr("Start Page"), QStringLiteral("Start Page")})
+    : PreferHandler(Product::of(editor), {5, tr("Start Page"), QStringLiteral("Start Page")})
 {
 }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/EditorXmlData.h"
+#include "config/Product.h"
 #include "pages/PageHandler.h"
 #include "pages/preferences/advertisement/tab_prefer_advertisement.h"
 #include "pages/preferences/startpage/tab_prefer_startpage.h"
@@ -16,7 +17,7 @@ class SampleHandler : public PreferHandler<tab_prefer_startpage>
 {
 public:
     explicit SampleHandler(int id)
-        : PreferHandler(true, {id, QString::number(id)})
+        : PreferHandler(Product::editor(), {id, QString::number(id)})
     {
     }
 };
