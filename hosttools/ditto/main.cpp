@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Stand-in for the macOS command of the same name: unpacking the archive of a package's scripts.
+#include "hosttools/base/ToolMain.h"
 #include "hosttools/flatpkg/FlatPackage.h"
-#include "hosttools/flatpkg/ToolMain.h"
 
 using namespace FlatPkg;
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosttools/flatpkg/Attributes.h"
 
+#include "hosttools/base/Error.h"
+#include "hosttools/base/Files.h"
 #include "hosttools/flatpkg/Digest.h"
-#include "hosttools/flatpkg/Error.h"
 #include "hosttools/flatpkg/ExtendedAttribute.h"
-#include "hosttools/flatpkg/Files.h"
 
 #include <fcntl.h>
 #include <grp.h>

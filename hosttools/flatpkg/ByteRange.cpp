@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosttools/flatpkg/ByteRange.h"
 
+#include "hosttools/base/Error.h"
+#include "hosttools/base/Files.h"
+#include "hosttools/base/Interrupt.h"
 #include "hosttools/flatpkg/DigestThread.h"
-#include "hosttools/flatpkg/Error.h"
-#include "hosttools/flatpkg/Files.h"
-#include "hosttools/flatpkg/Interrupt.h"
 #include "hosttools/flatpkg/MappedRange.h"
 
 #include <algorithm>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosttools/flatpkg/Cpio.h"
 
-#include "hosttools/flatpkg/Error.h"
+#include "hosttools/base/Error.h"
+#include "hosttools/base/Interrupt.h"
 #include "hosttools/flatpkg/Gunzip.h"
-#include "hosttools/flatpkg/Interrupt.h"
 #include "hosttools/flatpkg/Limits.h"
 #include "hosttools/flatpkg/TargetTree.h"
 

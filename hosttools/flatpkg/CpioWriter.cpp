@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosttools/flatpkg/Cpio.h"
 
+#include "hosttools/base/Error.h"
+#include "hosttools/base/Files.h"
 #include "hosttools/flatpkg/Attributes.h"
 #include "hosttools/flatpkg/ByteRange.h"
 #include "hosttools/flatpkg/EntryPath.h"
-#include "hosttools/flatpkg/Error.h"
-#include "hosttools/flatpkg/Files.h"
 
 #include <algorithm>
 #include <archive.h>

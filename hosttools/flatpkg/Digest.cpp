@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosttools/flatpkg/Digest.h"
 
-#include "hosttools/flatpkg/Error.h"
+#include "hosttools/base/Error.h"
 
 #include <memory>
 #include <openssl/evp.h>

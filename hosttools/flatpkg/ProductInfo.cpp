@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosttools/flatpkg/ProductInfo.h"
 
-#include "hosttools/flatpkg/Error.h"
+#include "hosttools/base/Error.h"
+#include "hosttools/base/XmlReader.h"
 #include "hosttools/flatpkg/StringsFile.h"
-#include "hosttools/flatpkg/XmlReader.h"
 
 #include <algorithm>
 #include <QHash>

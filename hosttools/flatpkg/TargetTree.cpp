@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosttools/flatpkg/TargetTree.h"
 
+#include "hosttools/base/Error.h"
 #include "hosttools/flatpkg/EntryPath.h"
-#include "hosttools/flatpkg/Error.h"
 
 #include <cerrno>
 #include <fcntl.h>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "hosttools/base/Files.h"
 #include "hosttools/flatpkg/Attributes.h"
-#include "hosttools/flatpkg/Files.h"
 
 #include <QSet>
 #include <QVector>

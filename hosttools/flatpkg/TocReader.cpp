@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "hosttools/base/Error.h"
+#include "hosttools/base/XmlReader.h"
 #include "hosttools/flatpkg/EntryPath.h"
-#include "hosttools/flatpkg/Error.h"
 #include "hosttools/flatpkg/Limits.h"
 #include "hosttools/flatpkg/Toc.h"
-#include "hosttools/flatpkg/XmlReader.h"
 
 #include <algorithm>
 #include <limits>

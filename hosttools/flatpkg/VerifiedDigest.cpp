@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosttools/flatpkg/VerifiedDigest.h"
 
+#include "hosttools/base/Files.h"
 #include "hosttools/flatpkg/Digest.h"
 #include "hosttools/flatpkg/ExtendedAttribute.h"
-#include "hosttools/flatpkg/Files.h"
 
 #include <ctime>
 #include <QList>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosttools/flatpkg/XarHead.h"
 
+#include "hosttools/base/Error.h"
 #include "hosttools/flatpkg/Digest.h"
-#include "hosttools/flatpkg/Error.h"
 #include "hosttools/flatpkg/VerifiedDigest.h"
 
 #include <algorithm>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosttools/flatpkg/XarReader.h"
 
+#include "hosttools/base/Error.h"
 #include "hosttools/flatpkg/ByteRange.h"
 #include "hosttools/flatpkg/EntryPath.h"
-#include "hosttools/flatpkg/Error.h"
 #include "hosttools/flatpkg/VerifiedDigest.h"
 
 #include <algorithm>

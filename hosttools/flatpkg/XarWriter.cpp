@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosttools/flatpkg/XarWriter.h"
 
+#include "hosttools/base/Error.h"
 #include "hosttools/flatpkg/ByteRange.h"
-#include "hosttools/flatpkg/Error.h"
 #include "hosttools/flatpkg/VerifiedDigest.h"
 #include "hosttools/flatpkg/XarHead.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "hosttools/flatpkg/Files.h"
+#include "hosttools/base/Files.h"
 #include "hosttools/flatpkg/Toc.h"
 
 #include <functional>

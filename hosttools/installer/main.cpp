@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // Stand-in for the macOS command of the same name: what a package says it installs.
-#include "hosttools/flatpkg/Error.h"
+#include "hosttools/base/Error.h"
+#include "hosttools/base/ToolMain.h"
 #include "hosttools/flatpkg/ProductInfo.h"
-#include "hosttools/flatpkg/ToolMain.h"
 
 using namespace FlatPkg;
 

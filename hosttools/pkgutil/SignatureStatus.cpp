@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosttools/pkgutil/SignatureStatus.h"
 
-#include "hosttools/flatpkg/Error.h"
-#include "hosttools/flatpkg/ToolMain.h"
+#include "hosttools/base/Error.h"
+#include "hosttools/base/ToolMain.h"
 #include "hosttools/flatpkg/XarReader.h"
 #include "hosttools/pkgutil/SignedParts.h"
 #include "hosttools/pkgutil/Trust.h"

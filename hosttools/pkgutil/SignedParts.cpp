@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosttools/pkgutil/SignedParts.h"
 
-#include "hosttools/flatpkg/Error.h"
+#include "hosttools/base/Error.h"
+#include "hosttools/base/XmlReader.h"
 #include "hosttools/flatpkg/XarReader.h"
-#include "hosttools/flatpkg/XmlReader.h"
 
 using namespace FlatPkg;
 using namespace OpenSsl;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Stand-in for the macOS command of the same name: taking flat packages apart and putting them together.
+#include "hosttools/base/ToolMain.h"
 #include "hosttools/flatpkg/FlatPackage.h"
-#include "hosttools/flatpkg/ToolMain.h"
 #include "hosttools/pkgutil/SignatureStatus.h"
 
 #include <cstdlib>

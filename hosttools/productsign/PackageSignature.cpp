@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosttools/productsign/PackageSignature.h"
 
+#include "hosttools/base/Error.h"
 #include "hosttools/flatpkg/Digest.h"
-#include "hosttools/flatpkg/Error.h"
 #include "hosttools/productsign/Timestamp.h"
 
 #include <algorithm>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosttools/productsign/SignPackage.h"
 
+#include "hosttools/base/Error.h"
+#include "hosttools/base/Output.h"
 #include "hosttools/flatpkg/ByteRange.h"
-#include "hosttools/flatpkg/Error.h"
-#include "hosttools/flatpkg/Output.h"
 #include "hosttools/flatpkg/VerifiedDigest.h"
 #include "hosttools/flatpkg/XarHead.h"
 #include "hosttools/flatpkg/XarReader.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Stand-in for the macOS command of the same name: signing flat packages.
-#include "hosttools/flatpkg/Error.h"
-#include "hosttools/flatpkg/ToolMain.h"
+#include "hosttools/base/Error.h"
+#include "hosttools/base/ToolMain.h"
 #include "hosttools/productsign/PackageSignature.h"
 #include "hosttools/productsign/SignPackage.h"
 

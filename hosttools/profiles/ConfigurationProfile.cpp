@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosttools/profiles/ConfigurationProfile.h"
 
-#include "hosttools/flatpkg/Error.h"
+#include "hosttools/base/Error.h"
 #include "hosttools/security/SignedMessage.h"
 
 #include <algorithm>

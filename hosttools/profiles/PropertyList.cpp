@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosttools/profiles/PropertyList.h"
 
-#include "hosttools/flatpkg/Error.h"
+#include "hosttools/base/Error.h"
 #include "hosttools/profiles/BinaryList.h"
 #include "hosttools/profiles/Contained.h"
 #include "hosttools/profiles/OldStyleList.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosttools/profiles/XmlList.h"
 
-#include "hosttools/flatpkg/Error.h"
-#include "hosttools/flatpkg/XmlEncoding.h"
+#include "hosttools/base/Error.h"
+#include "hosttools/base/XmlEncoding.h"
 
 #include <QVector>
 

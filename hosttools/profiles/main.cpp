@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Stand-in for the macOS command of the same name: the configuration profiles that are installed.
-#include "hosttools/flatpkg/ToolMain.h"
+#include "hosttools/base/ToolMain.h"
 #include "hosttools/profiles/ConfigurationProfile.h"
 #include "hosttools/profiles/ProfileStore.h"
 #include "hosttools/security/Document.h"

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosttools/security/Document.h"
 
-#include "hosttools/flatpkg/Error.h"
-#include "hosttools/flatpkg/Files.h"
-#include "hosttools/flatpkg/Output.h"
+#include "hosttools/base/Error.h"
+#include "hosttools/base/Files.h"
+#include "hosttools/base/Output.h"
 
 #include <cstdio>
 #include <unistd.h>

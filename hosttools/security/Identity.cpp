@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosttools/security/Identity.h"
 
-#include "hosttools/flatpkg/Error.h"
-#include "hosttools/flatpkg/Files.h"
+#include "hosttools/base/Error.h"
+#include "hosttools/base/Files.h"
 #include "hosttools/security/IdentityFile.h"
 
 #include <QFile>

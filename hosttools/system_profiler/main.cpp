@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Stand-in for the macOS command of the same name: what it tells of the installed configuration profiles.
-#include "hosttools/flatpkg/ToolMain.h"
+#include "hosttools/base/ToolMain.h"
 #include "hosttools/profiles/ConfigurationProfile.h"
 #include "hosttools/profiles/ProfileStore.h"
 #include "hosttools/security/Document.h"

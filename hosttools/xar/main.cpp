@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 // Stand-in for the macOS command of the same name: reading single members of a package.
-#include "hosttools/flatpkg/Error.h"
+#include "hosttools/base/Error.h"
+#include "hosttools/base/Output.h"
+#include "hosttools/base/ToolMain.h"
 #include "hosttools/flatpkg/FlatPackage.h"
-#include "hosttools/flatpkg/Output.h"
-#include "hosttools/flatpkg/ToolMain.h"
 #include "hosttools/flatpkg/XarReader.h"
 
 using namespace FlatPkg;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // Whatever an archive of scripts holds: nothing appears outside the folder that it is unpacked to.
+#include "hosttools/base/Error.h"
+#include "hosttools/base/Files.h"
 #include "hosttools/flatpkg/Cpio.h"
-#include "hosttools/flatpkg/Error.h"
-#include "hosttools/flatpkg/Files.h"
 
 #include <cstdlib>
 #include <fcntl.h>

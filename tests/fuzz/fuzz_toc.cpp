@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Whatever a table of contents holds: it is refused, or all in it is safe to act on.
+#include "hosttools/base/Error.h"
 #include "hosttools/flatpkg/EntryPath.h"
-#include "hosttools/flatpkg/Error.h"
 #include "hosttools/flatpkg/Toc.h"
 
 #include <cstdlib>

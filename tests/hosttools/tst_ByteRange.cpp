@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "hosttools/base/Error.h"
 #include "hosttools/flatpkg/ByteRange.h"
 #include "hosttools/flatpkg/DigestThread.h"
-#include "hosttools/flatpkg/Error.h"
 #include "hosttools/flatpkg/MappedRange.h"
 
 #include <QCryptographicHash>

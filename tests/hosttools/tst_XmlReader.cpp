@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "hosttools/flatpkg/Error.h"
-#include "hosttools/flatpkg/XmlReader.h"
+#include "hosttools/base/Error.h"
+#include "hosttools/base/XmlReader.h"
 
 #include <QTest>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "hosttools/flatpkg/Interrupt.h"
+#include "hosttools/base/Interrupt.h"
 
-#include "hosttools/flatpkg/Error.h"
+#include "hosttools/base/Error.h"
 
 #include <atomic>
 #include <csignal>

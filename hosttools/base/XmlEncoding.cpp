@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "hosttools/flatpkg/XmlEncoding.h"
+#include "hosttools/base/XmlEncoding.h"
 
 #include <QList>
 #include <QString>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "hosttools/flatpkg/Error.h"
+#include "hosttools/base/Error.h"
 
 #include <QString>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "hosttools/flatpkg/Files.h"
+#include "hosttools/base/Files.h"
 
 /// Results that appear under their name only when they are complete. All of this throws Error, without
 /// the path of the result.

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "hosttools/flatpkg/XmlReader.h"
+#include "hosttools/base/XmlReader.h"
 
-#include "hosttools/flatpkg/Error.h"
-#include "hosttools/flatpkg/Interrupt.h"
-#include "hosttools/flatpkg/XmlEncoding.h"
+#include "hosttools/base/Error.h"
+#include "hosttools/base/Interrupt.h"
+#include "hosttools/base/XmlEncoding.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "hosttools/flatpkg/ToolMain.h"
+#include "hosttools/base/ToolMain.h"
 
-#include "hosttools/flatpkg/Error.h"
-#include "hosttools/flatpkg/Interrupt.h"
+#include "hosttools/base/Error.h"
+#include "hosttools/base/Interrupt.h"
 
 #include <cstdio>
 #include <cstdlib>

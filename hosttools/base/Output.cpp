@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "hosttools/flatpkg/Output.h"
+#include "hosttools/base/Output.h"
 
-#include "hosttools/flatpkg/Error.h"
+#include "hosttools/base/Error.h"
 
 #include <cerrno>
 #include <cstdio>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "hosttools/flatpkg/Files.h"
+#include "hosttools/base/Files.h"
 
-#include "hosttools/flatpkg/Error.h"
+#include "hosttools/base/Error.h"
 
 #include <algorithm>
 #include <array>
