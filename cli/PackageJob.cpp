@@ -35,7 +35,7 @@ PackageJob::PackageJob(const PackageRequest &request)
 Result<> PackageJob::run()
 {
     using Stage = Result<> (PackageJob::*)();
-    for (const Stage stage : {&PackageJob::checkPaths, &PackageJob::readSettings, &PackageJob::checkInput,
+    for (const Stage stage : {&PackageJob::checkPaths, &PackageJob::takeSettings, &PackageJob::checkInput,
                               &PackageJob::build, &PackageJob::keepDocument}) {
         if (Result<> done = (this->*stage)(); !done)
             return done;
@@ -72,7 +72,7 @@ Result<> PackageJob::checkPaths()
     return checkWritable(m_request.keptDocument, m_request.force);
 }
 
-Result<> PackageJob::readSettings()
+Result<> PackageJob::takeSettings()
 {
     EditorXmlData settings;
     if (!m_request.config.isEmpty()) {

@@ -43,7 +43,7 @@ public:
 private:
     // The stages of a run, in their order.
     Result<> checkPaths();
-    Result<> readSettings();
+    Result<> takeSettings();
     Result<> checkInput();
     Result<> build();
     Result<> keepDocument();

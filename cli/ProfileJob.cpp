@@ -62,7 +62,7 @@ ProfileJob::ProfileJob(const ProfileRequest &request)
 Result<> ProfileJob::run()
 {
     using Stage = Result<> (ProfileJob::*)();
-    for (const Stage stage : {&ProfileJob::checkPaths, &ProfileJob::readSettings, &ProfileJob::write}) {
+    for (const Stage stage : {&ProfileJob::checkPaths, &ProfileJob::takeSettings, &ProfileJob::write}) {
         if (Result<> done = (this->*stage)(); !done)
             return done;
     }
@@ -96,7 +96,7 @@ Result<> ProfileJob::checkPaths()
     return haveCommands(commands);
 }
 
-Result<> ProfileJob::readSettings()
+Result<> ProfileJob::takeSettings()
 {
     const Result<EditorXmlData> settings = readGivenSettings();
     if (!settings)

@@ -44,7 +44,7 @@ public:
 private:
     // The stages of a run, in their order.
     Result<> checkPaths();
-    Result<> readSettings();
+    Result<> takeSettings();
     Result<> write();
 
     Result<EditorXmlData> readGivenSettings();

@@ -1,56 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/CCommon.h"
 #include "config/ConfigDocument.h"
-#include "config/EditorXmlData.h"
-#include "config/KeptElement.h"
-#include "config/SettingItems.h"
 #include "config/XmlMarkup.h"
-#include "config/XmlTree.h"
 #include "core/Logging.h"
 
 #include <QFileInfo>
 
 namespace {
-
-using Section = Setting::Section;
-
-void readItem(const QDomElement &item, Section section, EditorXmlData &data)
-{
-    const QString key = item.attribute(QStringLiteral("Text"));
-    for (const SettingItem &known : documentItems(section)) {
-        if (key != known.key)
-            continue;
-        for (const Setting *setting : known.settings)
-            setting->document.read(data, item.attribute(setting->place.attribute));
-    }
-}
-
-void readItems(const QDomElement &items, Section section, EditorXmlData &data)
-{
-    for (QDomElement item = items.firstChildElement(); !item.isNull(); item = item.nextSiblingElement())
-        readItem(item, section, data);
-}
-
-/// Every child counts, whatever its key.
-void readPlugins(const QDomElement &section, EditorXmlData &data)
-{
-    if (section.isNull())
-        return;
-    const Setting &setting = settingIn(Section::Plugins);
-    QStringList names;
-    for (QDomElement item = section.firstChildElement(); !item.isNull(); item = item.nextSiblingElement())
-        names.append(item.attribute(setting.place.attribute));
-    setting.document.read(data, names.join(QLatin1Char(';')));
-}
-
-void readElement(const QDomElement &parent, Section section, const QString &tag, EditorXmlData &data)
-{
-    if (parent.isNull())
-        return;
-    QDomElement &element = elementOf(settingIn(section), data);
-    element = keptElement(parent.firstChildElement(elementName(section)));
-    CCommon::printDomElement(tag, element);
-}
 
 Result<QDomDocument> loadForImport(const QString &path)
 {
@@ -69,17 +25,6 @@ bool canBeOpened(const QString &path)
 }
 
 } // namespace
-
-void ConfigDocument::apply(const QDomDocument &document, EditorXmlData &data)
-{
-    // In the order of Setting::Section.
-    const QVector<QDomElement> sections = XmlTree::firstNamed(document.documentElement(), sectionNames());
-    readItems(sections.at(0), Section::Preferences, data);
-    readPlugins(sections.at(1), data);
-    readItems(sections.at(2), Section::Installation, data);
-    readElement(sections.at(3), Section::Ribbon, QStringLiteral("CCommon::ParseXml ribbon category"), data);
-    readElement(sections.at(4), Section::QuickAccessBar, QStringLiteral("CCommon::ParseXml element"), data);
-}
 
 bool CCommon::ParseXml(const QString &path, EditorXmlData *pData)
 {

@@ -2,8 +2,10 @@
 #include "config/ConfigDocument.h"
 
 #include "config/CCommon.h"
+#include "config/EditorXmlData.h"
 #include "config/KeptElement.h"
 #include "config/Product.h"
+#include "config/SettingItems.h"
 #include "config/XmlMarkup.h"
 #include "config/XmlTree.h"
 #include "core/SafeFile.h"
@@ -12,6 +14,8 @@
 #include <QFileInfo>
 
 namespace {
+
+using Section = Setting::Section;
 
 /// One byte more than the reader accepts is enough for it to refuse what is larger.
 Result<QByteArray> readBounded(const QString &path, qint64 maximumBytes)
@@ -37,12 +41,61 @@ Result<> readsBack(const QByteArray &bytes, const QDomDocument &written)
     return {};
 }
 
+void readItem(const QDomElement &item, Section section, EditorXmlData &data)
+{
+    const QString key = item.attribute(QStringLiteral("Text"));
+    for (const SettingItem &known : documentItems(section)) {
+        if (key != known.key)
+            continue;
+        for (const Setting *setting : known.settings)
+            setting->document.read(data, item.attribute(setting->place.attribute));
+    }
+}
+
+void readItems(const QDomElement &items, Section section, EditorXmlData &data)
+{
+    for (QDomElement item = items.firstChildElement(); !item.isNull(); item = item.nextSiblingElement())
+        readItem(item, section, data);
+}
+
+/// Every child counts, whatever its key.
+void readPlugins(const QDomElement &section, EditorXmlData &data)
+{
+    if (section.isNull())
+        return;
+    const Setting &setting = settingIn(Section::Plugins);
+    QStringList names;
+    for (QDomElement item = section.firstChildElement(); !item.isNull(); item = item.nextSiblingElement())
+        names.append(item.attribute(setting.place.attribute));
+    setting.document.read(data, names.join(QLatin1Char(';')));
+}
+
+void readElement(const QDomElement &parent, Section section, const QString &tag, EditorXmlData &data)
+{
+    if (parent.isNull())
+        return;
+    QDomElement &element = elementOf(settingIn(section), data);
+    element = keptElement(parent.firstChildElement(elementName(section)));
+    CCommon::printDomElement(tag, element);
+}
+
 } // namespace
 
 Result<QDomDocument> ConfigDocument::load(const QString &path, const XmlStream::Limits &limits)
 {
     const Result<QByteArray> bytes = readBounded(path, limits.bytes);
     return bytes ? XmlTree::read(*bytes, limits) : bytes.problem();
+}
+
+void ConfigDocument::apply(const QDomDocument &document, EditorXmlData &data)
+{
+    // In the order of Setting::Section.
+    const QVector<QDomElement> sections = XmlTree::firstNamed(document.documentElement(), sectionNames());
+    readItems(sections.at(0), Section::Preferences, data);
+    readPlugins(sections.at(1), data);
+    readItems(sections.at(2), Section::Installation, data);
+    readElement(sections.at(3), Section::Ribbon, QStringLiteral("CCommon::ParseXml ribbon category"), data);
+    readElement(sections.at(4), Section::QuickAccessBar, QStringLiteral("CCommon::ParseXml element"), data);
 }
 
 QDomDocument ConfigDocument::fromSettings(const EditorXmlData &settings, const Product &product,

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/XmlText.h"
 
+#include <algorithm>
+
 namespace {
 
 /// Whether half a surrogate pair stands there without the other.
@@ -49,4 +51,15 @@ QString withWholePairs(const QString &text)
             whole[place] = QChar::ReplacementCharacter;
     }
     return whole;
+}
+
+bool isXmlName(const QString &name)
+{
+    const auto isStart = [](QChar c) {
+        return c.isLetter() || c == QLatin1Char('_') || c == QLatin1Char(':');
+    };
+    const auto isPart = [isStart](QChar c) {
+        return isStart(c) || c.isNumber() || c == QLatin1Char('-') || c == QLatin1Char('.');
+    };
+    return !name.isEmpty() && isStart(name.at(0)) && std::all_of(name.begin(), name.end(), isPart);
 }

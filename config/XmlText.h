@@ -23,3 +23,6 @@ QString xmlText(const QString &text);
 
 /// The text with U+FFFD for each half of a surrogate pair.
 QString withWholePairs(const QString &text);
+
+/// Whether an element or an attribute can be called so.
+bool isXmlName(const QString &name);

@@ -5,10 +5,9 @@
 
 #include "config/CCommon.h"
 #include "config/KeptElement.h"
+#include "config/XmlText.h"
 #include "profile/propertylist/CocoaLog.h"
 #include "profile/propertylist/FoundationPropertyList.h"
-
-#include <algorithm>
 
 namespace
 {
@@ -35,21 +34,10 @@ void addChild(const QDomElement &child, NSMutableDictionary *result)
         [result setObject:converted forKey:name];
 }
 
-/// A profile may name its keys as it likes; a document with such a name could not be read again.
-bool isXmlName(const QString &name)
-{
-    const auto isStart = [](QChar c) {
-        return c.isLetter() || c == QLatin1Char('_') || c == QLatin1Char(':');
-    };
-    const auto isPart = [isStart](QChar c) {
-        return isStart(c) || c.isNumber() || c == QLatin1Char('-') || c == QLatin1Char('.');
-    };
-    return !name.isEmpty() && isStart(name.at(0)) && std::all_of(name.begin(), name.end(), isPart);
-}
-
 void addEntry(QDomDocument &document, QDomElement &element, NSString *key, id value)
 {
     const QString name = toQString(key);
+    // A profile may name its keys as it likes; a document with such a name could not be read again.
     if (!isXmlName(name)) {
         cocoaLog(@"[dictToQDomElement] Unsupported key %@", key);
     } else if ([value isKindOfClass:[NSString class]]) {
