@@ -3,7 +3,7 @@
 
 #include "app/CPDF_Waiting.h"
 #include "app/DlgAbout.h"
-#include "app/HelpPanel.h"
+#include "app/HelpSide.h"
 #include "app/ToolBarLook.h"
 #include "config/CCommon.h"
 #include "config/EditorXmlData.h"
@@ -13,8 +13,6 @@
 #include "pages/SharpPicture.h"
 #include "ui_DlgCustomizationTool_v2.h"
 #include "welcome/tab_import_xml.h"
-#include "welcome/tab_userguide.h"
-#include "welcome/webview/CWebViewHandler.h"
 
 #include <QButtonGroup>
 #include <QKeyEvent>
@@ -41,11 +39,11 @@ DlgCustomizationTool_v2::DlgCustomizationTool_v2(bool bEditor, PCW_CONFIGTYPE co
     CCommon::SetPCWConfigType(configType);
     CCommon::SetPCWAppType(m_product.type);
 
-    m_webViewHandler = makeWebViewHandler();
     m_waiting = new CPDF_Waiting(this);
     m_stack = new QStackedLayout;
     m_stack->setContentsMargins(16, 16, 16, 16);
     m_ui->gridLayout->addLayout(m_stack, 1, 1);
+    m_help = std::make_unique<HelpSide>(*this, *m_stack, *m_ui->tb_info);
     m_pageButtons = new QButtonGroup(this);
     m_pageButtons->setExclusive(true);
     if (!m_product.isEditor())
@@ -107,7 +105,6 @@ void DlgCustomizationTool_v2::connectButtons()
     connect(m_ui->tb_open, &QToolButton::clicked, this, &DlgCustomizationTool_v2::openFile);
     connect(m_ui->tb_save, &QToolButton::clicked, this, &DlgCustomizationTool_v2::save);
     connect(m_ui->tb_info, &QToolButton::clicked, this, &DlgCustomizationTool_v2::ShowInfomation);
-    connect(m_stack, &QStackedLayout::currentChanged, this, &DlgCustomizationTool_v2::releaseInformation);
     const auto menuClosed = [this] {
         qCDebug(logApp, "about to hide");
         m_ui->tb_about->repaint();

@@ -12,8 +12,7 @@
 #include <memory>
 
 class CPDF_Waiting;
-class CWebViewHandler;
-class HelpPanel;
+class HelpSide;
 class ICutsomizationHandler;
 class QButtonGroup;
 class QMenu;
@@ -22,7 +21,6 @@ class QStackedLayout;
 class QThread;
 class QToolButton;
 class tab_import_xml;
-class tab_userguide;
 struct BuildPlan;
 struct EditorXmlData;
 struct Product;
@@ -162,9 +160,6 @@ private:
     void showImportPage();
     void importDocument(const QString &path);
     void uncheckPageButtons();
-    void placeHelpPanel(QSplitter *splitter);
-    std::unique_ptr<CWebViewHandler> makeWebViewHandler();
-    void releaseInformation();
 
     template <typename Value, typename Validator>
     Value lookUp(const QString &objectName, bool *found, const Validator &isAcceptable);
@@ -188,11 +183,7 @@ private:
     QPointer<CPDF_Waiting> m_waiting;
     QPointer<QWidget> m_welcome;
     QPointer<tab_import_xml> m_import;
-    std::unique_ptr<CWebViewHandler> m_webViewHandler;
-    QPointer<HelpPanel> m_helpPanel;
-    QPointer<tab_userguide> m_guide;
-    QPointer<QWidget> m_pageBelowGuide;
-    bool m_informationBelowGuide = false;
+    std::unique_ptr<HelpSide> m_help;
     QPointer<QThread> m_worker;
     QString m_packagePath;
     const Product &m_product;

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/DlgCustomizationTool_v2.h"
 
-#include "app/HighestPageId.h"
+#include "app/HelpSide.h"
+#include "app/RegisterPages.h"
 #include "config/CCommon.h"
 #include "config/EditorXmlData.h"
 #include "config/Product.h"
@@ -208,4 +209,32 @@ void DlgCustomizationTool_v2::showEvent(QShowEvent *event)
         return;
     InitTabWidgets();
     EnableButtons(true);
+}
+
+QString DlgCustomizationTool_v2::InfoName()
+{
+    const auto entry = m_handlers.find(m_pageButtons->checkedId());
+    const bool pageShown = m_tabsInitialised && entry != m_handlers.end() && entry->first <= highestPageId;
+    const QString name = pageShown ? entry->second->GetInfoName() : QString();
+    return name.isEmpty() ? QStringLiteral("Welcome.html") : name;
+}
+
+QSplitter *DlgCustomizationTool_v2::Splitter() const
+{
+    return m_help->splitter();
+}
+
+void DlgCustomizationTool_v2::On_ReloadInformation()
+{
+    ShowInfomation(m_ui->tb_info->isChecked());
+}
+
+void DlgCustomizationTool_v2::ShowInfomation(bool show)
+{
+    m_help->showPanel(show, InfoName());
+}
+
+void DlgCustomizationTool_v2::ShowUserGuide()
+{
+    m_help->showGuide();
 }
