@@ -12,7 +12,7 @@
 #include "core/SafeFile.h"
 #include "profile/ConfigGenerator.h"
 #include "profile/CProfileGenerator.h"
-#include "profile/ProfileDocument.h"
+#include "profile/ReadProfile.h"
 
 #include <QFileInfo>
 

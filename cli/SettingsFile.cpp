@@ -10,7 +10,7 @@
 #include "config/UnreadSettings.h"
 #include "core/PrintableText.h"
 #include "core/SafeFile.h"
-#include "profile/ProfileDocument.h"
+#include "profile/ReadProfile.h"
 
 namespace {
 

@@ -84,7 +84,7 @@ Result<Reading> withoutValues(const Result<Payloads> &payloads)
             .arg(printableText(payloads->first().profile.PayloadIdentifier))};
 }
 
-Result<NSDictionary *> readSettings(const ManagedPreferences::File &file)
+Result<NSDictionary *> settingsIn(const ManagedPreferences::File &file)
 {
     const Result<NSDictionary *> settings =
         file.bytes ? readPropertyList(*file.bytes) : file.bytes.problem();
@@ -104,7 +104,7 @@ Result<Reading> ManagedProfile::read(EditorXmlData &data, const Product &product
     const auto file = ManagedPreferences::fileOf(HostPaths::managedPreferences(), product.settingsType());
     if (!file)
         return withoutValues(payloads);
-    const Result<NSDictionary *> settings = readSettings(*file);
+    const Result<NSDictionary *> settings = settingsIn(*file);
     if (!settings)
         return settings.problem();
     fillFromSettings(data, *settings, ConfigGenerator::EmptyPolicy::NotSet);

@@ -9,7 +9,6 @@
 #include "core/Command.h"
 #include "core/PrintableText.h"
 #include "profile/InstalledProfile.h"
-#include "profile/ProfileDictionary.h"
 #include "profile/ProfileSettings.h"
 #include "profile/propertylist/CocoaLog.h"
 #include "profile/propertylist/FoundationPropertyList.h"

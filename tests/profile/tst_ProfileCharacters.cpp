@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "profile/CProfileGenerator.h"
-#include "profile/ProfileDocument.h"
+#include "profile/ReadProfile.h"
 #include "tests/config/RecordSamples.h"
 #include "tests/profile/ProfileSamples.h"
 #include "tests/profile/StandIns.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/Product.h"
 #include "profile/CProfileGenerator.h"
-#include "profile/ProfileDocument.h"
+#include "profile/ReadProfile.h"
 #include "tests/profile/CocoaCalls.h"
 #include "tests/profile/LogLines.h"
 #include "tests/profile/ProfileSamples.h"

@@ -3,7 +3,7 @@
 #include "config/Settings.h"
 #include "profile/ConfigGenerator.h"
 #include "profile/CProfileGenerator.h"
-#include "profile/ProfileDocument.h"
+#include "profile/ReadProfile.h"
 #include "tests/profile/ProfileSamples.h"
 #include "tests/support/ProblemText.h"
 #include "tests/support/TestFiles.h"

@@ -3,7 +3,7 @@
 #include "tests/support/PropertyListCases.h"
 
 #include "profile/CProfileGenerator.h"
-#include "profile/ProfileDocument.h"
+#include "profile/ReadProfile.h"
 #include "tests/config/RecordSamples.h"
 #include "tests/profile/LogLines.h"
 #include "tests/support/TestFiles.h"

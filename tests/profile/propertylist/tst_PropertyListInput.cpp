@@ -2,7 +2,7 @@
 #include "profile/propertylist/PropertyListInput.h"
 
 #include "profile/CProfileGenerator.h"
-#include "profile/ProfileDocument.h"
+#include "profile/ReadProfile.h"
 #include "tests/profile/CocoaCalls.h"
 #include "tests/profile/ProfileSamples.h"
 #include "tests/support/ProblemText.h"

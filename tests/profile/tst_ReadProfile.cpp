@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/Product.h"
 #include "profile/ConfigGenerator.h"
-#include "profile/ProfileDocument.h"
+#include "profile/ReadProfile.h"
 
 #include "tests/config/RecordSamples.h"
 #include "tests/profile/ProfileSamples.h"
@@ -22,7 +22,7 @@ const QByteArray berStart("\x30\x80\x06\x09", 4);
 
 } // namespace
 
-class tst_ProfileDocument : public QObject
+class tst_ReadProfile : public QObject
 {
     Q_OBJECT
 
@@ -301,5 +301,5 @@ private:
     QTemporaryDir m_folder;
 };
 
-QTEST_GUILESS_MAIN(tst_ProfileDocument)
-#include "tst_ProfileDocument.moc"
+QTEST_GUILESS_MAIN(tst_ReadProfile)
+#include "tst_ReadProfile.moc"

@@ -10,8 +10,12 @@
 struct EditorXmlData;
 struct Product;
 
-// Profiles as they were written. Unlike the window's import, which reads a MIP policy that is not set as off,
-// these keep it not set.
+// Two doors lead to profiles. The window's is CProfileGenerator: it reads unsigned files up to the size that it
+// can wait for, takes a MIP policy that is not set for off, and tells the log why something failed. `pct`
+// comes in here, for files and for the installed profile, and through ManagedProfile for what a management has in
+// force: profiles are read as they were written, with a policy that is not set, and a failure says why. Both
+// write with ConfigGenerator::generate, sign with CProfileGenerator, and meet property lists in
+// profile/propertylist/FoundationPropertyList.h only.
 
 struct ReadProfile
 {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "profile/ProfileDocument.h"
+#include "profile/ReadProfile.h"
 
 #include "profile/ConfigGenerator.h"
 #include "profile/propertylist/PropertyListInput.h"
