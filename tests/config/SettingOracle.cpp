@@ -96,6 +96,21 @@ QMap<QString, QJsonValue> SettingOracle::valuesOfTheDefaults()
             {QStringLiteral("Plugin UnloadPluginArray"), QString()}};
 }
 
+QStringList SettingOracle::collectedAnew()
+{
+    return {QStringLiteral("bShowStartPage"),       QStringLiteral("bRemoveAdvertise"),
+            QStringLiteral("nFileAttachmentsMode"), QStringLiteral("strDisableOpenSaveFileAttach"),
+            QStringLiteral("strBuiltInPermList"),   QStringLiteral("strUnloadPluginArray"),
+            QStringLiteral("bMIPCheckPolicySet"),   QStringLiteral("nMIPCheckPolicyOnDocSave"),
+            QStringLiteral("elemRibbonCategory"),   QStringLiteral("elemQuickAccessBar")};
+}
+
+QStringList SettingOracle::lostByTheReader()
+{
+    return {QStringLiteral("bRemoveAdvertise"), QStringLiteral("bHideMyApps"),
+            QStringLiteral("strLoginDomainList")};
+}
+
 QStringList SettingOracle::preferenceKeys()
 {
     return {QStringLiteral("StartPage"),

@@ -35,6 +35,11 @@ const QList<Row> &rows();
 QMap<QString, QString> textsOfTheDefaults();
 QMap<QString, QJsonValue> valuesOfTheDefaults();
 
+/// The settings that a save collects anew, and those that lose their value for the Reader. A login domain
+/// mode becomes 2.
+QStringList collectedAnew();
+QStringList lostByTheReader();
+
 /// The keys of a document's preferences, in its order.
 QStringList preferenceKeys();
 

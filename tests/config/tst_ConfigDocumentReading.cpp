@@ -75,16 +75,20 @@ private slots:
                       "<Preference Text='LoginDomainList' String='@a.example;@b.example'/>"
                       "<Preference Text='SupportExtSSO' Mode='1'/>"
                       "</Preferences></r>"));
-        EditorXmlData wanted = RecordSamples::everythingChanged();
+        EditorXmlData wanted;
+        wanted.bShowStartPage = false;
+        wanted.bRemoveAdvertise = true;
+        wanted.bMIPCheckPolicySet = true;
+        wanted.nMIPCheckPolicyOnDocSave = 1;
+        wanted.nAuthLibrary = 1;
+        wanted.bDisableOpenFileAll = true;
         wanted.strBuiltInPermList = QStringLiteral("version:1");
+        wanted.strDisableOpenSaveFileAttach = QStringLiteral("Disabled");
+        wanted.bHideMyApps = true;
+        wanted.bUseOAuth2 = true;
+        wanted.strLoginDomain = QStringLiteral("2");
         wanted.strLoginDomainList = QStringLiteral("@a.example;@b.example");
-        // What is not among the preferences keeps its default.
-        const EditorXmlData defaults;
-        wanted.nFileAttachmentsMode = defaults.nFileAttachmentsMode;
-        wanted.strUnloadPluginArray = defaults.strUnloadPluginArray;
-        wanted.elemRibbonCategory = {};
-        wanted.elemQuickAccessBar = {};
-        wanted.bSetAsDefaultViewer = defaults.bSetAsDefaultViewer;
+        wanted.bSupportExtSSO = true;
         for (const Setting &setting : settings())
             QVERIFY2(sameValue(setting, m_data, wanted), setting.name.data());
     }

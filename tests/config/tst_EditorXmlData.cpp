@@ -3,13 +3,13 @@
 #include "config/EditorXmlData.h"
 #include "config/Settings.h"
 #include "tests/config/RecordSamples.h"
+#include "tests/config/SettingOracle.h"
 
 #include <QtTest>
 
 #include <functional>
 
-using Change = std::function<void(EditorXmlData &)>;
-Q_DECLARE_METATYPE(Change)
+using SettingOracle::Change;
 
 class tst_EditorXmlData : public QObject
 {
@@ -39,13 +39,7 @@ private slots:
 
     void clearResetsExactlyItsPart()
     {
-        const QStringList reset = {
-            QStringLiteral("bShowStartPage"),       QStringLiteral("bRemoveAdvertise"),
-            QStringLiteral("nFileAttachmentsMode"), QStringLiteral("strDisableOpenSaveFileAttach"),
-            QStringLiteral("strBuiltInPermList"),   QStringLiteral("strUnloadPluginArray"),
-            QStringLiteral("bMIPCheckPolicySet"),   QStringLiteral("nMIPCheckPolicyOnDocSave"),
-            QStringLiteral("elemRibbonCategory"),   QStringLiteral("elemQuickAccessBar"),
-        };
+        const QStringList reset = SettingOracle::collectedAnew();
         const EditorXmlData before = RecordSamples::everythingChanged();
         EditorXmlData data = before;
         data.Clear();

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/config/RecordSamples.h"
+#include "tests/config/SettingOracle.h"
 #include "tests/profile/CocoaCalls.h"
 #include "tests/profile/ProfileSamples.h"
 #include "tests/support/TestFiles.h"
@@ -87,7 +88,7 @@ private slots:
                  bundle + QStringLiteral(".settings"));
     }
 
-    void theTenItemsOfADefaultRecord_data()
+    void theItemsOfADefaultRecord_data()
     {
         QTest::addColumn<int>("index");
         QTest::addColumn<QString>("preference");
@@ -108,11 +109,12 @@ private slots:
             QTest::newRow(item) << index++ << QString::fromLatin1(item);
     }
 
-    void theTenItemsOfADefaultRecord()
+    void theItemsOfADefaultRecord()
     {
         QFETCH(int, index);
         const QJsonObject profile = generated(EditorXmlData());
-        QCOMPARE(payloadOf(profile)[QLatin1String("Preferences")].toArray().size(), 10);
+        QCOMPARE(payloadOf(profile)[QLatin1String("Preferences")].toArray().size(),
+                 SettingOracle::preferenceKeys().size());
         QTEST(preferenceOf(profile, index), "preference");
     }
 
