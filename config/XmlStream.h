@@ -9,6 +9,11 @@
 
 /// XML as it streams by, from one parser whose time grows with the length of the input only. Every bound is
 /// applied while reading, so what is refused costs no more than what was read up to there. Any thread.
+///
+/// All XML of the application comes by here, into trees as well as into property lists. A check in front of
+/// another reader would guard what it has understood itself, not what the other one reads. Qt's own readers
+/// compare each attribute of an element with all others, recurse without a limit, expand entities and accept
+/// characters that nobody can read again.
 namespace XmlStream {
 
 constexpr qint64 maximumBytes = 32 * 1024 * 1024;

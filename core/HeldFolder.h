@@ -7,6 +7,9 @@
 
 /// A folder that is held open. What is done relative to its descriptor happens in this folder, wherever
 /// its path leads by then. Copies share the descriptor, which is closed with the last of them. Any thread.
+///
+/// A path that was checked says nothing about the next moment: whoever may write to a folder above can swap
+/// it for a link between the check and the step. A descriptor stays what it was.
 class HeldFolder
 {
 public:

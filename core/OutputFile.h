@@ -15,6 +15,11 @@ class QByteArray;
 /// system, and moved from there when it is complete. The folder of the place is held from the start: when a
 /// folder above is moved or swapped for a link meanwhile, nothing changes where the path leads then. One
 /// thread.
+///
+/// Beside the place, because only within a file system a move is one step, before which the old file is whole
+/// and after which the new one is. A folder rather than a file, because commands that make packages want to
+/// make the file themselves, under a name with the right ending. Not QSaveFile, which writes through links,
+/// goes by paths that may lead elsewhere by the end, and cannot refuse a name that is taken meanwhile.
 class OutputFile
 {
 public:

@@ -8,7 +8,8 @@
 #include <QStringList>
 
 // Edits on the lines of an install script, without their terminators. Anchors are compared with white
-// space at both ends of line and anchor ignored, otherwise exactly.
+// space at both ends of line and anchor ignored, otherwise exactly: indentation changes with the blocks around
+// a line, which say nothing about its meaning.
 
 /// Index of the only line equal to the anchor, or "anchor is not unique: [%1], count=%2" when there is none
 /// or more than one.

@@ -9,6 +9,11 @@
 // Makes the vendor's install scripts find the user who is logged in at the console, instead of trusting
 // HOME, which is not that user's when a device-management agent runs the installer. Line edits at fixed
 // anchors; a script in which an anchor is missing or ambiguous stays exactly as it was.
+//
+// The scripts are the vendor's and change with its versions. A wrong edit would fail later, on the machines of
+// the users, as root, and nobody would look for it in the package. So an edit is made only where whole lines
+// that we know stand as often as we know them, and where they do not the build goes on with a warning.
+// Patterns that match more would also match in scripts that nobody here has read.
 
 /// Both patches of a file, see patchScript(). On failure `error` (optional) gets the reason; see
 /// unpatchedReason.

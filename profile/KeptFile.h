@@ -7,7 +7,9 @@
 #include <QFileDevice>
 #include <QString>
 
-/// A regular file's bytes and permissions as they were when the object was made.
+/// A regular file's bytes and permissions as they were when the object was made. Signing needs them twice: to
+/// know that what was signed is the profile, and to put the profile back when the system's command, which
+/// empties its output before it reads its input, has lost it.
 class KeptFile
 {
 public:

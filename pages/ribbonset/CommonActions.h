@@ -9,6 +9,11 @@ class QTreeWidgetItem;
 
 /// Actions that several categories offer and that are hidden or shown together. The items of one action are
 /// linked in pairs; each keeps a pointer to its twin (void *, RibbonTree::ownRole).
+///
+/// Twins, because an action is one command, wherever it stands: a tree in which it is ticked in one category
+/// and not in another would promise what no document can say. Pointers, because a tick on a category asks
+/// for the twins of all below it. How three of a name are linked decides what documents say, so it stays.
+/// Who passes a state on must ignore the tree's signals meanwhile, or a twin would pass it back.
 class CommonActions
 {
 public:
