@@ -22,10 +22,14 @@ if(PCT_CCACHE)
         $<$<COMPILE_LANG_AND_ID:CXX,AppleClang,Clang>:SHELL:-Xclang -fno-pch-timestamp>)
 endif()
 
-# Tests spend their time in the libraries, and to optimize them would be a third of compiling them.
+# Tests spend their time in the libraries, and to optimize them would be a third of compiling them. A number that they cut
+# short is one of their own making, so what asks about that is for the rest; docs/design.md says why these warnings.
 function(pct_compile_for_kind target kind)
     if("${kind}" STREQUAL "test")
         target_compile_options(${target} PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-O0>)
+    else()
+        target_compile_options(${target} PRIVATE
+            "$<$<COMPILE_LANGUAGE:CXX>:-Wconversion;-Wno-sign-conversion;-Wdouble-promotion;-Wformat=2;-Wextra-semi;-Wsuggest-override>")
     endif()
 endfunction()
 

@@ -111,7 +111,7 @@ bool Walk::visit(const QDomElement &element)
         readPart(*part);
         return true;
     }
-    const int before = unread.size();
+    const auto before = unread.size();
     const bool isOnTheWay = visitChildren(element) || element.tagName() == QLatin1String("Profstore");
     if (isOnTheWay)
         requireAttributes(element, {});

@@ -43,7 +43,7 @@ CommandResult sign(const QString &identity, const QString &input, const QString 
 /// A signature can be good and belong to something else, to nothing for example.
 bool isSignedForm(const QString &path, const KeptFile &profile)
 {
-    const CommandResult decoded = SignedMessage::decoded(path, profile.bytes().size() + 1);
+    const CommandResult decoded = SignedMessage::decoded(path, static_cast<int>(profile.bytes().size() + 1));
     return (decoded.succeeded() && decoded.standardOutput == profile.bytes()) ||
            warn(QStringLiteral("Profile signing failed: what was signed is not the profile."));
 }
@@ -93,7 +93,7 @@ QStringList quotedNames(const QString &listing)
     QStringList names;
     const QStringList lines = listing.split(QLatin1Char('\n'));
     for (const QString &line : lines) {
-        const int quote = line.indexOf(QLatin1Char('"'));
+        const auto quote = line.indexOf(QLatin1Char('"'));
         if (quote >= 0)
             names << line.mid(quote + 1, qMax(0, line.size() - quote - 2));
     }

@@ -22,7 +22,7 @@ void printInfo(const QByteArray &package)
 int main(int argc, char **argv)
 {
     const QVector<QByteArray> arguments = argumentsOf(argc, argv);
-    const int package = arguments.indexOf("-pkg") + 1;
+    const auto package = arguments.indexOf("-pkg") + 1;
     if (arguments.size() != 3 || !arguments.contains("-pkginfo") || package == 0 || package == 3)
         return wrongUsage("installer", "-pkginfo -pkg PKG");
     return runTool("installer", [&] { printInfo(arguments[package]); });

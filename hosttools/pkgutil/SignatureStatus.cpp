@@ -63,7 +63,7 @@ bool isBy(CMS_ContentInfo *message, const X509 *signer)
 
 bool cmsHolds(CMS_ContentInfo *message, const X509 *signer, const QByteArray &digest)
 {
-    const Bio content(BIO_new_mem_buf(digest.constData(), digest.size()));
+    const Bio content(BIO_new_mem_buf(digest.constData(), static_cast<int>(digest.size())));
     return message &&
            CMS_verify(message, nullptr, nullptr, content.get(), nullptr,
                       CMS_BINARY | CMS_NO_SIGNER_CERT_VERIFY) == 1 &&
