@@ -177,8 +177,8 @@ Verb configCommandsVerb()
     Verb verb{QLatin1String("config commands"), QLatin1String("say what can be hidden from the ribbon"),
               runCommands};
     verb.description =
-        QStringLiteral("Lists what --hide-command and --quick-access can name: the categories of the "
-                       "ribbon and what is in them. Exit code 1 when nothing fits.");
+        QStringLiteral("Lists what can be hidden from the ribbon and from the quick-access bar: "
+                       "categories and what is in them. Exit code 1 when nothing fits.");
     verb.options = {productOption(QStringLiteral("only what this product has")), jsonOption()};
     verb.operands = {{Value::text("WORD"),
                       QStringLiteral("only what has all these words in its names or titles"), true, true}};
