@@ -40,6 +40,16 @@ private slots:
         QCOMPARE(xmlText(text), kept);
         QCOMPARE(isXmlText(text), text == kept);
     }
+
+    void anElementIsCalledByANameOnly()
+    {
+        for (const QString &name :
+             {QStringLiteral("a"), QStringLiteral("_x"), QStringLiteral("ä1.b-c"), QStringLiteral("a:b")})
+            QVERIFY2(isXmlName(name), qPrintable(name));
+        for (const QString &name : {QString(), QStringLiteral("1a"), QStringLiteral("-a"),
+                                    QStringLiteral("a b"), QStringLiteral("a<"), QStringLiteral("a\"b")})
+            QVERIFY2(!isXmlName(name), qPrintable(name));
+    }
 };
 
 QTEST_GUILESS_MAIN(tst_XmlText)
