@@ -119,7 +119,7 @@ Option configOption()
                   QStringLiteral("configuration document with the settings; without any the defaults"),
                   Value::writtenSettings("DOC")};
     option.remark =
-        QStringLiteral(", or JSON as `pct show --json` prints it. What it does not mention has its "
+        QStringLiteral(". JSON as `pct show --json` prints it does as well. What it does not mention has its "
                        "default, too; a document of the other product is accepted with a warning");
     return option;
 }
