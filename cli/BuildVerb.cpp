@@ -25,6 +25,8 @@ PackageRequest requestOf(const VerbLine &line)
     request.config = line.path(OptionName::config);
     request.keptDocument = line.path(OptionName::keepConfig);
     request.force = line.isSet(OptionName::force);
+    request.demands = demandsOf(line, OptionName::vendorTeam);
+    request.signing = PackageSigning::from(line, OptionName::sign);
     return request;
 }
 
@@ -68,6 +70,16 @@ QJsonObject buildRefusal(const VerbLine &line, const Problem &problem)
     return outcomeObject(requestOf(line), {problem, {}, {}});
 }
 
+/// What says how to sign needs somebody who signs.
+Result<> checkSigning(const VerbLine &line)
+{
+    for (const QLatin1String option : {OptionName::allowAnyCertificate, OptionName::timestamp}) {
+        if (line.isSet(option) && !line.isSet(OptionName::sign))
+            return Problem{{}, QStringLiteral("--%1 needs --%2").arg(option, OptionName::sign)};
+    }
+    return {};
+}
+
 int runBuild(const VerbLine &line, Console &console)
 {
     console.setQuiet(line.isSet(OptionName::quiet));
@@ -100,10 +112,19 @@ Verb buildVerb()
              Value::document("PATH")},
             QStringLiteral("; written after the package is complete. When that fails, the message says that "
                            "the package exists")),
+        withRemark(
+            {OptionName::sign, QStringLiteral("sign the new package with this identity"), Value::identity()},
+            QStringLiteral(
+                "; see `pct identities --for packages`. It takes the place of the output only when "
+                "its signature holds")),
+        anyCertificateOption(),
+        timestampOption(),
         {OptionName::force, QStringLiteral("replace an output and a kept document that exist already")},
         withRemark(jsonOption(), QStringLiteral(", also when the build fails")),
         quietOption(),
     };
+    verb.options += demandOptions(OptionName::vendorTeam);
+    verb.furtherCheck = checkSigning;
     verb.refusal = buildRefusal;
     return verb;
 }

@@ -4,6 +4,7 @@
 #include "cli/Installer.h"
 #include "cli/Json.h"
 #include "cli/PrivateFolder.h"
+#include "cli/SignatureCheck.h"
 #include "cli/VerbLine.h"
 #include "config/Product.h"
 
@@ -11,7 +12,13 @@
 
 namespace {
 
-InstallerCheck checkPackage(const QString &package, const Product &product)
+/// What a build would say, and who signed the package.
+struct PackageCheck : InstallerCheck
+{
+    std::optional<SignatureReport> signature;
+};
+
+InstallerCheck checkScripts(const QString &package, const Product &product)
 {
     const PrivateFolder folder;
     if (const Result<> usable = folder.check(); !usable)
@@ -19,12 +26,25 @@ InstallerCheck checkPackage(const QString &package, const Product &product)
     return checkInstaller(package, product, folder.makeSubfolder(QStringLiteral("inspect")), true);
 }
 
+PackageCheck checkPackage(const QString &package, const Product &product, const SignatureDemands &demands)
+{
+    PackageCheck check{checkScripts(package, product), std::nullopt};
+    if (!check.inspection)
+        return check;
+    const Result<SignatureReport> report = signatureOf(package, demands);
+    if (report)
+        check.signature = *report;
+    if (check.verdict)
+        check.verdict = report ? meets(package, *report, demands) : Result<>(report.problem());
+    return check;
+}
+
 /// For every addition that a build of the product may be asked to make.
-QList<BuildWarning> warningsOf(const InstallerCheck &check, const Product &product)
+QList<BuildWarning> warningsOf(const PackageCheck &check, const Product &product)
 {
     if (!check.inspection || !check.verdict)
         return {};
-    return warningsAbout(*check.inspection, true, product.isEditor());
+    return signatureWarnings(*check.signature) + warningsAbout(*check.inspection, true, product.isEditor());
 }
 
 QJsonArray warningsArray(const QList<BuildWarning> &warnings)
@@ -57,7 +77,7 @@ QJsonObject inspectionObject(const PackageInspection &inspection)
     };
 }
 
-QJsonObject checkObject(const QString &package, const Product &product, const InstallerCheck &check)
+QJsonObject checkObject(const QString &package, const Product &product, const PackageCheck &check)
 {
     return {
         {QStringLiteral("file"), package},
@@ -66,6 +86,8 @@ QJsonObject checkObject(const QString &package, const Product &product, const In
         {QStringLiteral("problem"), problemOrNull(check.verdict)},
         {QStringLiteral("package"),
          check.inspection ? QJsonValue(inspectionObject(*check.inspection)) : QJsonValue()},
+        {QStringLiteral("signature"),
+         check.signature ? QJsonValue(signatureObject(*check.signature)) : QJsonValue()},
         {QStringLiteral("warnings"), warningsArray(warningsOf(check, product))},
     };
 }
@@ -101,7 +123,7 @@ QList<Console::Row> inspectionRows(const PackageInspection &inspection)
     };
 }
 
-void writeCheck(const QString &package, const Product &product, const InstallerCheck &check, bool asJson,
+void writeCheck(const QString &package, const Product &product, const PackageCheck &check, bool asJson,
                 Console &console)
 {
     if (asJson)
@@ -109,11 +131,13 @@ void writeCheck(const QString &package, const Product &product, const InstallerC
     else if (check.inspection)
         console.writeTable(QStringLiteral("%1 installer").arg(product.title),
                            inspectionRows(*check.inspection));
+    if (!asJson && check.signature && check.signature->isSigned)
+        console.writeTable(QStringLiteral("Signature"), signatureRows(*check.signature));
 }
 
 QJsonObject checkRefusal(const VerbLine &line, const Problem &problem)
 {
-    return checkObject(line.operandPath(), line.product(), {problem, std::nullopt});
+    return checkObject(line.operandPath(), line.product(), {{problem, std::nullopt}, std::nullopt});
 }
 
 int runCheck(const VerbLine &line, Console &console)
@@ -121,7 +145,7 @@ int runCheck(const VerbLine &line, Console &console)
     const QString package = line.operandPath();
     const Product &product = line.product();
     console.setQuiet(line.isSet(OptionName::quiet));
-    InstallerCheck check = checkPackage(package, product);
+    PackageCheck check = checkPackage(package, product, demandsOf(line, OptionName::requireTeam));
     check.verdict = console.told(check.verdict);
     writeCheck(package, product, check, line.isSet(OptionName::json), console);
     for (const BuildWarning &warning : warningsOf(check, product))
@@ -143,6 +167,7 @@ Verb checkVerb()
         "Exit code 0 when a build would work.");
     verb.options = {required(productOption(QStringLiteral("the product whose installer PKG should be"))),
                     jsonOption(), quietOption()};
+    verb.options += demandOptions(OptionName::requireTeam);
     verb.operands = {{Value::package(), QStringLiteral("the installer package to look at")}};
     verb.refusal = checkRefusal;
     return verb;

@@ -3,13 +3,18 @@
 #include "cli/ExitCode.h"
 #include "cli/HostCommands.h"
 #include "cli/Json.h"
+#include "cli/PackageSigning.h"
 #include "cli/VerbLine.h"
 #include "core/PrintableText.h"
 #include "profile/CProfileGenerator.h"
 
 #include <QJsonArray>
 
+#include <algorithm>
+
 namespace {
+
+const QString packages = QStringLiteral("packages");
 
 /// What can sign, and what was said about files that cannot or that others can read.
 struct Listing
@@ -31,14 +36,23 @@ void writeListing(const Listing &listing, bool asJson, Console &console)
         console.warning(warning.file, warning.warning.text);
 }
 
-Result<Listing> listIdentities()
+QStringList namesForPackages(QStringList names)
+{
+    const auto isOther = [](const QString &name) { return !isForPackages(name); };
+    names.erase(std::remove_if(names.begin(), names.end(), isOther), names.end());
+    return names;
+}
+
+Result<Listing> listIdentities(bool forPackages)
 {
     const QString command = QStringLiteral("/usr/bin/security");
     if (const Result<> there = haveCommands({command}); !there)
         return there.problem();
-    const SigningIdentities identities = CProfileGenerator::FindSignIDs();
+    const SigningIdentities identities = forPackages ? CProfileGenerator::FindSignIDs(QStringLiteral("basic"))
+                                                     : CProfileGenerator::FindSignIDs();
     if (identities.names)
-        return Listing{*identities.names, identityWarnings(identities.remarks)};
+        return Listing{forPackages ? namesForPackages(*identities.names) : *identities.names,
+                       identityWarnings(identities.remarks)};
     return Problem{command, QStringLiteral("the identities cannot be listed (%1); check that the keychain is "
                                            "unlocked")
                                 .arg(identities.names.problem().text)};
@@ -46,7 +60,7 @@ Result<Listing> listIdentities()
 
 int runIdentities(const VerbLine &line, Console &console)
 {
-    const Result<Listing> listing = listIdentities();
+    const Result<Listing> listing = listIdentities(line.value(OptionName::forUse) == packages);
     if (!listing) {
         console.error(listing.problem());
         return ExitCode::refused;
@@ -59,11 +73,14 @@ int runIdentities(const VerbLine &line, Console &console)
 
 Verb identitiesVerb()
 {
-    Verb verb{QLatin1String("identities"), QLatin1String("list the identities that can sign a profile"),
-              runIdentities};
+    Verb verb{QLatin1String("identities"),
+              QLatin1String("list the identities that can sign a profile or a package"), runIdentities};
     verb.description = QStringLiteral(
         "Lists the code-signing identities of this user that can sign a profile, one a line, as the "
-        "signing dialog of the window does.");
-    verb.options = {jsonOption()};
+        "signing dialog of the window does, or those for installer packages.");
+    verb.options = {withRemark({OptionName::forUse, QStringLiteral("what is to be signed"),
+                                Value::choice({QStringLiteral("profiles"), packages})},
+                               QStringLiteral("; profiles when nothing is said")),
+                    jsonOption()};
     return verb;
 }

@@ -9,12 +9,15 @@
 /// The long names of the options, without their dashes.
 namespace OptionName {
 
+inline constexpr QLatin1String allowAnyCertificate("allow-any-certificate");
 inline constexpr QLatin1String config("config");
 inline constexpr QLatin1String force("force");
+inline constexpr QLatin1String forUse("for");
 inline constexpr QLatin1String from("from");
 inline constexpr QLatin1String help("help");
 inline constexpr QLatin1String hideCommand("hide-command");
 inline constexpr QLatin1String identifier("identifier");
+inline constexpr QLatin1String identity("identity");
 inline constexpr QLatin1String input("input");
 inline constexpr QLatin1String installed("installed");
 inline constexpr QLatin1String json("json");
@@ -27,6 +30,7 @@ inline constexpr QLatin1String requireSigned("require-signed");
 inline constexpr QLatin1String requireTeam("require-team");
 inline constexpr QLatin1String set("set");
 inline constexpr QLatin1String sign("sign");
+inline constexpr QLatin1String timestamp("timestamp");
 inline constexpr QLatin1String trustAnchors("trust-anchors");
 inline constexpr QLatin1String uuid("uuid");
 inline constexpr QLatin1String vendorTeam("vendor-team");

@@ -35,8 +35,9 @@ PackageJob::PackageJob(const PackageRequest &request)
 Result<> PackageJob::run()
 {
     using Stage = Result<> (PackageJob::*)();
-    for (const Stage stage : {&PackageJob::checkPaths, &PackageJob::takeSettings, &PackageJob::checkInput,
-                              &PackageJob::build, &PackageJob::keepDocument}) {
+    for (const Stage stage :
+         {&PackageJob::checkPaths, &PackageJob::takeSettings, &PackageJob::checkInput,
+          &PackageJob::checkSignature, &PackageJob::build, &PackageJob::sign, &PackageJob::keepDocument}) {
         if (Result<> done = (this->*stage)(); !done)
             return done;
     }
@@ -98,8 +99,23 @@ Result<> PackageJob::checkInput()
     return check.verdict;
 }
 
+Result<> PackageJob::checkSignature()
+{
+    const Result<SignatureReport> report = signatureOf(m_request.input, m_request.demands);
+    if (!report)
+        return report.problem();
+    for (const BuildWarning &warning : signatureWarnings(*report))
+        m_warnings.append({m_request.input, warning});
+    return meets(m_request.input, *report, m_request.demands);
+}
+
 Result<> PackageJob::build()
 {
+    const QString name = QFileInfo(m_request.output).fileName();
+    m_built =
+        m_request.signing.identity.isEmpty()
+            ? m_output
+            : heldPlace(m_folder.makeSubfolder(QStringLiteral("unsigned")) + QLatin1Char('/') + name, false);
     m_document = m_folder.makeSubfolder(QStringLiteral("document")) + QStringLiteral("/ProfStore.xml");
     const BuildReport report = buildPackage(plan());
     for (const BuildWarning &warning : report.warnings)
@@ -119,8 +135,8 @@ BuildPlan PackageJob::plan() const
 {
     BuildPlan plan;
     plan.inputPackage = m_request.input;
-    plan.outputPackage = m_request.output;
-    plan.output = m_output;
+    plan.outputPackage = m_built->path();
+    plan.output = m_built;
     plan.documentPath = m_document;
     plan.keepsDocument = false;
     plan.isSignedByVendor = m_isSignedByVendor;
@@ -134,6 +150,15 @@ BuildPlan PackageJob::plan() const
                                m_request.product->isEditor() && m_settings.bUseOAuth2};
     };
     return plan;
+}
+
+Result<> PackageJob::sign()
+{
+    if (m_request.signing.identity.isEmpty())
+        return {};
+    const Result<> made = signPackage(m_built->path(), m_request.signing, m_output.get());
+    return made ? made
+                : Problem{m_request.output, made.problem().text + QStringLiteral("; no package was made")};
 }
 
 Result<> PackageJob::keepDocument()

@@ -2,7 +2,9 @@
 #pragma once
 
 #include "cli/FileWarning.h"
+#include "cli/PackageSigning.h"
 #include "cli/PrivateFolder.h"
+#include "cli/SignatureCheck.h"
 #include "config/EditorXmlData.h"
 #include "core/Result.h"
 
@@ -22,9 +24,11 @@ struct PackageRequest
     const Product *product = nullptr;
     QString input;
     QString output;
-    QString config;       ///< document to take the settings from; without one they are the defaults
-    QString keptDocument; ///< where the document that the package carries is kept
-    bool force = false;   ///< replace an existing output and kept document
+    QString config;           ///< document to take the settings from; without one they are the defaults
+    QString keptDocument;     ///< where the document that the package carries is kept
+    bool force = false;       ///< replace an existing output and kept document
+    SignatureDemands demands; ///< of the vendor's signature
+    PackageSigning signing;   ///< of the new package
 };
 
 /// One build of a customized package without a window. Whatever happens, the
@@ -45,7 +49,9 @@ private:
     Result<> checkPaths();
     Result<> takeSettings();
     Result<> checkInput();
+    Result<> checkSignature();
     Result<> build();
+    Result<> sign();
     Result<> keepDocument();
 
     BuildPlan plan() const;
@@ -54,6 +60,7 @@ private:
     EditorXmlData m_settings;
     // Held from the start: what their paths lead to by the end is another question.
     std::shared_ptr<OutputFile> m_output;
+    std::shared_ptr<OutputFile> m_built; ///< what is signed into the output, or the output itself
     std::shared_ptr<OutputFile> m_keptDocument;
     PrivateFolder m_folder;
     std::optional<bool> m_isSignedByVendor;

@@ -35,9 +35,9 @@ QString lastWord(const Verb &verb)
 
 const VerbTable &pctVerbs()
 {
-    static const VerbTable table{checkVerb(),       buildVerb(),         profileVerb(),     showVerb(),
-                                 diffVerb(),        identitiesVerb(),    verifyVerb(),      configVerb(),
-                                 configNewVerb(),   configSetVerb(),     configUnsetVerb(), configGetVerb(),
-                                 configNamesVerb(), configCommandsVerb()};
+    static const VerbTable table{checkVerb(),       buildVerb(),          profileVerb(),     showVerb(),
+                                 diffVerb(),        identitiesVerb(),     verifyVerb(),      configVerb(),
+                                 configNewVerb(),   configSetVerb(),      configUnsetVerb(), configGetVerb(),
+                                 configNamesVerb(), configCommandsVerb(), signVerb()};
     return table;
 }

@@ -68,3 +68,4 @@ Verb configUnsetVerb();
 Verb configGetVerb();
 Verb configNamesVerb();
 Verb configCommandsVerb();
+Verb signVerb();

@@ -36,8 +36,8 @@ public:
     /// Names of the code-signing identities in the user's keychains; empty when they cannot be listed.
     static QStringList GetSignIDs();
 
-    /// The same with what there is to say of it.
-    static SigningIdentities FindSignIDs();
+    /// The same with what there is to say of it, also under another policy of the system's, such as "basic".
+    static SigningIdentities FindSignIDs(const QString &policy = QStringLiteral("codesigning"));
 
     /// Replaces a profile by its signed form: a message that verifies and whose content is the profile.
     /// False, with the profile as it was, when that fails.

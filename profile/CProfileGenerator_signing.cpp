@@ -108,10 +108,10 @@ QStringList CProfileGenerator::GetSignIDs()
     return names ? *names : QStringList();
 }
 
-SigningIdentities CProfileGenerator::FindSignIDs()
+SigningIdentities CProfileGenerator::FindSignIDs(const QString &policy)
 {
-    const CommandResult result = runSecurity({QStringLiteral("find-identity"), QStringLiteral("-v"),
-                                              QStringLiteral("-p"), QStringLiteral("codesigning")});
+    const CommandResult result =
+        runSecurity({QStringLiteral("find-identity"), QStringLiteral("-v"), QStringLiteral("-p"), policy});
     const QStringList remarks = saidOnError(result).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     const QString failure = result.outputProblem();
     if (failure.isEmpty())

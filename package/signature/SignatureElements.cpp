@@ -38,7 +38,7 @@ SignatureElements::SignatureElements()
 {
     XML_SetUserData(m_parser.get(), this);
     XML_SetElementHandler(m_parser.get(), onStart, onEnd);
-    XML_SetCharacterDataHandler(m_parser.get(), onText);
+    XML_SetCharacterDataHandler(m_parser.get(), onCharacters);
     XML_SetStartDoctypeDeclHandler(m_parser.get(), onDoctype);
 }
 
@@ -63,7 +63,7 @@ void SignatureElements::onEnd(void *self, const XML_Char *)
     of(self).end();
 }
 
-void SignatureElements::onText(void *self, const XML_Char *text, int length)
+void SignatureElements::onCharacters(void *self, const XML_Char *text, int length)
 {
     SignatureElements &elements = of(self);
     if (elements.m_keepsText && elements.m_text.size() <= longestText)

@@ -46,7 +46,7 @@ public:
 private:
     static void XMLCALL onStart(void *self, const XML_Char *name, const XML_Char **attributes);
     static void XMLCALL onEnd(void *self, const XML_Char *name);
-    static void XMLCALL onText(void *self, const XML_Char *text, int length);
+    static void XMLCALL onCharacters(void *self, const XML_Char *text, int length);
     static void XMLCALL onDoctype(void *self, const XML_Char *, const XML_Char *, const XML_Char *, int);
 
     void start(const QByteArray &name, const XML_Char **attributes);

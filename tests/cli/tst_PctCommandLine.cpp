@@ -62,7 +62,8 @@ void tst_PctCommandLine::helpGoesToStandardOutput_data()
     QTest::newRow("help profile") << words("help profile") << QByteArray("Usage: pct profile --product");
     QTest::newRow("help diff") << words("help diff") << QByteArray("Usage: pct diff [--json] A B");
     QTest::newRow("help identities") << words("help identities")
-                                     << QByteArray("Usage: pct identities [--json]");
+                                     << QByteArray(
+                                            "Usage: pct identities [--for profiles|packages] [--json]");
     QTest::newRow("check --help") << words("check --help") << QByteArray("Usage: pct check");
     QTest::newRow("check -help") << words("check -help") << QByteArray("Usage: pct check");
     QTest::newRow("build -h") << words("build -h") << QByteArray("Usage: pct build");
