@@ -3,6 +3,8 @@
 
 #include "hosttools/base/Error.h"
 
+#include <QVector>
+
 #include <algorithm>
 #include <cstring>
 #include <expat.h>
@@ -127,7 +129,7 @@ void TocEdit::Survey::end()
     const int depth = static_cast<int>(m_path.size());
     const QByteArray name = m_path.last();
     if (isOfToc(3) && isFixedPart(name))
-        m_edit->m_removed.append({m_elementStart, behindBlanks(m_edit->m_xml, behind())});
+        m_edit->m_removed.push_back({m_elementStart, behindBlanks(m_edit->m_xml, behind())});
     else if (isData(depth))
         endData();
     else if (name == "offset" || name == "length" || name == "size")
@@ -140,7 +142,7 @@ void TocEdit::Survey::endData()
     const bool saysWhere = m_place.offsetText.end > 0;
     m_isSound = m_isSound && (saysWhere || m_place.length == 0);
     if (saysWhere)
-        m_edit->m_places.append(m_place);
+        m_edit->m_places.push_back(m_place);
 }
 
 void TocEdit::Survey::endNumber(const QByteArray &name, const QByteArray &owner)

@@ -2,7 +2,8 @@
 #pragma once
 
 #include <QByteArray>
-#include <QVector>
+
+#include <vector>
 
 /// A table of contents as text in which only what a signature changes is changed: times, extended attributes
 /// and everything else that the vendor's tools have written stay as they are. All of it throws
@@ -44,8 +45,8 @@ private:
 
     QByteArray m_xml;
     qint64 m_elementsAt = 0;
-    QVector<Span> m_removed; ///< checksum and signatures
-    QVector<Place> m_places;
+    std::vector<Span> m_removed; ///< checksum and signatures
+    std::vector<Place> m_places;
     qint64 m_first = 0;
     qint64 m_end = 0;
 };
