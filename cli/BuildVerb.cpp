@@ -114,9 +114,8 @@ Verb buildVerb()
                            "the package exists")),
         withRemark(
             {OptionName::sign, QStringLiteral("sign the new package with this identity"), Value::identity()},
-            QStringLiteral(
-                "; see `pct identities --for packages`. It takes the place of the output only when "
-                "its signature holds")),
+            QStringLiteral(", one that `pct identities` lists for packages. It takes the place of the "
+                           "output only when its signature holds")),
         anyCertificateOption(),
         timestampOption(),
         {OptionName::force, QStringLiteral("replace an output and a kept document that exist already")},

@@ -9,32 +9,38 @@
 /// The long names of the options, without their dashes.
 namespace OptionName {
 
-inline constexpr QLatin1String allowAnyCertificate("allow-any-certificate");
-inline constexpr QLatin1String config("config");
-inline constexpr QLatin1String force("force");
-inline constexpr QLatin1String forUse("for");
-inline constexpr QLatin1String from("from");
-inline constexpr QLatin1String help("help");
-inline constexpr QLatin1String hideCommand("hide-command");
-inline constexpr QLatin1String identifier("identifier");
-inline constexpr QLatin1String identity("identity");
-inline constexpr QLatin1String input("input");
-inline constexpr QLatin1String installed("installed");
-inline constexpr QLatin1String json("json");
-inline constexpr QLatin1String keepConfig("keep-config");
-inline constexpr QLatin1String output("output");
-inline constexpr QLatin1String product("product");
-inline constexpr QLatin1String quickAccess("quick-access");
-inline constexpr QLatin1String quiet("quiet");
-inline constexpr QLatin1String requireSigned("require-signed");
-inline constexpr QLatin1String requireTeam("require-team");
-inline constexpr QLatin1String set("set");
-inline constexpr QLatin1String sign("sign");
-inline constexpr QLatin1String timestamp("timestamp");
-inline constexpr QLatin1String trustAnchors("trust-anchors");
-inline constexpr QLatin1String uuid("uuid");
-inline constexpr QLatin1String vendorTeam("vendor-team");
-inline constexpr QLatin1String version("version");
+/// Clang finds the length of a text while compiling only when it is told, with Qt 5.
+template <int size> constexpr QLatin1String latin1(const char (&text)[size])
+{
+    return QLatin1String(text, size - 1);
+}
+
+inline constexpr QLatin1String allowAnyCertificate = latin1("allow-any-certificate");
+inline constexpr QLatin1String config = latin1("config");
+inline constexpr QLatin1String force = latin1("force");
+inline constexpr QLatin1String forUse = latin1("for");
+inline constexpr QLatin1String from = latin1("from");
+inline constexpr QLatin1String help = latin1("help");
+inline constexpr QLatin1String hideCommand = latin1("hide-command");
+inline constexpr QLatin1String identifier = latin1("identifier");
+inline constexpr QLatin1String identity = latin1("identity");
+inline constexpr QLatin1String input = latin1("input");
+inline constexpr QLatin1String installed = latin1("installed");
+inline constexpr QLatin1String json = latin1("json");
+inline constexpr QLatin1String keepConfig = latin1("keep-config");
+inline constexpr QLatin1String output = latin1("output");
+inline constexpr QLatin1String product = latin1("product");
+inline constexpr QLatin1String quickAccess = latin1("quick-access");
+inline constexpr QLatin1String quiet = latin1("quiet");
+inline constexpr QLatin1String requireSigned = latin1("require-signed");
+inline constexpr QLatin1String requireTeam = latin1("require-team");
+inline constexpr QLatin1String set = latin1("set");
+inline constexpr QLatin1String sign = latin1("sign");
+inline constexpr QLatin1String timestamp = latin1("timestamp");
+inline constexpr QLatin1String trustAnchors = latin1("trust-anchors");
+inline constexpr QLatin1String uuid = latin1("uuid");
+inline constexpr QLatin1String vendorTeam = latin1("vendor-team");
+inline constexpr QLatin1String version = latin1("version");
 
 } // namespace OptionName
 

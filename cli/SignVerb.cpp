@@ -79,7 +79,7 @@ Verb signVerb()
     verb.options = {
         required({OptionName::output, QStringLiteral("the signed package to make"), Value::package()}),
         required(withRemark({OptionName::identity, QStringLiteral("who signs"), Value::identity()},
-                            QStringLiteral("; see `pct identities --for packages`"))),
+                            QStringLiteral(", one that `pct identities` lists for packages"))),
         anyCertificateOption(),
         timestampOption(),
         {OptionName::force, QStringLiteral("replace an output that exists already")},

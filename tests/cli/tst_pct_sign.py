@@ -4,12 +4,10 @@
 
 tst_pct_sign.py PCT STAND-INS SAMPLE-PACKAGE
 """
-import functools
 import json
 import os
 import subprocess
 import sys
-import tempfile
 import unittest
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "../support"))
@@ -20,26 +18,11 @@ TEAM = "ABCDE12345"
 SIGNER = "Developer ID Installer: Example Org (%s)" % TEAM
 
 
-@functools.cache
-def authorities():
-    folder = tempfile.TemporaryDirectory()
-    unittest.addModuleCleanup(folder.cleanup)
-    return sp.Authorities(folder.name)
-
-
-class SigningTest(unittest.TestCase):
-    def setUp(self):
-        place = tempfile.TemporaryDirectory()
-        self.addCleanup(place.cleanup)
-        self.folder = place.name
-        for name in ("identities", "tmp"):
-            os.mkdir(self.path(name))
-
-    def path(self, name):
-        return os.path.join(self.folder, name)
+class SigningTest(sp.FolderTest):
+    folders = ("identities", "tmp")
 
     def identity(self, name=SIGNER, file="signer.pem", *options, use="packages"):
-        return authorities().issue(name, self.path("identities/" + file), "--team", TEAM, *options, use=use)
+        return sp.authorities().issue(name, self.path("identities/" + file), "--team", TEAM, *options, use=use)
 
     def pct(self, *arguments):
         return subprocess.run([PCT, *arguments], capture_output=True, check=False, text=True,
@@ -53,7 +36,7 @@ class SigningTest(unittest.TestCase):
         package = sp.Package(path)
         self.assertEqual(package.stored_digest(), package.digest)
         self.assertTrue(sp.rsa_holds(package, self.path("tmp")))
-        self.assertTrue(sp.cms_holds(package, self.path("tmp"), authorities().root))
+        self.assertTrue(sp.cms_holds(package, self.path("tmp"), sp.authorities().root))
         for name in os.listdir(self.path("tmp")):
             self.assertFalse(name.startswith("pct-"), name)
 
@@ -74,7 +57,7 @@ class Sign(SigningTest):
         result = self.sign()
         self.assertEqual((result.returncode, result.stdout, result.stderr), (0, self.path("signed.pkg") + "\n", ""))
         self.assert_holds(self.path("signed.pkg"))
-        verified = self.pct("verify", self.path("signed.pkg"), "--trust-anchors", authorities().root)
+        verified = self.pct("verify", self.path("signed.pkg"), "--trust-anchors", sp.authorities().root)
         self.assertEqual(verified.returncode, 0, verified.stderr)
 
     def test_json_says_who_signed(self):
@@ -97,11 +80,11 @@ class Sign(SigningTest):
 
     def test_a_timestamp(self):
         self.identity()
-        clock = authorities().issue("Time", self.path("time.pem"), use="timestamps")
+        clock = sp.authorities().issue("Time", self.path("time.pem"), use="timestamps")
         with sp.TimestampService(self.path("tmp"), clock) as service:
             self.assertEqual(self.sign("--timestamp", service.url).returncode, 0)
         self.assert_holds(self.path("signed.pkg"))
-        verified = self.pct("verify", "--json", self.path("signed.pkg"), "--trust-anchors", authorities().root)
+        verified = self.pct("verify", "--json", self.path("signed.pkg"), "--trust-anchors", sp.authorities().root)
         timestamp = json.loads(verified.stdout)["signature"]["timestamp"]
         self.assertEqual((timestamp["service"], timestamp["counts"]), ("Time", True))
         os.remove(self.path("signed.pkg"))
@@ -151,7 +134,7 @@ class Identities(SigningTest):
 
 class Build(SigningTest):
     def signed_sample(self, *options, **further):
-        signer = authorities().issue(SIGNER, self.path("vendor.pem"), "--team", TEAM, *options)
+        signer = sp.authorities().issue(SIGNER, self.path("vendor.pem"), "--team", TEAM, *options)
         return sp.sign_by_openssl(SAMPLE, self.path("vendor.pkg"), signer, **further)
 
     def test_it_signs_what_it_builds(self):
@@ -184,7 +167,7 @@ class Build(SigningTest):
                              ["signature-broken", "signature-dropped"])
 
     def test_what_is_demanded_of_the_vendor(self):
-        anchors = ["--trust-anchors", authorities().root]
+        anchors = ["--trust-anchors", sp.authorities().root]
         good = self.signed_sample()
         sp.rewrite_table(good, self.path("broken.pkg"), lambda toc: toc.replace(b"<uid>0", b"<uid>1", 1))
         refusals = [
@@ -205,7 +188,7 @@ class Build(SigningTest):
 
     def test_a_check_tells_who_signed(self):
         package = self.signed_sample()
-        checked = self.pct("check", "--product", "editor", package, "--trust-anchors", authorities().root)
+        checked = self.pct("check", "--product", "editor", package, "--trust-anchors", sp.authorities().root)
         self.assertEqual(checked.returncode, 0, checked.stderr)
         self.assertIn(SIGNER, checked.stdout)
         result = json.loads(self.pct("check", "--json", "--product", "editor", package).stdout)

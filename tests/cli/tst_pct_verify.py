@@ -4,14 +4,12 @@
 
 tst_pct_verify.py PCT SAMPLE-PACKAGE
 """
-import functools
 import json
 import os
 import resource
 import struct
 import subprocess
 import sys
-import tempfile
 import time
 import unittest
 
@@ -26,34 +24,19 @@ IN_2020 = 1593561600
 IN_2090 = 3786825600
 
 
-@functools.cache
-def authorities():
-    folder = tempfile.TemporaryDirectory()
-    unittest.addModuleCleanup(folder.cleanup)
-    return sp.Authorities(folder.name)
-
-
-class VerifyTest(unittest.TestCase):
-    def setUp(self):
-        place = tempfile.TemporaryDirectory()
-        self.addCleanup(place.cleanup)
-        self.folder = place.name
-
-    def path(self, name):
-        return os.path.join(self.folder, name)
-
+class VerifyTest(sp.FolderTest):
     def signer(self, *options, use="packages"):
-        return authorities().issue(SIGNER, self.path("signer.pem"), "--team", TEAM, *options, use=use)
+        return sp.authorities().issue(SIGNER, self.path("signer.pem"), "--team", TEAM, *options, use=use)
 
     def signed(self, *options, use="packages", **further):
         return sp.sign_by_openssl(SAMPLE, self.path("signed.pkg"), self.signer(*options, use=use), **further)
 
     def clock(self, name="Time"):
-        return authorities().issue(name, self.path("time.pem"), use="timestamps")
+        return sp.authorities().issue(name, self.path("time.pem"), use="timestamps")
 
     def verify(self, package, *options, trusts=True):
         """Exit code, the object of the JSON and the messages, within the limits of time and memory."""
-        anchors = ["--trust-anchors", authorities().root] if trusts else []
+        anchors = ["--trust-anchors", sp.authorities().root] if trusts else []
         begin = time.monotonic()
         result = subprocess.run([PCT, "verify", "--json", package, *anchors, *options], capture_output=True, check=False)
         self.assertLess(time.monotonic() - begin, 5)
@@ -89,7 +72,7 @@ class Signers(VerifyTest):
             "team": TEAM, "timestamp": None, "ticket": False, "problems": []})
 
     def test_text_says_the_same(self):
-        result = subprocess.run([PCT, "verify", self.signed(), "--trust-anchors", authorities().root], check=True,
+        result = subprocess.run([PCT, "verify", self.signed(), "--trust-anchors", sp.authorities().root], check=True,
                                 capture_output=True)
         text = result.stdout.decode()
         fingerprint = sp.fingerprint(sp.der(self.path("signer.pem")))
@@ -139,7 +122,7 @@ class Signers(VerifyTest):
 
     def test_timestamps_that_count_for_nothing(self):
         stranger = sp.make_identity("Stranger", self.path("stranger.pem"), "--use", "timestamps")
-        mail = authorities().issue("Mail", self.path("mail.pem"), use="mail")
+        mail = sp.authorities().issue("Mail", self.path("mail.pem"), use="mail")
         for words, clock in (("unknown", stranger), ("not for timestamps", mail)):
             package = self.signed("--validity", "past", timestamp=sp.timestamp_token(clock, IN_2020))
             signature = self.assert_refused(package, "had expired")
@@ -204,7 +187,7 @@ class Alterations(VerifyTest):
             self.assert_refused(self.altered_table(old, new), "RSA signature is wrong")
 
     def test_signatures_of_two_people(self):
-        other = authorities().issue("Other", self.path("other.pem"))
+        other = sp.authorities().issue("Other", self.path("other.pem"))
 
         def change(package):
             message = sp.cms_signature(other, package.digest, "sha1").ljust(9216, b"\0")
@@ -217,7 +200,7 @@ class Alterations(VerifyTest):
 
     def test_a_chain_of_another_signer(self):
         package = sp.Package(self.signed())
-        other = authorities().issue("Other", self.path("other.pem"))
+        other = sp.authorities().issue("Other", self.path("other.pem"))
         listed = sp.signature_element("signature", 20, 256, package.certificates()).encode()
         replaced = sp.signature_element("signature", 20, 256, sp.pem_blocks(other)).encode()
         self.assert_refused(self.altered_table(listed, replaced), "RSA signature is wrong")
@@ -251,7 +234,7 @@ class Hostile(VerifyTest):
 
     def test_weak_keys_and_elliptic_curves(self):
         self.assert_refused(self.signed("--bits", "512"), "has only 512 bits")
-        curve = authorities().issue(SIGNER, self.path("curve.pem"), "--key", "ec")
+        curve = sp.authorities().issue(SIGNER, self.path("curve.pem"), "--key", "ec")
         package = sp.sign_by_openssl(SAMPLE, self.path("curve.pkg"), curve, parts=("x-signature",))
         self.assert_accepted(package)
         mixed = sp.sign_by_openssl(SAMPLE, self.path("mixed.pkg"), self.signer(), certificates=sp.pem_blocks(curve))
@@ -267,7 +250,7 @@ class Hostile(VerifyTest):
         self.assert_refused(package, "ends neither in Apple's root")
 
     def test_many_certificates_and_large_ones(self):
-        root = sp.der(authorities().root)
+        root = sp.der(sp.authorities().root)
         package = sp.sign_by_openssl(SAMPLE, self.path("many.pkg"), self.signer(), certificates=[root] * 10000)
         self.assert_refused(package, "too many or too large certificates")
         package = sp.sign_by_openssl(SAMPLE, self.path("large.pkg"), self.signer(), certificates=[b"\x30" * 1000000])

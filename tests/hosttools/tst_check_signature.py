@@ -4,11 +4,9 @@
 
 tst_check_signature.py STAND-INS SAMPLE-PACKAGE
 """
-import functools
 import os
 import subprocess
 import sys
-import tempfile
 import time
 import unittest
 
@@ -21,28 +19,14 @@ SIGNER = "Developer ID Installer: Example Org (ABCDE12345)"
 IN_2020 = 1593561600
 
 
-@functools.cache
-def authorities():
-    folder = tempfile.TemporaryDirectory()
-    unittest.addModuleCleanup(folder.cleanup)
-    return sp.Authorities(folder.name)
-
-
-class SignatureTest(unittest.TestCase):
-    def setUp(self):
-        place = tempfile.TemporaryDirectory()
-        self.addCleanup(place.cleanup)
-        self.folder = place.name
-        os.mkdir(self.path("identities"))
-
-    def path(self, name):
-        return os.path.join(self.folder, name)
+class SignatureTest(sp.FolderTest):
+    folders = ("identities",)
 
     def trust(self):
-        sp.write(self.path("identities/root.cer"), sp.der(authorities().root))
+        sp.write(self.path("identities/root.cer"), sp.der(sp.authorities().root))
 
     def signer(self, *options):
-        return authorities().issue(SIGNER, self.path("signer.pem"), *options)
+        return sp.authorities().issue(SIGNER, self.path("signer.pem"), *options)
 
     def signed(self, *options, **further):
         return sp.sign_by_openssl(SAMPLE, self.path("signed.pkg"), self.signer(*options), **further)
@@ -95,7 +79,7 @@ class States(SignatureTest):
 
     def test_a_timestamp_prolongs_a_certificate(self):
         self.trust()
-        clock = authorities().issue("Time", self.path("time.pem"), use="timestamps")
+        clock = sp.authorities().issue("Time", self.path("time.pem"), use="timestamps")
         package = self.signed("--validity", "past", timestamp=sp.timestamp_token(clock, IN_2020))
         lines = self.assert_status(package, 0, "signed by a certificate trusted by macOS")
         self.assertEqual(lines[0], "   Signed with a trusted timestamp on: 2020-07-01 00:00:00 +0000")
@@ -152,7 +136,7 @@ class Alterations(SignatureTest):
 
     def test_signatures_of_two_signers(self):
         first, second = sp.Package(self.signed()), self.path("other.pem")
-        authorities().issue("Another", second)
+        sp.authorities().issue("Another", second)
         heap = bytearray(first.heap)
         message = sp.cms_signature(second, first.digest, "sha1").ljust(9216, b"\0")
         heap[276:276 + 9216] = message
@@ -171,7 +155,7 @@ class Alterations(SignatureTest):
             self.assert_invalid(self.path("altered.pkg"))
 
     def test_ten_thousand_certificates_are_not_read(self):
-        one = sp.der(authorities().root)
+        one = sp.der(sp.authorities().root)
         sp.sign_by_openssl(SAMPLE, self.path("many.pkg"), self.signer(), certificates=[one] * 10000)
         begin = time.monotonic()
         self.assert_invalid(self.path("many.pkg"))

@@ -4,12 +4,10 @@
 
 tst_productsign.py STAND-INS SAMPLE-PACKAGE
 """
-import functools
 import os
 import socket
 import subprocess
 import sys
-import tempfile
 import unittest
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "../support"))
@@ -21,25 +19,11 @@ SIGNER = "Developer ID Installer: Example Org (ABCDE12345)"
 TIMESTAMP_ATTRIBUTE = b"id-smime-aa-timeStampToken"
 
 
-@functools.cache
-def authorities():
-    folder = tempfile.TemporaryDirectory()
-    unittest.addModuleCleanup(folder.cleanup)
-    return sp.Authorities(folder.name)
-
-
-class SigningTest(unittest.TestCase):
-    def setUp(self):
-        place = tempfile.TemporaryDirectory()
-        self.addCleanup(place.cleanup)
-        self.folder = place.name
-        os.mkdir(self.path("identities"))
-
-    def path(self, name):
-        return os.path.join(self.folder, name)
+class SigningTest(sp.FolderTest):
+    folders = ("identities",)
 
     def identity(self, name=SIGNER, file="signer.pem", *options, use="packages"):
-        return authorities().issue(name, self.path("identities/" + file), *options, use=use)
+        return sp.authorities().issue(name, self.path("identities/" + file), *options, use=use)
 
     def run_tool(self, *arguments, environment=()):
         return subprocess.run([os.path.join(STAND_INS, arguments[0]), *arguments[1:]], capture_output=True, check=False,
@@ -58,7 +42,7 @@ class SigningTest(unittest.TestCase):
         self.assertTrue(package.is_sha1)
         self.assertEqual(package.stored_digest(), package.digest)
         self.assertTrue(sp.rsa_holds(package, self.folder), "RSA")
-        self.assertTrue(sp.cms_holds(package, self.folder, authorities().root), "CMS")
+        self.assertTrue(sp.cms_holds(package, self.folder, sp.authorities().root), "CMS")
 
     def assert_refused(self, result, words):
         self.assertEqual(result.returncode, 1, result.stderr)
@@ -80,14 +64,14 @@ class Results(SigningTest):
     def test_both_signatures_name_the_chain_from_the_signer_to_the_root(self):
         signer = self.identity()
         package = self.signed()
-        expected = [sp.der(signer), sp.der(authorities().issuer), sp.der(authorities().root)]
+        expected = [sp.der(signer), sp.der(sp.authorities().issuer), sp.der(sp.authorities().root)]
         self.assertEqual(package.certificates("signature"), expected)
         self.assertEqual(package.certificates("x-signature"), expected)
 
     def test_the_chain_is_found_in_the_folder(self):
         self.identity(SIGNER, "signer.pem", "--bare")
         for name in ("root", "issuer"):
-            sp.write(self.path("identities/%s.cer" % name), sp.der(authorities().path(name + ".pem")))
+            sp.write(self.path("identities/%s.cer" % name), sp.der(sp.authorities().path(name + ".pem")))
         self.assertEqual(len(self.signed().certificates()), 3)
 
     def test_it_is_laid_out_as_apple_does(self):
@@ -265,7 +249,7 @@ class Refusals(SigningTest):
 
 class Timestamps(SigningTest):
     def service(self, answer=lambda reply: (200, reply)):
-        identity = authorities().issue("Time", self.path("time.pem"), use="timestamps")
+        identity = sp.authorities().issue("Time", self.path("time.pem"), use="timestamps")
         service = sp.TimestampService(self.folder, identity, answer)
         self.addCleanup(service.__exit__)
         return service

@@ -4,6 +4,7 @@
 Shares no code with what it judges.
 """
 import base64
+import functools
 import hashlib
 import http.server
 import os
@@ -11,8 +12,10 @@ import re
 import shutil
 import struct
 import subprocess
+import tempfile
 import threading
 import time
+import unittest
 import xml.etree.ElementTree
 import zlib
 
@@ -60,6 +63,30 @@ class Authorities:
         if output.endswith(".crt"):
             shutil.copy(made[:-3] + "key", output[:-3] + "key")
         return output
+
+
+@functools.cache
+def authorities():
+    """Those of a whole test program: to make keys takes longer than most tests."""
+    folder = tempfile.TemporaryDirectory()
+    unittest.addModuleCleanup(folder.cleanup)
+    return Authorities(folder.name)
+
+
+class FolderTest(unittest.TestCase):
+    """A test with a folder of its own, and what is to be in it."""
+
+    folders = ()
+
+    def setUp(self):
+        place = tempfile.TemporaryDirectory()
+        self.addCleanup(place.cleanup)
+        self.folder = place.name
+        for name in self.folders:
+            os.mkdir(self.path(name))
+
+    def path(self, name):
+        return os.path.join(self.folder, name)
 
 
 class Package:

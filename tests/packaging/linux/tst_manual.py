@@ -16,7 +16,7 @@ def page(name):
 
 
 def rendered(name):
-    text = run("man", "-l", page(name), env=environment(MANWIDTH="200"))
+    text = run("man", "--no-hyphenation", "-l", page(name), env=environment(MANWIDTH="200"))
     return re.sub(".\b", "", text)
 
 
