@@ -272,7 +272,8 @@ Result<Json::Value> Json::read(const QByteArray &bytes)
     QByteArray utf8 = bytes;
     if (utf8.startsWith("\xef\xbb\xbf"))
         utf8.remove(0, 3);
-    const QString text = QString::fromUtf8(utf8);
+    // With its length, because Qt 5 ends at a NUL otherwise.
+    const QString text = QString::fromUtf8(utf8.constData(), static_cast<int>(utf8.size()));
     if (text.toUtf8() != utf8)
         return Problem{{}, QStringLiteral("it is not in UTF-8")};
     return Reading(text).run();

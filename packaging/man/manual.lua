@@ -40,8 +40,22 @@ function Table(table)
     return introduction(table) .. pandoc.Blocks({ terms })
 end
 
+-- A line could end at a hyphen or in a word, and an option would stand in two parts: minus signs keep it
+-- together, and the mark in front of them keeps it whole.
+local function unbroken(before, hyphens)
+    local starts_word = before == "" or before:sub(-1) == " "
+    return pandoc.RawInline("man", (starts_word and "\\%" or "") .. ("\\-"):rep(#hyphens))
+end
+
 function Code(code)
-    return pandoc.Strong(pandoc.Str(code.text))
+    local parts = pandoc.Inlines({})
+    for text, hyphens in code.text:gmatch("([^-]*)(-*)") do
+        parts:insert(pandoc.Str(text))
+        if hyphens ~= "" then
+            parts:insert(unbroken(text, hyphens))
+        end
+    end
+    return pandoc.Strong(parts)
 end
 
 function Link(link)

@@ -15,8 +15,8 @@ def page(name):
     return BUILD / "man" / f"{name}.1"
 
 
-def rendered(name):
-    text = run("man", "--no-hyphenation", "-l", page(name), env=environment(MANWIDTH="200"))
+def rendered(name, width="200"):
+    text = run("man", "-l", page(name), env=environment(MANWIDTH=width))
     return re.sub(".\b", "", text)
 
 
@@ -46,6 +46,13 @@ class ManualPages(unittest.TestCase):
                     capture_output=True, text=True, check=True)
                 self.assertEqual(result.stderr, "")
                 self.assertGreater(len(result.stdout), 1000)
+
+    def test_no_option_stands_in_two_parts(self):
+        for width in ("60", "72", "80", "132"):
+            with self.subTest(width):
+                text = rendered("pct", width)
+                self.assertIn("--allow-any-certificate", text)
+                self.assertNotRegex(text, r"(?<![\w-])--[a-z-]+[-\u2010]\n")
 
     def test_both_have_the_usual_sections(self):
         for name in ("pct", "pelix-customization-tool"):
