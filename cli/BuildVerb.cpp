@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/Console.h"
-#include "cli/ExitCode.h"
 #include "cli/Json.h"
 #include "cli/PackageJob.h"
 #include "cli/VerbLine.h"
@@ -52,19 +51,6 @@ QJsonObject outcomeObject(const PackageRequest &request, const Outcome &outcome)
     };
 }
 
-void writeOutcome(const PackageRequest &request, const Outcome &outcome, bool asJson, Console &console)
-{
-    if (outcome.result)
-        console.setMade(request.output);
-    if (asJson)
-        console.writeJson(outcomeObject(request, outcome));
-    else if (outcome.result)
-        console.confirm(request.output);
-    console.warn(outcome.warnings);
-    if (!outcome.result)
-        console.error(outcome.result.problem());
-}
-
 QJsonObject buildRefusal(const VerbLine &line, const Problem &problem)
 {
     return outcomeObject(requestOf(line), {problem, {}, {}});
@@ -86,8 +72,8 @@ int runBuild(const VerbLine &line, Console &console)
     const PackageRequest request = requestOf(line);
     Outcome outcome = outcomeOf(request);
     outcome.result = console.told(outcome.result);
-    writeOutcome(request, outcome, line.isSet(OptionName::json), console);
-    return outcome.result ? ExitCode::done : ExitCode::refused;
+    return console.writeOutcome(request.output, outcome.result, outcome.warnings,
+                                line.isSet(OptionName::json), [&] { return outcomeObject(request, outcome); });
 }
 
 } // namespace

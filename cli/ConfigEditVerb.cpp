@@ -140,16 +140,8 @@ int finish(const VerbLine &line, Outcome outcome, Console &console)
 {
     console.setQuiet(line.isSet(OptionName::quiet));
     outcome.result = console.told(outcome.result);
-    if (outcome.result)
-        console.setMade(line.operandPath());
-    if (line.isSet(OptionName::json))
-        console.writeJson(outcomeObject(line, outcome));
-    else if (outcome.result)
-        console.confirm(line.operandPath());
-    console.warn(outcome.document.file.warnings);
-    if (!outcome.result)
-        console.error(outcome.result.problem());
-    return outcome.result ? ExitCode::done : ExitCode::refused;
+    return console.writeOutcome(line.operandPath(), outcome.result, outcome.document.file.warnings,
+                                line.isSet(OptionName::json), [&] { return outcomeObject(line, outcome); });
 }
 
 SettingChanges settingsToSet(const VerbLine &line)

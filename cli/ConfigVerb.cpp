@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/Console.h"
-#include "cli/ExitCode.h"
 #include "cli/InputFile.h"
 #include "cli/Json.h"
 #include "cli/SettingChanges.h"
@@ -103,16 +102,8 @@ int runNew(const VerbLine &line, Console &console)
     console.setQuiet(line.isSet(OptionName::quiet));
     Outcome outcome = make(line);
     outcome.result = console.told(outcome.result);
-    if (outcome.result)
-        console.setMade(line.path(OptionName::output));
-    if (line.isSet(OptionName::json))
-        console.writeJson(outcomeObject(line, outcome));
-    else if (outcome.result)
-        console.confirm(line.path(OptionName::output));
-    console.warn(outcome.warnings);
-    if (!outcome.result)
-        console.error(outcome.result.problem());
-    return outcome.result ? ExitCode::done : ExitCode::refused;
+    return console.writeOutcome(line.path(OptionName::output), outcome.result, outcome.warnings,
+                                line.isSet(OptionName::json), [&] { return outcomeObject(line, outcome); });
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/Console.h"
 
+#include "cli/ExitCode.h"
 #include "cli/Interruption.h"
 #include "core/PrintableText.h"
 
@@ -107,6 +108,21 @@ Result<> Console::told(const Result<> &result)
 void Console::setMade(const QString &path)
 {
     m_made = path;
+}
+
+int Console::writeOutcome(const QString &file, const Result<> &result, const QList<FileWarning> &warnings,
+                          bool asJson, const std::function<QJsonObject()> &object)
+{
+    if (result)
+        setMade(file);
+    if (asJson)
+        writeJson(object());
+    else if (result)
+        confirm(file);
+    warn(warnings);
+    if (!result)
+        error(result.problem());
+    return result ? ExitCode::done : ExitCode::refused;
 }
 
 bool Console::finish()

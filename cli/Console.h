@@ -8,6 +8,7 @@
 #include <QList>
 #include <QTextStream>
 
+#include <functional>
 #include <optional>
 
 class Interruption;
@@ -52,6 +53,11 @@ public:
 
     /// Remembers a file that the run has made: should `out` fail, the message says that it is there.
     void setMade(const QString &path);
+
+    /// Ends a verb that makes a file: says what came of it, as JSON by the object or as lines, and returns the
+    /// exit code. The result is one that told() has given.
+    int writeOutcome(const QString &file, const Result<> &result, const QList<FileWarning> &warnings,
+                     bool asJson, const std::function<QJsonObject()> &object);
 
     /// False, after a message, when what was written to `out` has not all arrived.
     bool finish();

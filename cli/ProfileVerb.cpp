@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/Console.h"
-#include "cli/ExitCode.h"
 #include "cli/Json.h"
 #include "cli/ProfileJob.h"
 #include "cli/VerbLine.h"
@@ -55,19 +54,6 @@ QJsonObject outcomeObject(const ProfileRequest &request, const Outcome &outcome)
          outcome.result ? QJsonValue(identityObject(outcome.identity)) : QJsonValue()},
         {QStringLiteral("warnings"), warningsArray(outcome.warnings)},
     };
-}
-
-void writeOutcome(const ProfileRequest &request, const Outcome &outcome, bool asJson, Console &console)
-{
-    if (outcome.result)
-        console.setMade(request.output);
-    if (asJson)
-        console.writeJson(outcomeObject(request, outcome));
-    else if (outcome.result)
-        console.confirm(request.output);
-    console.warn(outcome.warnings);
-    if (!outcome.result)
-        console.error(outcome.result.problem());
 }
 
 bool matches(const QString &value, const QString &pattern)
@@ -131,8 +117,8 @@ int runProfile(const VerbLine &line, Console &console)
     const ProfileRequest request = requestOf(line);
     Outcome outcome = outcomeOf(request);
     outcome.result = console.told(outcome.result);
-    writeOutcome(request, outcome, line.isSet(OptionName::json), console);
-    return outcome.result ? ExitCode::done : ExitCode::refused;
+    return console.writeOutcome(request.output, outcome.result, outcome.warnings,
+                                line.isSet(OptionName::json), [&] { return outcomeObject(request, outcome); });
 }
 
 } // namespace

@@ -33,11 +33,8 @@ Problem mistyped(const Value &value, const QString &wanted)
 
 Problem unknown(const Value &value, const QStringList &known)
 {
-    const QString nearest = nearestWord(value.name, known);
-    const QString hint =
-        nearest.isEmpty() ? QString() : QStringLiteral(", the nearest is \"%1\"").arg(nearest);
-    return wrong(value.namePlace,
-                 QStringLiteral("there is no \"%1\"%2").arg(printableStart(value.name, 64), hint));
+    return wrong(value.namePlace, QStringLiteral("there is no \"%1\"%2")
+                                      .arg(printableStart(value.name, 64), nearestHint(value.name, known)));
 }
 
 QStringList settingNames()

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/Console.h"
-#include "cli/ExitCode.h"
 #include "cli/InputFile.h"
 #include "cli/Json.h"
 #include "cli/PackageSigning.h"
@@ -55,17 +54,8 @@ int runSign(const VerbLine &line, Console &console)
 {
     console.setQuiet(line.isSet(OptionName::quiet));
     const Result<> result = console.told(sign(line));
-    const QString output = line.path(OptionName::output);
-    if (result)
-        console.setMade(output);
-    if (line.isSet(OptionName::json))
-        console.writeJson(outcomeObject(line, result));
-    else if (result)
-        console.confirm(output);
-    if (result)
-        return ExitCode::done;
-    console.error(result.problem());
-    return ExitCode::refused;
+    return console.writeOutcome(line.path(OptionName::output), result, {},
+                                line.isSet(OptionName::json), [&] { return outcomeObject(line, result); });
 }
 
 } // namespace

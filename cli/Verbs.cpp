@@ -38,10 +38,7 @@ int unknownVerb(const VerbTable &table, const QString &parent, const QString &wo
         known.append(lastWord(verb));
     if (parent.isEmpty())
         known += QStringList{QStringLiteral("help"), QStringLiteral("--help"), QStringLiteral("--version")};
-    QString problem = QStringLiteral("there is no such verb");
-    const QString nearest = nearestWord(word, known);
-    if (!nearest.isEmpty())
-        problem += QStringLiteral(", the nearest is \"%1\"").arg(nearest);
+    const QString problem = QStringLiteral("there is no such verb") + nearestHint(word, known);
     return wrongUsage(fullName(parent, word), problem, helpFor(parent), console);
 }
 

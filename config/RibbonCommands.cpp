@@ -123,8 +123,7 @@ QString nearestTo(const QString &text, const Product &product)
         if (RibbonCommands::has(product, command))
             known << command.path.last() << command.titles.last();
     }
-    const QString nearest = nearestWord(text, known);
-    return nearest.isEmpty() ? QString() : QStringLiteral(", the nearest is \"%1\"").arg(nearest);
+    return nearestHint(text, known);
 }
 
 Problem unknown(const QString &text, const Product &product)
@@ -177,10 +176,4 @@ Result<RibbonCommands::Command> RibbonCommands::named(const QString &text, const
     return Problem{{},
                    QStringLiteral("\"%1\" names several ribbon commands; give one of %2")
                        .arg(printableStart(text, 64), listed(found))};
-}
-
-bool RibbonCommands::isKnown(const QStringList &path, const Product &product)
-{
-    return std::any_of(all().begin(), all().end(),
-                       [&](const Command &command) { return has(product, command) && command.path == path; });
 }

@@ -35,7 +35,4 @@ bool has(const Product &product, const Command &command);
 /// problem when it means nothing, or several commands that are not one action.
 Result<Command> named(const QString &text, const Product &product);
 
-/// Whether the path of names leads to something that one of the products has.
-bool isKnown(const QStringList &path, const Product &product);
-
 } // namespace RibbonCommands

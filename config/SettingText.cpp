@@ -34,12 +34,6 @@ Problem refused(const QString &text)
     return {{}, text};
 }
 
-QString nearestHint(const QString &text, const QStringList &known)
-{
-    const QString nearest = nearestWord(text, known);
-    return nearest.isEmpty() ? QString() : QStringLiteral(", the nearest is \"%1\"").arg(nearest);
-}
-
 bool isSame(const QString &first, const QString &second)
 {
     return first.compare(second, Qt::CaseInsensitive) == 0;

@@ -62,3 +62,9 @@ QString nearestWord(const QString &word, const QStringList &known)
     }
     return nearest;
 }
+
+QString nearestHint(const QString &word, const QStringList &known)
+{
+    const QString nearest = nearestWord(word, known);
+    return nearest.isEmpty() ? QString() : QStringLiteral(", the nearest is \"%1\"").arg(nearest);
+}
