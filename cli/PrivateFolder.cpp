@@ -21,11 +21,11 @@ bool hasRoomFor(QFile &sample)
 
 Result<> PrivateFolder::check() const
 {
-    if (!m_folder.isValid())
+    if (!m_folder.made())
         return Problem{TransientFolder::temporaryPath(),
                        QStringLiteral("no private folder can be made there (%1); "
                                       "set TMPDIR to a folder that can be written")
-                           .arg(m_folder.errorString())};
+                           .arg(m_folder.made().problem().text)};
     QFile sample(m_folder.filePath(QStringLiteral("sample")));
     const bool fits = hasRoomFor(sample);
     const QString cause = sample.errorString();

@@ -89,13 +89,14 @@ Result<QDomDocument> ConfigDocument::load(const QString &path, const XmlStream::
 
 void ConfigDocument::apply(const QDomDocument &document, EditorXmlData &data)
 {
-    // In the order of Setting::Section.
-    const QVector<QDomElement> sections = XmlTree::firstNamed(document.documentElement(), sectionNames());
-    readItems(sections.at(0), Section::Preferences, data);
-    readPlugins(sections.at(1), data);
-    readItems(sections.at(2), Section::Installation, data);
-    readElement(sections.at(3), Section::Ribbon, QStringLiteral("CCommon::ParseXml ribbon category"), data);
-    readElement(sections.at(4), Section::QuickAccessBar, QStringLiteral("CCommon::ParseXml element"), data);
+    SectionElements sections(document.documentElement());
+    readItems(sections[Section::Preferences], Section::Preferences, data);
+    readPlugins(sections[Section::Plugins], data);
+    readItems(sections[Section::Installation], Section::Installation, data);
+    readElement(sections[Section::Ribbon], Section::Ribbon,
+                QStringLiteral("CCommon::ParseXml ribbon category"), data);
+    readElement(sections[Section::QuickAccessBar], Section::QuickAccessBar,
+                QStringLiteral("CCommon::ParseXml element"), data);
 }
 
 QDomDocument ConfigDocument::fromSettings(const EditorXmlData &settings, const Product &product,

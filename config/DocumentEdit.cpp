@@ -2,7 +2,6 @@
 #include "config/DocumentEdit.h"
 
 #include "config/SettingItems.h"
-#include "config/XmlTree.h"
 
 #include <QDomDocument>
 
@@ -35,7 +34,7 @@ class Edit
 public:
     Edit(QDomDocument &document, const DocumentChange &wanted)
         : m_document(document)
-        , m_sections(XmlTree::firstNamed(document.documentElement(), sectionNames()))
+        , m_sections(document.documentElement())
         , m_wanted(wanted)
         , m_after(settled(wanted.after, wanted.product))
     {
@@ -73,10 +72,9 @@ private:
         return setting.document.text(m_after).value_or(QString());
     }
 
-    /// In the order of Setting::Section.
     QDomElement sectionElement(Section section)
     {
-        QDomElement &element = m_sections[static_cast<int>(section)];
+        QDomElement &element = m_sections[section];
         if (!element.isNull())
             return element;
         QDomElement store = m_document.documentElement().firstChildElement(QStringLiteral("Profstore"));
@@ -148,7 +146,7 @@ private:
     }
 
     QDomDocument &m_document;
-    QVector<QDomElement> m_sections;
+    SectionElements m_sections;
     const DocumentChange &m_wanted;
     const EditorXmlData m_after;
 };

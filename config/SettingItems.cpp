@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/SettingItems.h"
 
+#include "config/XmlTree.h"
+
 #include <algorithm>
 #include <array>
 
@@ -95,15 +97,20 @@ QLatin1String sectionName(Section section)
     return namesOfSections().at(indexOf(section));
 }
 
-QStringList sectionNames()
-{
-    return {namesOfSections().begin(), namesOfSections().end()};
-}
-
 QLatin1String elementName(Section section)
 {
     static const std::array<QLatin1String, sectionCount> names = {
         QLatin1String("Preference"), QLatin1String("Plugin"), QLatin1String("Installation_Option"),
         QLatin1String("RibbonUI"), QLatin1String("QuickAccessBar")};
     return names.at(indexOf(section));
+}
+
+SectionElements::SectionElements(const QDomElement &root)
+    : m_elements(XmlTree::firstNamed(root, {namesOfSections().begin(), namesOfSections().end()}))
+{
+}
+
+QDomElement &SectionElements::operator[](Section section)
+{
+    return m_elements[static_cast<int>(section)];
 }

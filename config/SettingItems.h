@@ -3,7 +3,8 @@
 
 #include "config/Settings.h"
 
-#include <QStringList>
+#include <QDomElement>
+#include <QVector>
 
 // The table of settings as documents, profiles and the window walk over it.
 
@@ -21,10 +22,21 @@ const std::vector<SettingItem> &profileItems(Setting::Section section);
 /// The setting of a section that has only one.
 const Setting &settingIn(Setting::Section section);
 
-/// What documents and profiles call a section, all sections, and the elements that a section holds.
+/// What documents and profiles call a section, and the elements that a section holds.
 QLatin1String sectionName(Setting::Section section);
-QStringList sectionNames();
 QLatin1String elementName(Setting::Section section);
+
+/// The sections of one document: for each the first element of its name, or a null one. Found in one walk.
+class SectionElements
+{
+public:
+    explicit SectionElements(const QDomElement &root);
+
+    QDomElement &operator[](Setting::Section section);
+
+private:
+    QVector<QDomElement> m_elements; ///< in the order of the sections
+};
 
 /// The settings with a control of their own, in the order in which a save asks for them.
 const std::vector<const Setting *> &settingsInTurns();

@@ -120,8 +120,8 @@ Result<QString> fileTypeList(const QString &text)
     types.removeAll(listVersion);
     const QString list =
         types.isEmpty() ? QString() : listVersion + QLatin1Char('|') + types.join(QLatin1Char('|'));
-    const QString problem = SettingText::fileTypesProblem(list);
-    return problem.isEmpty() ? Result<QString>(list) : refused(problem);
+    const Result<> sound = SettingText::checkFileTypes(list);
+    return sound ? Result<QString>(list) : sound.problem();
 }
 
 Result<QString> listText(const Setting &setting, const QString &text, const Product &product)
@@ -318,18 +318,19 @@ QStringList SettingText::entriesOf(Entries entries, const QString &text)
     return text.split(mark, Qt::SkipEmptyParts);
 }
 
-QString SettingText::fileTypesProblem(const QString &list)
+Result<> SettingText::checkFileTypes(const QString &list)
 {
     static const QRegularExpression type(QStringLiteral("\\A\\.[^\\s.:|][^\\s:|]*:[0-3]\\z"));
     QStringList types = entriesOf(Entries::FileTypes, list);
     if (list.isEmpty())
         return {};
     if (types.isEmpty() || types.takeFirst() != listVersion)
-        return QStringLiteral("a list of file types begins with \"%1\"").arg(listVersion);
+        return refused(QStringLiteral("a list of file types begins with \"%1\"").arg(listVersion));
     for (const QString &entry : types) {
         if (!type.match(entry).hasMatch())
-            return QStringLiteral("%1 is no file type with a level from 0 to 3; write one such as .zip:1")
-                .arg(quoted(entry));
+            return refused(
+                QStringLiteral("%1 is no file type with a level from 0 to 3; write one such as .zip:1")
+                    .arg(quoted(entry)));
     }
     return {};
 }

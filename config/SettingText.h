@@ -40,7 +40,7 @@ void takeDefault(const Setting &setting, EditorXmlData &data);
 /// The entries of a text with such a list, as they stand, empty ones left out.
 QStringList entriesOf(Setting::Entries entries, const QString &text);
 
-/// What is wrong with a list of file types and their levels, or empty. An empty list is sound.
-QString fileTypesProblem(const QString &list);
+/// Whether this is a list of file types and their levels, or what is wrong with it. An empty list is sound.
+Result<> checkFileTypes(const QString &list);
 
 } // namespace SettingText

@@ -2,7 +2,6 @@
 #include "config/UnreadSettings.h"
 
 #include "config/SettingItems.h"
-#include "config/XmlTree.h"
 
 #include <QDomDocument>
 #include <QHash>
@@ -86,12 +85,12 @@ private:
 
 Walk::Walk(const QDomElement &root)
 {
-    const QVector<QDomElement> sections = XmlTree::firstNamed(root, sectionNames());
-    m_parts = {{{sections.at(0), &Walk::readPreference},
-                {sections.at(1), &Walk::readPlugin},
-                {sections.at(2), &Walk::readInstallationOption},
-                {sections.at(3), &Walk::readRibbon},
-                {sections.at(4), &Walk::readQuickAccessBar}}};
+    SectionElements sections(root);
+    m_parts = {{{sections[Section::Preferences], &Walk::readPreference},
+                {sections[Section::Plugins], &Walk::readPlugin},
+                {sections[Section::Installation], &Walk::readInstallationOption},
+                {sections[Section::Ribbon], &Walk::readRibbon},
+                {sections[Section::QuickAccessBar], &Walk::readQuickAccessBar}}};
     requireAttributes(root,
                       {QStringLiteral("version"), QStringLiteral("Edition"), QStringLiteral("XMLversion")});
     visitChildren(root);

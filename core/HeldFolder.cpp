@@ -34,7 +34,7 @@ HeldFolder::HeldFolder(const QString &path)
 {
     const int descriptor = ::open(QFile::encodeName(m_path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (descriptor < 0)
-        m_error = QString::fromLocal8Bit(std::strerror(errno));
+        m_opened = Problem{m_path, QString::fromLocal8Bit(std::strerror(errno))};
     else
         m_descriptor = closedByTheLast(descriptor);
 }

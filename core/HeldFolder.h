@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <QString>
+#include "core/Result.h"
 
 #include <memory>
 
@@ -16,13 +16,12 @@ public:
     /// Opens the folder. A relative path starts at the working folder.
     explicit HeldFolder(const QString &path);
 
-    bool isValid() const { return m_descriptor != nullptr; }
-    /// Why it could not be opened: one line without the path.
-    QString errorString() const { return m_error; }
+    /// Whether it could be opened, or why not.
+    const Result<> &opened() const { return m_opened; }
 
     /// The path that it was opened by, absolute.
     QString path() const { return m_path; }
-    /// For the calls that work relative to a folder; only when it is valid.
+    /// For the calls that work relative to a folder; only when it is open.
     int descriptor() const { return *m_descriptor; }
 
     /// Whether the path still leads to this folder.
@@ -30,6 +29,6 @@ public:
 
 private:
     QString m_path;
-    QString m_error;
+    Result<> m_opened;
     std::shared_ptr<const int> m_descriptor;
 };

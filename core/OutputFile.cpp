@@ -55,12 +55,9 @@ OutputFile::OutputFile(const QString &path, Existing existing, Lasting lasting)
 
 Result<> OutputFile::stage()
 {
-    if (!m_folder.isValid())
-        return failed(m_folder.errorString());
     m_staging.emplace(m_folder, QStringLiteral(".pct-output-"));
-    if (!m_staging->isValid())
-        return failed(m_staging->errorString());
-    return {};
+    const Result<> &made = m_staging->made();
+    return made ? made : failed(made.problem().text);
 }
 
 QString OutputFile::stagedPath() const

@@ -157,12 +157,14 @@ private:
 
 TransientFolder::TransientFolder(const HeldFolder &parent, const QString &prefix)
     : m_parent(parent)
-    , m_error(parent.errorString())
+    , m_made(parent.opened())
 {
     const std::lock_guard<std::mutex> lock(registryMutex());
-    if (m_parent.isValid() && make(prefix))
-        open();
-    if (isValid())
+    if (m_made)
+        m_made = make(prefix);
+    if (m_made)
+        m_made = open();
+    if (m_made)
         registry().push_back(this);
 }
 
@@ -173,7 +175,7 @@ TransientFolder::TransientFolder(const QString &prefix)
 
 TransientFolder::~TransientFolder()
 {
-    if (!isValid())
+    if (!m_made)
         return;
     const std::lock_guard<std::mutex> lock(registryMutex());
     registry().erase(std::remove(registry().begin(), registry().end(), this), registry().end());
@@ -201,32 +203,31 @@ QString TransientFolder::path() const
 
 QString TransientFolder::filePath(const QString &name) const
 {
-    return isValid() ? path() + QLatin1Char('/') + name : QString();
+    return m_made ? path() + QLatin1Char('/') + name : QString();
 }
 
-bool TransientFolder::make(const QString &prefix)
+Result<> TransientFolder::make(const QString &prefix)
 {
     int made = -1;
     do {
         m_name = randomName(prefix);
         made = ::mkdirat(m_parent.descriptor(), m_name.constData(), S_IRWXU);
     } while (made != 0 && errno == EEXIST);
-    if (made != 0)
-        fail();
-    return made == 0;
+    return made == 0 ? Result<>() : failure();
 }
 
-void TransientFolder::open()
+Result<> TransientFolder::open()
 {
     m_descriptor = openFolder(m_parent.descriptor(), m_name.constData());
-    m_spare = isValid() ? ::fcntl(m_descriptor, F_DUPFD_CLOEXEC, 0) : -1;
+    m_spare = m_descriptor >= 0 ? ::fcntl(m_descriptor, F_DUPFD_CLOEXEC, 0) : -1;
     if (m_spare >= 0)
-        return;
-    fail();
-    if (isValid())
+        return {};
+    const Problem problem = failure();
+    if (m_descriptor >= 0)
         ::close(m_descriptor);
     m_descriptor = -1;
     ::unlinkat(m_parent.descriptor(), m_name.constData(), AT_REMOVEDIR);
+    return problem;
 }
 
 void TransientFolder::remove()
@@ -238,7 +239,7 @@ void TransientFolder::remove()
     ::unlinkat(m_parent.descriptor(), m_name.constData(), AT_REMOVEDIR);
 }
 
-void TransientFolder::fail()
+Problem TransientFolder::failure() const
 {
-    m_error = QString::fromLocal8Bit(std::strerror(errno));
+    return {m_parent.path(), QString::fromLocal8Bit(std::strerror(errno))};
 }

@@ -3,8 +3,6 @@
 
 #include "core/HeldFolder.h"
 
-#include <QString>
-
 /// A new folder with a random name that only this user can enter (mode 0700). It goes away with the object,
 /// with all that is in it by then: names that are no text, folders that their owner cannot change, trees
 /// of any depth. It is made and removed relative to the folder that it lies in, so a folder above that is
@@ -27,25 +25,24 @@ public:
     /// may be at work. Nobody can make or remove one afterwards: who tries waits for the end.
     static void removeAllAtTheEnd();
 
-    bool isValid() const { return m_descriptor >= 0; }
-    /// Why it could not be made: one line without the path.
-    QString errorString() const { return m_error; }
+    /// Whether it could be made, or why not; the problem is about the folder that it should lie in.
+    const Result<> &made() const { return m_made; }
 
     QString path() const;
-    /// Empty when the folder is not valid.
+    /// Empty when the folder could not be made.
     QString filePath(const QString &name) const;
-    /// For the calls that work relative to a folder; only when it is valid.
+    /// For the calls that work relative to a folder; only when it could be made.
     int descriptor() const { return m_descriptor; }
 
 private:
-    bool make(const QString &prefix);
-    void open();
+    Result<> make(const QString &prefix);
+    Result<> open();
     void remove();
-    void fail();
+    Problem failure() const;
 
     HeldFolder m_parent;
     QByteArray m_name;
-    QString m_error;
+    Result<> m_made;
     int m_descriptor = -1;
     int m_spare = -1; ///< kept for the removal, which must not fail because files are open elsewhere
 };

@@ -37,7 +37,7 @@ Result<> checkComponent(const QString &component, const Product &product)
 bool isSignedPackage(const QString &package)
 {
     const TransientFolder folder(QStringLiteral("pct-"));
-    if (!folder.isValid())
+    if (!folder.made())
         return false;
     const Result<bool> known = isSigned(package, folder.path());
     return known && *known;

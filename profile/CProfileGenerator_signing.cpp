@@ -76,7 +76,10 @@ bool signAside(const KeptFile &profile, const QString &path, const QString &iden
     if (!folder.isValid() || !sign(identity, QFileInfo(path).absoluteFilePath(), aside).succeeded() ||
         !isSignedForm(aside, profile))
         return false;
-    const Result<> written = SafeFile::replaceContents(path, KeptFile(aside).bytes());
+    const KeptFile signedForm(aside);
+    if (!signedForm.isValid())
+        return warn(QStringLiteral("Profile signing failed: %1 cannot be read").arg(aside));
+    const Result<> written = SafeFile::replaceContents(path, signedForm.bytes());
     return written || warn(QStringLiteral("Profile signing failed: %1 cannot be written (%2)")
                                .arg(path, written.problem().text));
 }

@@ -25,6 +25,8 @@ bool KeptFile::isAt(const QString &path) const
 
 Result<> KeptFile::putAt(const QString &path) const
 {
+    if (!m_valid)
+        return Problem{path, QStringLiteral("what it held could not be read")};
     if (!isAt(path)) {
         if (SafeFile::kindOf(path) == SafeFile::Kind::Link)
             QFile::remove(path);

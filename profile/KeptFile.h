@@ -23,6 +23,7 @@ public:
     bool isAt(const QString &path) const;
 
     /// Gives a path the bytes and permissions, whatever lies there now; a link is replaced, not followed.
+    /// A file that could not be read is put nowhere.
     Result<> putAt(const QString &path) const;
 
 private:

@@ -67,7 +67,7 @@ private slots:
     void onlyItsUserCanEnter()
     {
         const TransientFolder folder(HeldFolder(m_parent->path()), text("test-"));
-        QVERIFY(folder.isValid());
+        QVERIFY(folder.made());
         struct stat status = {};
         QCOMPARE(::stat(QFile::encodeName(folder.path()).constData(), &status), 0);
         QCOMPARE(int(status.st_mode & 07777), 0700);
@@ -140,22 +140,21 @@ private slots:
     void oneThatCannotBeHeldIsNotLeft()
     {
         const HeldFolder parent(m_parent->path());
-        QString error;
+        Result<> made;
         {
             const NoDescriptors none;
-            const TransientFolder folder(parent, text("test-"));
-            QVERIFY(!folder.isValid());
-            error = folder.errorString();
+            made = TransientFolder(parent, text("test-")).made();
         }
-        QVERIFY(!error.isEmpty());
+        QVERIFY(!made);
+        QVERIFY(!made.problem().text.isEmpty());
         QCOMPARE(namesIn(m_parent->path()), QStringList());
     }
 
     void aMissingParentSaysWhy()
     {
         const TransientFolder folder(HeldFolder(m_parent->filePath(text("missing"))), text("test-"));
-        QVERIFY(!folder.isValid());
-        QVERIFY(!folder.errorString().isEmpty());
+        QVERIFY(!folder.made());
+        QVERIFY(!folder.made().problem().text.isEmpty());
         QCOMPARE(folder.filePath(text("file")), QString());
     }
 

@@ -69,6 +69,14 @@ private slots:
         QVERIFY(!KeptFile(m_path + QStringLiteral(".none")).isAt(m_path));
     }
 
+    void whatCouldNotBeReadIsPutNowhere()
+    {
+        const Result<> put = KeptFile(m_path + QStringLiteral(".none")).putAt(m_path);
+        QVERIFY(!put);
+        QCOMPARE(put.problem().file, m_path);
+        QCOMPARE(TestFiles::read(m_path), QByteArray("kept"));
+    }
+
     void theBytesDecideWhetherAFileIsThere()
     {
         const KeptFile kept(m_path);
