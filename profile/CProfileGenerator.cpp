@@ -6,7 +6,7 @@
 #include "core/Logging.h"
 #include "core/SafeFile.h"
 #include "profile/ConfigGenerator.h"
-#include "profile/FreshUuid.h"
+#include "profile/PayloadUuid.h"
 #include "profile/LocalHostName.h"
 #include "profile/UserDefaults.h"
 

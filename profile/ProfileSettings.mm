@@ -3,7 +3,7 @@
 
 #include "config/Product.h"
 #include "config/SettingItems.h"
-#include "profile/FreshUuid.h"
+#include "profile/PayloadUuid.h"
 #include "profile/propertylist/FoundationPropertyList.h"
 #include "profile/propertylist/FoundationText.h"
 #include "profile/propertylist/PropertyListBridge.h"
