@@ -7,7 +7,6 @@ tst_check_signature.py STAND-INS SAMPLE-PACKAGE
 import os
 import subprocess
 import sys
-import time
 import unittest
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "../support"))
@@ -157,9 +156,9 @@ class Alterations(SignatureTest):
     def test_ten_thousand_certificates_are_not_read(self):
         one = sp.der(sp.authorities().root)
         sp.sign_by_openssl(SAMPLE, self.path("many.pkg"), self.signer(), certificates=[one] * 10000)
-        begin = time.monotonic()
+        begin = sp.processor_seconds()
         self.assert_invalid(self.path("many.pkg"))
-        self.assertLess(time.monotonic() - begin, 5)
+        self.assertLess(sp.processor_seconds() - begin, 5)
 
 
 if __name__ == "__main__":

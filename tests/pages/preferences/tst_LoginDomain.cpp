@@ -5,6 +5,8 @@
 #include <QElapsedTimer>
 #include <QtTest>
 
+#include <algorithm>
+#include <limits>
 #include <regex>
 
 namespace {
@@ -152,10 +154,15 @@ private slots:
     void aMillionCharactersAreRefusedAtOnce()
     {
         QFETCH(QString, entry);
-        QElapsedTimer timer;
-        timer.start();
-        QVERIFY(!isLoginDomain(entry));
-        QVERIFY(timer.elapsed() < 100);
+        // The fastest of three: a busy machine makes one slower, never faster.
+        qint64 fastest = std::numeric_limits<qint64>::max();
+        for (int i = 0; i < 3; ++i) {
+            QElapsedTimer timer;
+            timer.start();
+            QVERIFY(!isLoginDomain(entry));
+            fastest = std::min(fastest, timer.elapsed());
+        }
+        QVERIFY2(fastest < 100, qPrintable(QString::number(fastest)));
     }
 
     void listsAreSplitAtSemicolonsWithoutEmptyParts()
