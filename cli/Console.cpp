@@ -44,6 +44,12 @@ void Console::writeJson(const QJsonObject &object)
     m_out << visibleJson(QString::fromUtf8(QJsonDocument(object).toJson()));
 }
 
+void Console::writeJsonLine(const QJsonObject &object)
+{
+    m_out << visibleJson(QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact))) << '\n';
+    m_out.flush();
+}
+
 void Console::writeTable(const QString &heading, const QList<Row> &rows)
 {
     int width = 0;

@@ -33,6 +33,8 @@ public:
 
     QTextStream &out();
     void writeJson(const QJsonObject &object);
+    /// On one line, at once.
+    void writeJsonLine(const QJsonObject &object);
 
     /// A heading and below it the rows, indented, with the values in one column.
     void writeTable(const QString &heading, const QList<Row> &rows);

@@ -53,6 +53,13 @@ Value Value::certificates()
     return {QStringLiteral("FILE"), Kind::File, {QStringLiteral("pem")}};
 }
 
+Value Value::project(const char *name)
+{
+    return {QString::fromLatin1(name),
+            Kind::File,
+            {QStringLiteral("yaml"), QStringLiteral("yml"), QStringLiteral("json")}};
+}
+
 QString Option::longForm() const
 {
     return QStringLiteral("--") + name;

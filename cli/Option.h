@@ -26,6 +26,7 @@ inline constexpr QLatin1String identifier = latin1("identifier");
 inline constexpr QLatin1String identity = latin1("identity");
 inline constexpr QLatin1String input = latin1("input");
 inline constexpr QLatin1String installed = latin1("installed");
+inline constexpr QLatin1String jobs = latin1("jobs");
 inline constexpr QLatin1String json = latin1("json");
 inline constexpr QLatin1String keepConfig = latin1("keep-config");
 inline constexpr QLatin1String output = latin1("output");
@@ -39,6 +40,7 @@ inline constexpr QLatin1String sign = latin1("sign");
 inline constexpr QLatin1String timestamp = latin1("timestamp");
 inline constexpr QLatin1String trustAnchors = latin1("trust-anchors");
 inline constexpr QLatin1String uuid = latin1("uuid");
+inline constexpr QLatin1String variant = latin1("variant");
 inline constexpr QLatin1String vendorTeam = latin1("vendor-team");
 inline constexpr QLatin1String version = latin1("version");
 
@@ -65,6 +67,7 @@ struct Value
     static Value writtenSettings(const char *name); ///< a document or its JSON
     static Value profile(const char *name);
     static Value settings(const char *name); ///< a file of any kind that holds settings
+    static Value project(const char *name);
     static Value identity();
     static Value certificates();
 };

@@ -10,6 +10,7 @@
 #include "core/PathRules.h"
 #include "core/SafeFile.h"
 #include "package/PackageBuild.h"
+#include "package/SharedExpansion.h"
 
 #include <QFileInfo>
 
@@ -75,7 +76,7 @@ Result<> PackageJob::checkPaths()
 
 Result<> PackageJob::takeSettings()
 {
-    EditorXmlData settings;
+    EditorXmlData settings = m_request.settings.value_or(EditorXmlData());
     if (!m_request.config.isEmpty()) {
         const Result<SettingsFile> file = readDocument(*m_request.product, m_request.config);
         if (!file)
@@ -117,7 +118,10 @@ Result<> PackageJob::build()
             ? m_output
             : heldPlace(m_folder.makeSubfolder(QStringLiteral("unsigned")) + QLatin1Char('/') + name, false);
     m_document = m_folder.makeSubfolder(QStringLiteral("document")) + QStringLiteral("/ProfStore.xml");
-    const BuildReport report = buildPackage(plan());
+    BuildPlan wanted = plan();
+    if (Result<> expanded = useExpansion(wanted); !expanded)
+        return expanded;
+    const BuildReport report = buildPackage(wanted);
     for (const BuildWarning &warning : report.warnings)
         m_warnings.append({m_request.input, warning});
     m_productVersion = report.productVersion;
@@ -150,6 +154,19 @@ BuildPlan PackageJob::plan() const
                                m_request.product->isEditor() && m_settings.bUseOAuth2};
     };
     return plan;
+}
+
+Result<> PackageJob::useExpansion(BuildPlan &plan) const
+{
+    if (!m_request.expansion)
+        return {};
+    const Result<QString> folder = m_request.expansion->fresh(m_request.input, *m_request.product);
+    if (!folder)
+        return Problem{m_request.input,
+                       QStringLiteral("cannot be expanded: %1").arg(folder.problem().text)};
+    plan.workFolder = *folder;
+    plan.isExpanded = true;
+    return {};
 }
 
 Result<> PackageJob::sign()

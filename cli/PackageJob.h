@@ -17,6 +17,7 @@
 struct BuildPlan;
 struct Product;
 class OutputFile;
+class SharedExpansion;
 
 /// What `pct build` was asked for. All paths are absolute; those that were not given are empty.
 struct PackageRequest
@@ -24,11 +25,13 @@ struct PackageRequest
     const Product *product = nullptr;
     QString input;
     QString output;
-    QString config;           ///< document to take the settings from; without one they are the defaults
-    QString keptDocument;     ///< where the document that the package carries is kept
-    bool force = false;       ///< replace an existing output and kept document
-    SignatureDemands demands; ///< of the vendor's signature
-    PackageSigning signing;   ///< of the new package
+    QString config; ///< document to take the settings from; without one they are the defaults
+    std::optional<EditorXmlData> settings; ///< instead of a document
+    SharedExpansion *expansion = nullptr;  ///< of the input, when builds share one; the caller's
+    QString keptDocument;                  ///< where the document that the package carries is kept
+    bool force = false;                    ///< replace an existing output and kept document
+    SignatureDemands demands;              ///< of the vendor's signature
+    PackageSigning signing;                ///< of the new package
 };
 
 /// One build of a customized package without a window. Whatever happens, the
@@ -55,6 +58,7 @@ private:
     Result<> keepDocument();
 
     BuildPlan plan() const;
+    Result<> useExpansion(BuildPlan &plan) const;
 
     PackageRequest m_request;
     EditorXmlData m_settings;

@@ -108,6 +108,8 @@ Result<> ProfileJob::takeSettings()
 
 Result<EditorXmlData> ProfileJob::readGivenSettings()
 {
+    if (m_request.settings)
+        return *m_request.settings;
     if (!m_request.config.isEmpty())
         return readConfig();
     if (!m_request.source.isEmpty())

@@ -10,6 +10,8 @@
 #include <QList>
 #include <QString>
 
+#include <optional>
+
 struct Product;
 struct SettingsFile;
 
@@ -19,6 +21,7 @@ struct ProfileRequest
 {
     const Product *product = nullptr;
     QString config;         ///< document to take the settings from
+    std::optional<EditorXmlData> settings; ///< instead of a document
     QString source;         ///< profile to take settings and identity from
     bool installed = false; ///< take them from the profile that is installed on this machine
     QString output;

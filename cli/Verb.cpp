@@ -35,9 +35,10 @@ QString lastWord(const Verb &verb)
 
 const VerbTable &pctVerbs()
 {
-    static const VerbTable table{checkVerb(),       buildVerb(),          profileVerb(),     showVerb(),
-                                 diffVerb(),        identitiesVerb(),     verifyVerb(),      configVerb(),
-                                 configNewVerb(),   configSetVerb(),      configUnsetVerb(), configGetVerb(),
-                                 configNamesVerb(), configCommandsVerb(), signVerb()};
+    static const VerbTable table{
+        checkVerb(),       buildVerb(),        profileVerb(),      showVerb(),           diffVerb(),
+        identitiesVerb(),  verifyVerb(),       configVerb(),       configNewVerb(),      configSetVerb(),
+        configUnsetVerb(), configGetVerb(),    configNamesVerb(),  configCommandsVerb(), signVerb(),
+        projectVerb(),     projectBuildVerb(), projectCheckVerb(), projectListVerb(),    projectSchemaVerb()};
     return table;
 }

@@ -69,3 +69,8 @@ Verb configGetVerb();
 Verb configNamesVerb();
 Verb configCommandsVerb();
 Verb signVerb();
+Verb projectVerb();
+Verb projectBuildVerb();
+Verb projectCheckVerb();
+Verb projectListVerb();
+Verb projectSchemaVerb();

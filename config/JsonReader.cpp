@@ -50,7 +50,7 @@ public:
     {
     }
 
-    Result<Value> run()
+    Result<Value> run(Place *wrongAt)
     {
         Value value;
         readValue(value);
@@ -59,6 +59,9 @@ public:
             fail(QStringLiteral("there is more behind the value"));
         if (m_problem.isEmpty())
             return value;
+        if (!wrongAt)
+            return Problem{{}, m_wrongAt.text() + QStringLiteral(": ") + m_problem};
+        *wrongAt = m_wrongAt;
         return Problem{{}, m_problem};
     }
 
@@ -70,8 +73,10 @@ private:
 
     void failAt(const Place &place, const QString &what)
     {
-        if (m_problem.isEmpty())
-            m_problem = QStringLiteral("%1: %2").arg(place.text(), what);
+        if (!m_problem.isEmpty())
+            return;
+        m_problem = what;
+        m_wrongAt = place;
     }
 
     /// What is not wanted here, for a message.
@@ -249,6 +254,7 @@ private:
     int m_depth = 0;
     int m_values = 0;
     QString m_problem;
+    Place m_wrongAt;
 };
 
 } // namespace
@@ -265,7 +271,7 @@ const Json::Value *Json::Value::member(const QString &wanted) const
     return found == values.end() ? nullptr : &*found;
 }
 
-Result<Json::Value> Json::read(const QByteArray &bytes)
+Result<Json::Value> Json::read(const QByteArray &bytes, Place *wrongAt)
 {
     if (bytes.size() > maximumBytes)
         return Problem{{}, QStringLiteral("it is larger than %1 MiB").arg(maximumBytes / (1024 * 1024))};
@@ -276,5 +282,5 @@ Result<Json::Value> Json::read(const QByteArray &bytes)
     const QString text = QString::fromUtf8(utf8.constData(), static_cast<int>(utf8.size()));
     if (text.toUtf8() != utf8)
         return Problem{{}, QStringLiteral("it is not in UTF-8")};
-    return Reading(text).run();
+    return Reading(text).run(wrongAt);
 }

@@ -43,7 +43,8 @@ struct Value
     const Value *member(const QString &wanted) const;
 };
 
-/// What the bytes say. The problem names no file and begins with the place.
-Result<Value> read(const QByteArray &bytes);
+/// What the bytes say. The problem names no file and begins with the place; with `wrongAt` the place is there,
+/// where there is one.
+Result<Value> read(const QByteArray &bytes, Place *wrongAt = nullptr);
 
 } // namespace Json

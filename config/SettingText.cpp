@@ -83,9 +83,10 @@ QStringList split(const QString &text, const QString &marks)
     QStringList entries;
     for (QString entry : text.split(QRegularExpression(marks), Qt::SkipEmptyParts)) {
         entry.remove(blanks);
-        if (!entry.isEmpty() && !entries.contains(entry))
+        if (!entry.isEmpty())
             entries += entry;
     }
+    entries.removeDuplicates();
     return entries;
 }
 

@@ -138,7 +138,9 @@ Result<> Build::clearWorkFolder()
 
 Result<> Build::expand()
 {
-    if (Result<> expanded = FlatPackage::expand(m_files.input, m_plan.workFolder); !expanded)
+    Result<> expanded =
+        m_plan.isExpanded ? Result<>() : FlatPackage::expand(m_files.input, m_plan.workFolder);
+    if (!expanded)
         return expanded;
     return makePrivate(m_plan.workFolder);
 }

@@ -33,6 +33,7 @@ struct BuildPlan
     std::shared_ptr<OutputFile> output;
     QString documentPath;          ///< where the configuration document is kept; empty = temporary folder
     bool keepsDocument = true;     ///< false when what lies at documentPath is needed by this run only
+    bool isExpanded = false;       ///< the work folder holds the expanded package already
     QString workFolder;            ///< where the package is expanded; a folder left there is removed first
     bool removesWorkFolder = true; ///< false when the caller made the place for it and removes that
     /// Whether a script that could be adapted when it was inspected must be: it can only be the machine that
