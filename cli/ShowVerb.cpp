@@ -14,11 +14,19 @@ bool isProfile(const SettingsFile &file)
     return file.kind == QLatin1String("profile");
 }
 
-QJsonObject settingsObject(const EditorXmlData &data)
+/// A profile has no place for what only documents say; a default would look like something that it holds.
+bool hasPlaceFor(const SettingsFile &file, const Setting &setting)
+{
+    return !isProfile(file) || setting.profile.read || !setting.document.read;
+}
+
+QJsonObject settingsObject(const SettingsFile &file)
 {
     QJsonObject object;
-    for (const Setting &setting : settings())
-        object.insert(setting.name, settingValue(setting, data));
+    for (const Setting &setting : settings()) {
+        if (hasPlaceFor(file, setting))
+            object.insert(setting.name, settingValue(setting, file.settings));
+    }
     return object;
 }
 
@@ -36,7 +44,7 @@ QJsonObject fileObject(const SettingsFile &file)
 {
     QJsonObject object{{QStringLiteral("kind"), file.kind},
                        {QStringLiteral("product"), file.product->word},
-                       {QStringLiteral("settings"), settingsObject(file.settings)}};
+                       {QStringLiteral("settings"), settingsObject(file)}};
     insertWarnings(object, file.warnings);
     if (isProfile(file)) {
         object.insert(QStringLiteral("identity"), identityObject(file.settings.payloadInfo));
@@ -61,8 +69,10 @@ QList<Console::Row> fileRows(const SettingsFile &file)
     QList<Console::Row> rows;
     if (isProfile(file))
         rows = identityRows(file.settings.payloadInfo);
-    for (const Setting &setting : settings())
-        rows.append({setting.name, readableValue(setting, file.settings)});
+    for (const Setting &setting : settings()) {
+        if (hasPlaceFor(file, setting))
+            rows.append({setting.name, readableValue(setting, file.settings)});
+    }
     return rows;
 }
 
@@ -105,7 +115,7 @@ Verb showVerb()
               QLatin1String("print the settings in a document, a profile or a package"), runShow};
     verb.description = QStringLiteral(
         "Prints the settings that a file holds. Settings that the file does not mention have their "
-        "default values.");
+        "default values; those that a profile has no place for are not printed of one.");
     verb.options = {jsonOption()};
     verb.operands = {{Value::settings("FILE"),
                       QStringLiteral("a configuration document, a profile or a customized package")}};

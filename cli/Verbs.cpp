@@ -72,7 +72,7 @@ int runVerb(const Verb &verb, const QStringList &arguments, const VerbTable &tab
 
 int runHelp(const VerbTable &table, const QStringList &topic, Console &console)
 {
-    if (topic.isEmpty())
+    if (topic.isEmpty() || topic == QStringList(OptionName::help))
         return print(generalHelp(table), console);
     QString name;
     for (const QString &word : topic) {

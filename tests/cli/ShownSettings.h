@@ -35,3 +35,11 @@ inline QJsonObject shownWith(const QJsonObject &values)
         shown[value.key()] = value.value();
     return shown;
 }
+
+/// Without what no profile has a place for.
+inline QJsonObject asAProfileShows(QJsonObject shown)
+{
+    shown.remove(QStringLiteral("strDisableOpenSaveFileAttach"));
+    shown.remove(QStringLiteral("bSetAsDefaultViewer"));
+    return shown;
+}

@@ -56,6 +56,7 @@ void tst_PctCommandLine::helpGoesToStandardOutput_data()
     QTest::newRow("-h") << words("-h") << QByteArray("Usage: pct VERB");
     QTest::newRow("-help") << words("-help") << QByteArray("Usage: pct VERB");
     QTest::newRow("help") << words("help") << QByteArray("Usage: pct VERB");
+    QTest::newRow("help help") << words("help help") << QByteArray("Usage: pct VERB");
     QTest::newRow("help check") << words("help check") << QByteArray("Usage: pct check --product");
     QTest::newRow("help build") << words("help build") << QByteArray("Usage: pct build --product");
     QTest::newRow("help show") << words("help show") << QByteArray("Usage: pct show [--json] FILE");

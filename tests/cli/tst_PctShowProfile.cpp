@@ -47,24 +47,23 @@ QByteArray everySetting()
 
 QJsonObject everySettingJson()
 {
-    return shownWith({{text("bShowStartPage"), false},
-                      {text("bRemoveAdvertise"), true},
-                      {text("strDisableOpenSaveFileAttach"), text("Default")},
-                      {text("nFileAttachmentsMode"), 2},
-                      {text("strBuiltInPermList"), text("version:1|.exe:3")},
-                      {text("bDisableOpenFileAll"), true},
-                      {text("strUnloadPluginArray"), text("libOne.dylib;")},
-                      {text("bMIPCheckPolicySet"), true},
-                      {text("nMIPCheckPolicyOnDocSave"), 1},
-                      {text("nAuthLibrary"), 1},
-                      {text("bHideMyApps"), true},
-                      {text("bSupportExtSSO"), true},
-                      {text("elemRibbonCategory"), text("<RibbonUI name=\"r\"/>")},
-                      {text("elemQuickAccessBar"), text("<QuickAccessBar name=\"q\"/>")},
-                      {text("bUseOAuth2"), true},
-                      {text("strLoginDomain"), text("2")},
-                      {text("strLoginDomainList"), text("a.example;ä.example")},
-                      {text("bSetAsDefaultViewer"), true}});
+    const QJsonObject shown = shownWith({{text("bShowStartPage"), false},
+                                         {text("bRemoveAdvertise"), true},
+                                         {text("nFileAttachmentsMode"), 2},
+                                         {text("strBuiltInPermList"), text("version:1|.exe:3")},
+                                         {text("bDisableOpenFileAll"), true},
+                                         {text("strUnloadPluginArray"), text("libOne.dylib;")},
+                                         {text("bMIPCheckPolicySet"), true},
+                                         {text("nMIPCheckPolicyOnDocSave"), 1},
+                                         {text("nAuthLibrary"), 1},
+                                         {text("bHideMyApps"), true},
+                                         {text("bSupportExtSSO"), true},
+                                         {text("elemRibbonCategory"), text("<RibbonUI name=\"r\"/>")},
+                                         {text("elemQuickAccessBar"), text("<QuickAccessBar name=\"q\"/>")},
+                                         {text("bUseOAuth2"), true},
+                                         {text("strLoginDomain"), text("2")},
+                                         {text("strLoginDomainList"), text("a.example;ä.example")}});
+    return asAProfileShows(shown);
 }
 
 QJsonObject identityJson()
@@ -108,6 +107,7 @@ private slots:
     void everySignedFormIsShown();
     void readableOutputSaysIdentityAndSignature();
     void whatAProfileDoesNotMentionHasItsDefault();
+    void whatNoProfileCarriesIsNotShown();
     void aSignatureThatDoesNotFitIsRefused();
     void withoutTheSecurityCommandASignedProfileIsRefused();
     void namesInAProfileAreHarmless();
@@ -183,10 +183,10 @@ void tst_PctShowProfile::readableOutputSaysIdentityAndSignature()
     TestFiles::write(path, everySetting());
     const PctResult result = runner.run({text("show"), path});
     const QStringList lines = QString::fromUtf8(result.out).split(QLatin1Char('\n'));
-    QCOMPARE(lines.size(), 1 + 5 + shownDefaults().size() + 1);
+    QCOMPARE(lines.size(), 1 + 5 + everySettingJson().size() + 1);
     QCOMPARE(lines.first(), text("Pelix PDF Editor profile"));
-    QVERIFY(lines.contains(text("  PayloadIdentifier             \"host.example\"")));
-    QVERIFY(lines.contains(text("  bShowStartPage                false")));
+    QVERIFY(lines.contains(text("  PayloadIdentifier         \"host.example\"")));
+    QVERIFY(lines.contains(text("  bShowStartPage            false")));
     QCOMPARE(result.messages(), QStringList{text("pct: %1: is not signed").arg(path)});
 }
 
@@ -201,6 +201,17 @@ void tst_PctShowProfile::whatAProfileDoesNotMentionHasItsDefault()
     QCOMPARE(settings.value(text("bShowStartPage")), QJsonValue(true));
     QCOMPARE(settings.value(text("strLoginDomain")), QJsonValue(text("1")));
     QCOMPARE(settings.value(text("elemRibbonCategory")), QJsonValue(text("<RibbonUI/>")));
+}
+
+void tst_PctShowProfile::whatNoProfileCarriesIsNotShown()
+{
+    const ProfileRunner runner;
+    const QString path = runner.file(text("a"));
+    TestFiles::write(path, everySetting());
+    const QByteArray shown = runner.run({text("show"), path}).out;
+    for (const char *name : {"strDisableOpenSaveFileAttach", "bSetAsDefaultViewer"})
+        QVERIFY2(!shown.contains(name), shown.constData());
+    QVERIFY2(shown.contains("nFileAttachmentsMode"), shown.constData());
 }
 
 void tst_PctShowProfile::aSignatureThatDoesNotFitIsRefused()
