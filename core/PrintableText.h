@@ -19,5 +19,5 @@ QString visibleText(const QString &text);
 /// The same with its line breaks and tabs as they are.
 QString visibleLines(const QString &text);
 
-/// A JSON document that says the same: what cannot be seen in its strings is written as \uHHHH.
+/// A JSON document that says the same: what cannot be seen in its strings is written as `\uHHHH`.
 QString visibleJson(const QString &json);

@@ -4,11 +4,13 @@
 # screenshots.sh [FOLDER]
 #
 # Builds the tool and takes every picture of docs/screenshots anew, or into FOLDER. The pictures show the real windows
-# in a display of their own, at one size and with one font.
+# at one size; on Linux in a display of their own and with one font, on a Mac as that Mac shows them.
 set -eu
 cd "$(dirname "$0")/.."
 folder=${1:-docs/screenshots}
 
+display=scripts/with-display.sh
+[ "$(uname)" != Darwin ] || display=
 cmake --preset ci >/dev/null
 cmake --build build/ci --target screenshots
 
@@ -19,4 +21,4 @@ trap 'rm -rf "$place"' EXIT
 mkdir "$place/admin"
 export LC_ALL=C.UTF-8 TZ=UTC HOME="$place/admin" TMPDIR="$place" PCT_LANGUAGE='' \
     XDG_RUNTIME_DIR="$place" QT_SCALE_FACTOR="${QT_SCALE_FACTOR:-1}" QT_LOGGING_RULES='pct.*.debug=false'
-scripts/with-display.sh build/ci/tests/screenshots "$folder"
+${display:+"$display"} build/ci/tests/screenshots "$folder"

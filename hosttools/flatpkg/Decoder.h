@@ -11,7 +11,7 @@ namespace FlatPkg {
 /// How the bytes of a member lie in the heap.
 enum class Encoding { Stored, Zlib, Bzip2, Lzma };
 
-/// The encoding that the style of an <encoding> element names. Throws Error for an unknown one.
+/// The encoding that the style of an `<encoding>` element names. Throws Error for an unknown one.
 Encoding encodingNamed(const QByteArray &style);
 
 /// Decodes one stream piece by piece. Throws Error for a stream that is damaged.

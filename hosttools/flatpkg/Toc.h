@@ -64,7 +64,7 @@ constexpr qint64 largestToc = 64 * 1024 * 1024;
 /// everything that is malformed, ambiguous or leads outside the archive or the target folder.
 Toc readToc(const QByteArray &xml, qint64 heapLength);
 
-/// The document for a table of contents with a SHA-1 checksum. Every member's <name> stands before the
+/// The document for a table of contents with a SHA-1 checksum. Every member's `<name>` stands before the
 /// members below it, because some readers need it there.
 QByteArray writeToc(const Toc &toc);
 

@@ -21,7 +21,7 @@ Result<> read(const QByteArray &bytes, PropertyList::Sink &sink);
 } // namespace BinaryPropertyList
 
 /// Property lists in XML, as https://www.apple.com/DTDs/PropertyList-1.0.dtd describes them and Foundation
-/// reads them: a key may stand for a text, and the outermost <plist> may be missing. Any thread.
+/// reads them: a key may stand for a text, and the outermost `<plist>` may be missing. Any thread.
 namespace XmlPropertyList {
 
 /// Hands the list to the sink. A problem, with line and column, when the XML is

@@ -10,10 +10,12 @@
 #include "welcome/webview/WebViewInQt.h"
 
 #include <QApplication>
+#include <QBuffer>
 #include <QDir>
 #include <QLabel>
 #include <QLoggingCategory>
 #include <QMovie>
+#include <QSet>
 #include <QTest>
 #include <QToolButton>
 #include <QTreeWidget>
@@ -41,14 +43,31 @@ public:
         if (!window.isModal() && QApplication::focusWidget())
             QApplication::focusWidget()->clearFocus();
         QTest::qWait(20);
-        const QString file = m_folder.filePath(name + QStringLiteral(".png"));
-        if (!window.grab().save(file))
-            qFatal("cannot write %s", qPrintable(file));
-        std::puts(qPrintable(file));
+        keep(pngOf(window.grab()), name);
     }
 
 private:
+    static QByteArray pngOf(const QPixmap &picture)
+    {
+        QBuffer png;
+        if (!picture.save(&png, "PNG"))
+            qFatal("no picture can be made");
+        return png.data();
+    }
+
+    /// What looks the same for both products needs one picture.
+    void keep(const QByteArray &png, const QString &name)
+    {
+        if (m_kept.contains(png))
+            return;
+        m_kept.insert(png);
+        const QString file = m_folder.filePath(name + QStringLiteral(".png"));
+        TestFiles::write(file, png);
+        std::puts(qPrintable(file));
+    }
+
     QDir m_folder;
+    QSet<QByteArray> m_kept;
 };
 
 /// The wanted stops, or every one: those of a profile differ in what opens the work and in the toolbar only.

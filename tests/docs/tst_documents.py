@@ -1,0 +1,92 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: Apache-2.0
+"""What holds for the documents of the project: each is indexed, links lead somewhere, no row of a table stands twice, and
+every picture is indexed once and is no copy of another.
+
+tst_documents.py ROOT
+"""
+import hashlib
+import pathlib
+import re
+import sys
+import unittest
+import urllib.parse
+
+ROOT = pathlib.Path(sys.argv[1]).resolve()
+PICTURES = ROOT / "docs/screenshots"
+LINK = re.compile(r"\]\(([^)\s]+)\)")
+CODE = re.compile(r"^```.*?^```$", re.MULTILINE | re.DOTALL)
+
+
+def documents():
+    """Not by git: a copy of the sources without a history is tested, too."""
+    return [path for path in ROOT.rglob("*.md") if path.relative_to(ROOT).parts[0] not in ("build", ".git")]
+
+
+def prose(document):
+    return CODE.sub("", document.read_text())
+
+
+def links(document):
+    """Those into the checkout; the platform's own pages and the web are left to their readers."""
+    for link in LINK.findall(prose(document)):
+        if not re.match(r"[a-z]+:|\.\./\.\./releases$", link):
+            yield urllib.parse.unquote(link)
+
+
+def anchor(heading):
+    return re.sub(r"[^\w\- ]", "", heading.strip().lower()).replace(" ", "-")
+
+
+def anchors(document):
+    return {anchor(heading) for heading in re.findall(r"^#+ (.*)$", prose(document), re.MULTILINE)}
+
+
+def indexed(document):
+    return {(document.parent / link.partition("#")[0]).resolve() for link in links(document)}
+
+
+class Documents(unittest.TestCase):
+    def test_there_are_some(self):
+        self.assertGreater(len(documents()), 10)
+
+    def test_each_is_in_the_index(self):
+        index = ROOT / "docs/index.md"
+        missing = set(documents()) - indexed(index) - {index}
+        self.assertEqual(sorted(str(path.relative_to(ROOT)) for path in missing), [])
+
+    def test_links_lead_somewhere(self):
+        for document in documents():
+            for link in links(document):
+                path, _, fragment = link.partition("#")
+                target = (document.parent / path).resolve() if path else document
+                with self.subTest(document=document.name, link=link):
+                    self.assertTrue(target.exists())
+                    if fragment and target.suffix == ".md":
+                        self.assertIn(fragment, anchors(target))
+
+    def test_no_row_of_a_table_stands_twice(self):
+        for document in documents():
+            for table in re.findall(r"(?:^\|.*\n)+", prose(document), re.MULTILINE):
+                rows = [row for row in table.splitlines() if not re.match(r"\|[ -]*-[-| ]*$", row)]
+                self.assertEqual(len(rows), len(set(rows)), document)
+
+    def test_no_list_has_a_gap(self):
+        changelog = (ROOT / "CHANGELOG.md").read_text()
+        self.assertNotRegex(changelog, r"(?m)^(- |  ).*\n\n- ")
+
+
+class Pictures(unittest.TestCase):
+    def test_each_is_in_the_index_once(self):
+        named = re.findall(r"\((\S+\.png)\)", (PICTURES / "README.md").read_text())
+        self.assertEqual(sorted(named), sorted(path.name for path in PICTURES.glob("*.png")))
+
+    def test_none_is_a_copy(self):
+        digests = {}
+        for path in sorted(PICTURES.glob("*.png")):
+            digests.setdefault(hashlib.sha256(path.read_bytes()).hexdigest(), []).append(path.name)
+        self.assertEqual([names for names in digests.values() if len(names) > 1], [])
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1], verbosity=2)
