@@ -11,8 +11,10 @@ import re
 import sys
 import unittest
 import urllib.parse
+import xml.etree.ElementTree as ET
 
 ROOT = pathlib.Path(sys.argv[1]).resolve()
+GUIDE = ROOT / "resources/help/en-US"
 PICTURES = ROOT / "docs/screenshots"
 LINK = re.compile(r"\]\(([^)\s]+)\)")
 CODE = re.compile(r"^```.*?^```$", re.MULTILINE | re.DOTALL)
@@ -74,6 +76,33 @@ class Documents(unittest.TestCase):
     def test_no_list_has_a_gap(self):
         changelog = (ROOT / "CHANGELOG.md").read_text()
         self.assertNotRegex(changelog, r"(?m)^(- |  ).*\n\n- ")
+
+
+class GuideWords(unittest.TestCase):
+    # What files and controls are called in the products and on a Mac stays as it is there.
+    NAMES = re.compile(r"Device Management|Mark the plugin to disable|Document Management|Quick Access Toolbar|mobile device management")
+    OTHERS = {"settings file": r"configuration (document|file)", "quick-access": r"quick access",
+              "plug-in": r"\bplugin", "signing certificate": r"code.?sign(ing)? certificate"}
+
+    @staticmethod
+    def told(page):
+        """What a page says itself: no samples, messages and names of controls."""
+        main = ET.parse(page).getroot().find(".//main")
+        for parent in list(main.iter()):
+            for quoted in [child for child in parent if child.tag in ("pre", "samp", "code", "b")]:
+                quoted.clear()
+        return " ".join("".join(main.itertext()).split())
+
+    def test_a_thing_has_one_name(self):
+        for page in sorted(GUIDE.glob("*.html")):
+            text = self.NAMES.sub("", self.told(page)).replace("Plugins", "")
+            for word, other in self.OTHERS.items():
+                with self.subTest(page=page.name, word=word):
+                    self.assertNotRegex(text, "(?i)" + other)
+
+    def test_the_glossary_has_ten_words_in_order(self):
+        words = ["".join(term.itertext()) for term in ET.parse(GUIDE / "Glossary.html").getroot().iter("dt")]
+        self.assertEqual((len(words), words), (10, sorted(words, key=str.lower)))
 
 
 class Pictures(unittest.TestCase):
