@@ -100,6 +100,12 @@ class GuideWords(unittest.TestCase):
                 with self.subTest(page=page.name, word=word):
                     self.assertNotRegex(text, "(?i)" + other)
 
+    def test_no_list_has_a_term_twice(self):
+        for page in sorted(GUIDE.glob("*.html")):
+            for terms in ET.parse(page).getroot().iter("dl"):
+                pairs = ["".join(term.itertext()) for term in terms.iter("dt")]
+                self.assertEqual(len(pairs), len(set(pairs)), page.name)
+
     def test_the_glossary_has_ten_words_in_order(self):
         words = ["".join(term.itertext()) for term in ET.parse(GUIDE / "Glossary.html").getroot().iter("dt")]
         self.assertEqual((len(words), words), (10, sorted(words, key=str.lower)))
