@@ -32,10 +32,13 @@ def by_id(root, name):
     return next(element for element in root.iter() if element.get("id") == name)
 
 
+def blocks(name, section):
+    """The commands of a section of the guide, as a shell reads them. Those for a Mac only are of another class."""
+    return ["".join(pre.itertext()) for pre in by_id(page(name), section).iter("pre") if pre.get("class") == "commands"]
+
+
 def commands(name, section):
-    """Those of a section of the guide, as a shell reads them."""
-    blocks = [pre for pre in by_id(page(name), section).iter("pre") if pre.get("class") == "commands"]
-    return "\n".join("".join(block.itertext()) for block in blocks)
+    return "\n".join(blocks(name, section))
 
 
 def readme_commands(heading):
@@ -84,6 +87,23 @@ class Readme(WrittenCommands):
         self.assertEqual((shown["bShowStartPage"], shown["bHideMyApps"]), (False, True))
         self.assertTrue(sp.rsa_holds(sp.Package(self.path("Editor-signed.pkg")), self.path("tmp")))
         self.assertTrue(os.path.exists(self.path("Editor.mobileconfig")))
+
+
+class FirstDeployment(WrittenCommands):
+    def test_word_for_word_to_a_signed_and_verified_package_and_profile(self):
+        sp.authorities().issue("Example Deployment", self.path("identities/deployment.pem"), use="code")
+        look, package, profile, compare = blocks("First deployment", "commands")
+        for block in (look, package):
+            self.assert_runs(block)
+        self.assertTrue(sp.rsa_holds(sp.Package(self.path("Editor-signed.pkg")), self.path("tmp")))
+        result = self.run_in_folder(profile)
+        self.assertEqual(result.returncode, 0, result.stderr)
+        self.assertIn("is signed by \"Example Deployment\"", result.stderr)
+        self.assertIn("\"org.example.pelix-editor\"", result.stdout)
+        compared = self.run_in_folder(compare)
+        self.assertEqual(compared.returncode, 1, compared.stderr)
+        listed = "".join(by_id(page("First deployment"), "first-difference").itertext())
+        self.assertEqual(compared.stdout.split("defaults.xml\n"), ["%s/" % os.path.realpath(self.folder), listed + "\n"])
 
 
 class Guide(WrittenCommands):
