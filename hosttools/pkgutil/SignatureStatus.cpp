@@ -36,13 +36,21 @@ const unsigned char *unsignedBytes(const QByteArray &bytes)
     return reinterpret_cast<const unsigned char *>(bytes.constData());
 }
 
+const EVP_MD *algorithmOf(const QByteArray &digest)
+{
+    for (const EVP_MD *algorithm : {EVP_sha1(), EVP_sha256(), EVP_sha512()})
+        if (EVP_MD_get_size(algorithm) == digest.size())
+            return algorithm;
+    return nullptr;
+}
+
 bool rsaHolds(const QByteArray &signature, const X509 *signer, const QByteArray &digest)
 {
     const KeyContext context(EVP_PKEY_CTX_new(X509_get0_pubkey(signer), nullptr));
-    return context && EVP_PKEY_verify_init(context.get()) == 1 &&
+    const EVP_MD *algorithm = algorithmOf(digest);
+    return context && algorithm && EVP_PKEY_verify_init(context.get()) == 1 &&
            EVP_PKEY_CTX_set_rsa_padding(context.get(), RSA_PKCS1_PADDING) == 1 &&
-           EVP_PKEY_CTX_set_signature_md(context.get(), digest.size() == 20 ? EVP_sha1() : EVP_sha256()) ==
-               1 &&
+           EVP_PKEY_CTX_set_signature_md(context.get(), algorithm) == 1 &&
            EVP_PKEY_verify(context.get(), unsignedBytes(signature), static_cast<size_t>(signature.size()),
                            unsignedBytes(digest), static_cast<size_t>(digest.size())) == 1;
 }
@@ -53,10 +61,16 @@ CmsMessage messageIn(const QByteArray &bytes)
     return CmsMessage(d2i_CMS_ContentInfo(nullptr, &at, bytes.size()));
 }
 
+/// More than one would be a waste of time to verify.
+bool hasOneSigner(CMS_ContentInfo *message)
+{
+    return sk_CMS_SignerInfo_num(CMS_get0_SignerInfos(message)) == 1;
+}
+
 bool isBy(CMS_ContentInfo *message, const X509 *signer)
 {
     STACK_OF(X509) *signers = CMS_get0_signers(message);
-    const bool isTheirs = sk_X509_num(signers) == 1 && X509_cmp(sk_X509_value(signers, 0), signer) == 0;
+    const bool isTheirs = X509_cmp(sk_X509_value(signers, 0), signer) == 0;
     sk_X509_free(signers);
     return isTheirs;
 }
@@ -64,7 +78,7 @@ bool isBy(CMS_ContentInfo *message, const X509 *signer)
 bool cmsHolds(CMS_ContentInfo *message, const X509 *signer, const QByteArray &digest)
 {
     const Bio content(BIO_new_mem_buf(digest.constData(), static_cast<int>(digest.size())));
-    return message &&
+    return message && hasOneSigner(message) &&
            CMS_verify(message, nullptr, nullptr, content.get(), nullptr,
                       CMS_BINARY | CMS_NO_SIGNER_CERT_VERIFY) == 1 &&
            isBy(message, signer);
@@ -104,8 +118,9 @@ bool isOver(TS_TST_INFO *info, const QByteArray &bytes)
 TimestampInfo trustedStatement(CMS_ContentInfo *token, const Trust &trust)
 {
     const Bio content(BIO_new(BIO_s_mem()));
-    if (!token || CMS_verify(token, nullptr, nullptr, nullptr, content.get(),
-                             CMS_BINARY | CMS_NO_SIGNER_CERT_VERIFY) != 1)
+    if (!token || !hasOneSigner(token) ||
+        CMS_verify(token, nullptr, nullptr, nullptr, content.get(), CMS_BINARY | CMS_NO_SIGNER_CERT_VERIFY) !=
+            1)
         return nullptr;
     STACK_OF(X509) *signers = CMS_get0_signers(token);
     X509 *signer = sk_X509_value(signers, 0);

@@ -5,6 +5,10 @@
 #include "hosttools/base/XmlReader.h"
 #include "hosttools/flatpkg/XarReader.h"
 
+#include <algorithm>
+#include <functional>
+#include <limits>
+
 using namespace FlatPkg;
 using namespace OpenSsl;
 
@@ -47,12 +51,11 @@ QByteArray bytesAt(const XarReader &package, qint64 offset, qint64 size)
 
 SignedPart readPart(XmlReader &xml, const XarReader &package)
 {
-    qint64 offset = -1;
     qint64 size = -1;
     SignedPart part;
     while (xml.readNextStartElement()) {
         if (xml.at("offset"))
-            offset = xml.readText().trimmed().toLongLong();
+            part.offset = xml.readText().trimmed().toLongLong();
         else if (xml.at("size"))
             size = xml.readText().trimmed().toLongLong();
         else if (xml.at("KeyInfo"))
@@ -60,8 +63,36 @@ SignedPart readPart(XmlReader &xml, const XarReader &package)
         else
             xml.skipCurrentElement();
     }
-    part.bytes = bytesAt(package, offset, size);
+    part.bytes = bytesAt(package, part.offset, size);
     return part;
+}
+
+qint64 endOf(const SignedPart &part)
+{
+    return part.offset + part.bytes.size();
+}
+
+qint64 firstByteOf(const std::vector<TocEntry> &entries)
+{
+    qint64 first = std::numeric_limits<qint64>::max();
+    for (const TocEntry &entry : entries) {
+        first = std::min(first, firstByteOf(entry.children));
+        if (entry.data && entry.data->length > 0)
+            first = std::min(first, entry.data->offset);
+    }
+    return first;
+}
+
+/// What lies in two places at once can be made to look like either.
+void requireOwnPlaces(const SignedParts &parts, const XarReader &package)
+{
+    const qint64 firstMember = firstByteOf(package.toc().entries);
+    for (const auto &part : {std::cref(parts.rsa), std::cref(parts.cms)})
+        if (part.get() && endOf(*part.get()) > firstMember)
+            throw Error("its signature lies among its members");
+    if (parts.rsa && parts.cms && parts.rsa->offset < endOf(*parts.cms) &&
+        parts.cms->offset < endOf(*parts.rsa))
+        throw Error("its signatures overlap");
 }
 
 } // namespace
@@ -83,5 +114,6 @@ SignedParts SignedParts::read(const XarReader &package)
         else
             xml.skipCurrentElement();
     }
+    requireOwnPlaces(parts, package);
     return parts;
 }

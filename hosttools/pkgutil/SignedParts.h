@@ -15,6 +15,7 @@ class XarReader;
 /// A signature as the table of contents describes it.
 struct SignedPart
 {
+    qint64 offset = -1; ///< of the bytes in the heap
     QByteArray bytes;
     std::vector<OpenSsl::Certificate> certificates; ///< the signer's first
 };
@@ -27,6 +28,7 @@ struct SignedParts
 
     bool areThere() const { return rsa || cms; }
 
-    /// Throws FlatPkg::Error for places outside the package and for certificates that are none.
+    /// Throws FlatPkg::Error for places outside the package, or where something else lies, and for
+    /// certificates that are none.
     static SignedParts read(const FlatPkg::XarReader &package);
 };

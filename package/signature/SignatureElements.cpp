@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "package/signature/SignatureElements.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace {
@@ -80,45 +81,62 @@ void SignatureElements::start(const QByteArray &name, const XML_Char **attribute
     m_path.append(name);
     if (m_path.size() > deepest)
         XML_StopParser(m_parser.get(), XML_FALSE);
-    if (m_path.size() == 3 && m_path.at(1) == "toc")
+    const auto depth = m_path.size();
+    if (depth == 3 && m_path.at(1) == "toc")
         startPart(name, attributes);
+    if (depth > 3 && name == "data" && m_path.at(depth - 2) == "file")
+        startPlace(&m_member, QByteArrayLiteral("length"));
     m_text.clear();
-    m_keepsText = m_place && (name == "offset" || name == "size" || name == "X509Certificate");
+    m_keepsText = m_place && (name == "offset" || name == m_sizeName || name == "X509Certificate");
 }
 
 void SignatureElements::startPart(const QByteArray &name, const XML_Char **attributes)
 {
     if (name == "checksum" && digestStyle.isEmpty()) {
         digestStyle = attributeOf(attributes, "style");
-        m_place = &digest;
+        startPlace(&digest, QByteArrayLiteral("size"));
     } else if (name == "signature" && !rsa) {
         m_element = &rsa.emplace();
-        m_place = &m_element->place;
+        startPlace(&m_element->place, QByteArrayLiteral("size"));
     } else if (name == "x-signature" && !cms) {
         m_element = &cms.emplace();
-        m_place = &m_element->place;
+        startPlace(&m_element->place, QByteArrayLiteral("size"));
     }
+}
+
+void SignatureElements::startPlace(HeapPlace *place, const QByteArray &sizeName)
+{
+    *place = HeapPlace();
+    m_place = place;
+    m_placeDepth = static_cast<int>(m_path.size());
+    m_sizeName = sizeName;
 }
 
 void SignatureElements::end()
 {
     const QByteArray name = m_path.takeLast();
-    if (m_place && m_path.size() == 3)
+    if (m_place && m_path.size() == m_placeDepth)
         endNumber(name);
     if (m_element && name == "X509Certificate")
         endCertificate();
-    if (m_path.size() == 2) {
-        m_element = nullptr;
-        m_place = nullptr;
-    }
+    if (m_place && m_path.size() < m_placeDepth)
+        endPlace();
     m_keepsText = false;
+}
+
+void SignatureElements::endPlace()
+{
+    if (m_place == &m_member && m_member.size > 0 && m_member.offset >= 0)
+        firstMember = std::min(firstMember, m_member.offset);
+    m_element = nullptr;
+    m_place = nullptr;
 }
 
 void SignatureElements::endNumber(const QByteArray &name)
 {
     if (name == "offset")
         m_place->offset = numberIn(m_text);
-    else if (name == "size")
+    else if (name == m_sizeName)
         m_place->size = numberIn(m_text);
 }
 

@@ -5,6 +5,7 @@
 #include <QList>
 
 #include <expat.h>
+#include <limits>
 #include <memory>
 #include <optional>
 
@@ -42,6 +43,7 @@ public:
     HeapPlace digest;
     std::optional<SignatureElement> rsa;
     std::optional<SignatureElement> cms;
+    qint64 firstMember = std::numeric_limits<qint64>::max(); ///< where the first byte of any member lies
 
 private:
     static void XMLCALL onStart(void *self, const XML_Char *name, const XML_Char **attributes);
@@ -52,13 +54,18 @@ private:
     void start(const QByteArray &name, const XML_Char **attributes);
     void end();
     void startPart(const QByteArray &name, const XML_Char **attributes);
+    void startPlace(HeapPlace *place, const QByteArray &sizeName);
     void endNumber(const QByteArray &name);
+    void endPlace();
     void endCertificate();
 
     std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> m_parser;
     QList<QByteArray> m_path;
     SignatureElement *m_element = nullptr; ///< that is read
     HeapPlace *m_place = nullptr;          ///< that is read
+    HeapPlace m_member;                    ///< of the member that is read
+    int m_placeDepth = 0;                  ///< of the element that says where it is
+    QByteArray m_sizeName;                 ///< what that calls the size in the heap
     QByteArray m_text;
     bool m_keepsText = false;
 };

@@ -16,13 +16,22 @@ const unsigned char *bytesOf(const QByteArray &bytes)
     return reinterpret_cast<const unsigned char *>(bytes.constData());
 }
 
+/// Of the digest that is signed; null for one that nobody makes.
+const EVP_MD *algorithmOf(const QByteArray &digest)
+{
+    for (const EVP_MD *algorithm : {EVP_sha1(), EVP_sha256(), EVP_sha512()}) {
+        if (EVP_MD_get_size(algorithm) == digest.size())
+            return algorithm;
+    }
+    return nullptr;
+}
+
 bool rsaHolds(const QByteArray &signature, const X509 *signer, const QByteArray &digest)
 {
-    constexpr int sha1Length = 20;
     EVP_PKEY *key = X509_get0_pubkey(signer);
     const KeyContext context(key ? EVP_PKEY_CTX_new(key, nullptr) : nullptr);
-    const EVP_MD *algorithm = digest.size() == sha1Length ? EVP_sha1() : EVP_sha256();
-    return context && EVP_PKEY_verify_init(context.get()) == 1 &&
+    const EVP_MD *algorithm = algorithmOf(digest);
+    return context && algorithm && EVP_PKEY_verify_init(context.get()) == 1 &&
            EVP_PKEY_CTX_set_rsa_padding(context.get(), RSA_PKCS1_PADDING) == 1 &&
            EVP_PKEY_CTX_set_signature_md(context.get(), algorithm) == 1 &&
            EVP_PKEY_verify(context.get(), bytesOf(signature), static_cast<size_t>(signature.size()),
@@ -32,11 +41,14 @@ bool rsaHolds(const QByteArray &signature, const X509 *signer, const QByteArray 
 bool isBy(CMS_ContentInfo *message, const X509 *signer)
 {
     const CertificateList signers(CMS_get0_signers(message));
-    return sk_X509_num(signers.get()) == 1 && X509_cmp(sk_X509_value(signers.get(), 0), signer) == 0;
+    return X509_cmp(sk_X509_value(signers.get(), 0), signer) == 0;
 }
 
+/// Whoever wants to waste time puts in thousands of signers.
 bool cmsHolds(CMS_ContentInfo *message, const QByteArray &digest)
 {
+    if (sk_CMS_SignerInfo_num(CMS_get0_SignerInfos(message)) != 1)
+        return false;
     const Bytes content(BIO_new_mem_buf(digest.constData(), static_cast<int>(digest.size())));
     return CMS_verify(message, nullptr, nullptr, content.get(), nullptr,
                       CMS_BINARY | CMS_NO_SIGNER_CERT_VERIFY) == 1;

@@ -41,6 +41,8 @@ bool isOver(TS_TST_INFO *statement, const QByteArray &bytes)
 Statement statementIn(CMS_ContentInfo *token)
 {
     const Bytes content(BIO_new(BIO_s_mem()));
+    if (sk_CMS_SignerInfo_num(CMS_get0_SignerInfos(token)) != 1)
+        return nullptr;
     if (CMS_verify(token, nullptr, nullptr, nullptr, content.get(), CMS_BINARY | CMS_NO_SIGNER_CERT_VERIFY) !=
         1)
         return nullptr;

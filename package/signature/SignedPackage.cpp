@@ -6,6 +6,7 @@
 #include <QFile>
 
 #include <algorithm>
+#include <array>
 #include <openssl/evp.h>
 #include <QtEndian>
 #include <zlib.h>
@@ -16,6 +17,15 @@ constexpr qint64 shortestHeader = 28;
 constexpr qint64 largestToc = 64LL * 1024 * 1024;
 constexpr qint64 largestSignature = 1024LL * 1024;
 constexpr qint64 pieceSize = 64LL * 1024;
+
+/// What the digest of a table of contents can be.
+struct DigestKind
+{
+    const char *style;
+    const EVP_MD *(*algorithm)();
+};
+constexpr std::array<DigestKind, 3> digestKinds{
+    {{"sha1", EVP_sha1}, {"sha256", EVP_sha256}, {"sha512", EVP_sha512}}};
 
 /// Where the parts of the archive lie.
 struct Layout
@@ -75,23 +85,24 @@ private:
     SignatureElements m_elements;
     z_stream m_stream = {};
     bool m_hasEnded = false;
-    qint64 m_room = 0; ///< what the table may still unpack to
-    EVP_MD_CTX *m_sha1 = EVP_MD_CTX_new();
-    EVP_MD_CTX *m_sha256 = EVP_MD_CTX_new();
+    qint64 m_room = 0;                                      ///< what the table may still unpack to
+    std::array<EVP_MD_CTX *, digestKinds.size()> m_digests; ///< which one counts is said within the table
 };
 
 TocPass::TocPass()
 {
     inflateInit(&m_stream);
-    EVP_DigestInit_ex(m_sha1, EVP_sha1(), nullptr);
-    EVP_DigestInit_ex(m_sha256, EVP_sha256(), nullptr);
+    for (size_t kind = 0; kind < digestKinds.size(); ++kind) {
+        m_digests[kind] = EVP_MD_CTX_new();
+        EVP_DigestInit_ex(m_digests[kind], digestKinds[kind].algorithm(), nullptr);
+    }
 }
 
 TocPass::~TocPass()
 {
     inflateEnd(&m_stream);
-    EVP_MD_CTX_free(m_sha1);
-    EVP_MD_CTX_free(m_sha256);
+    for (EVP_MD_CTX *digest : m_digests)
+        EVP_MD_CTX_free(digest);
 }
 
 bool TocPass::run(QFile &file, const Layout &layout)
@@ -109,8 +120,8 @@ bool TocPass::run(QFile &file, const Layout &layout)
 
 bool TocPass::add(QByteArray piece)
 {
-    EVP_DigestUpdate(m_sha1, piece.constData(), static_cast<size_t>(piece.size()));
-    EVP_DigestUpdate(m_sha256, piece.constData(), static_cast<size_t>(piece.size()));
+    for (EVP_MD_CTX *digest : m_digests)
+        EVP_DigestUpdate(digest, piece.constData(), static_cast<size_t>(piece.size()));
     m_stream.next_in = reinterpret_cast<Bytef *>(piece.data());
     m_stream.avail_in = static_cast<uInt>(piece.size());
     while (m_stream.avail_in > 0) {
@@ -140,12 +151,16 @@ bool TocPass::inflatePiece()
 /// The one that the package says it has; empty for a kind that no signature goes with.
 QByteArray TocPass::digest()
 {
-    const bool isSha1 = m_elements.digestStyle == "sha1";
-    if (!isSha1 && m_elements.digestStyle != "sha256")
-        return {};
-    QByteArray digest(isSha1 ? 20 : 32, '\0');
-    EVP_DigestFinal_ex(isSha1 ? m_sha1 : m_sha256, reinterpret_cast<unsigned char *>(digest.data()), nullptr);
-    return digest;
+    const QByteArray style = m_elements.digestStyle.toLower().replace('-', "");
+    for (size_t kind = 0; kind < digestKinds.size(); ++kind) {
+        if (style != digestKinds[kind].style)
+            continue;
+        QByteArray digest(EVP_MAX_MD_SIZE, '\0');
+        unsigned size = 0;
+        EVP_DigestFinal_ex(m_digests[kind], reinterpret_cast<unsigned char *>(digest.data()), &size);
+        return digest.left(static_cast<int>(size));
+    }
+    return {};
 }
 
 /// The bytes at a place in the heap; without any the flaw is noted.
@@ -167,6 +182,11 @@ std::optional<QByteArray> bytesAt(QFile &file, const Layout &layout, const HeapP
 bool overlap(const HeapPlace &a, const HeapPlace &b)
 {
     return a.size > 0 && b.size > 0 && a.offset < b.offset + b.size && b.offset < a.offset + a.size;
+}
+
+qint64 endOf(const HeapPlace &place)
+{
+    return place.offset + place.size;
 }
 
 std::optional<PackageSignatureBytes> signatureAt(QFile &file, const Layout &layout,
@@ -198,6 +218,8 @@ void readParts(QFile &file, const Layout &layout, const SignatureElements &eleme
     if (flaws->isEmpty() &&
         (overlap(rsa, cms) || overlap(rsa, elements.digest) || overlap(cms, elements.digest)))
         flaws->append(QStringLiteral("its signatures overlap"));
+    if (flaws->isEmpty() && (endOf(rsa) > elements.firstMember || endOf(cms) > elements.firstMember))
+        flaws->append(QStringLiteral("its signatures lie among its members"));
 }
 
 /// The last sixteen bytes: a mark, the version, the type 2 and the length of the ticket in front of it.
