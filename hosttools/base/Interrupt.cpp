@@ -28,9 +28,14 @@ void watch()
         sigaction(signal, &action, nullptr);
 }
 
+bool isRequested()
+{
+    return stopRequested;
+}
+
 void check()
 {
-    if (stopRequested)
+    if (isRequested())
         throw Error("stopped by a signal");
 }
 

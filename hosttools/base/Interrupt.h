@@ -7,6 +7,9 @@ namespace FlatPkg::Interrupt {
 /// From now on SIGINT, SIGTERM and SIGHUP only leave a note. Called once, before any thread.
 void watch();
 
+/// Whether such a signal has come, for code through which nothing may be thrown.
+bool isRequested();
+
 /// Throws Error when such a signal has come. Called by every loop that can take long, in any thread.
 void check();
 

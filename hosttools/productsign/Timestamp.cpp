@@ -2,6 +2,7 @@
 #include "hosttools/productsign/Timestamp.h"
 
 #include "hosttools/base/Error.h"
+#include "hosttools/base/Interrupt.h"
 #include "hosttools/flatpkg/Digest.h"
 #include "hosttools/security/OpenSsl.h"
 
@@ -76,6 +77,12 @@ size_t append(const char *bytes, size_t, size_t count, void *answer)
     return count;
 }
 
+/// Asked by the transfer again and again while it waits; another value than 0 ends it.
+int isToStop(void *, curl_off_t, curl_off_t, curl_off_t, curl_off_t)
+{
+    return Interrupt::isRequested() ? 1 : 0;
+}
+
 /// `type` and all that is sent belong to the caller until the transfer has ended.
 void prepare(CURL *transfer, const QByteArray &service, const QByteArray &body, curl_slist *type)
 {
@@ -88,6 +95,8 @@ void prepare(CURL *transfer, const QByteArray &service, const QByteArray &body, 
     curl_easy_setopt(transfer, CURLOPT_POSTFIELDS, body.constData());
     curl_easy_setopt(transfer, CURLOPT_POSTFIELDSIZE, static_cast<long>(body.size()));
     curl_easy_setopt(transfer, CURLOPT_WRITEFUNCTION, append);
+    curl_easy_setopt(transfer, CURLOPT_NOPROGRESS, 0L);
+    curl_easy_setopt(transfer, CURLOPT_XFERINFOFUNCTION, isToStop);
 }
 
 QByteArray answerTo(const QByteArray &body, const QByteArray &service)
@@ -100,6 +109,7 @@ QByteArray answerTo(const QByteArray &body, const QByteArray &service)
     prepare(transfer.get(), service, body, type.get());
     curl_easy_setopt(transfer.get(), CURLOPT_WRITEDATA, &answer);
     const CURLcode result = curl_easy_perform(transfer.get());
+    Interrupt::check();
     if (result != CURLE_OK)
         refuse(QByteArray("cannot be asked (") + curl_easy_strerror(result) + ')');
     return answer;
