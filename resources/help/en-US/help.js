@@ -20,5 +20,14 @@
         button.hidden = false;
     }
 
+    // Paper cannot be unfolded.
+    function unfoldAll() {
+        var folded = document.getElementsByTagName("details");
+        for (var i = 0; i < folded.length; ++i) {
+            folded[i].open = true;
+        }
+    }
+
     offerClosing();
+    window.addEventListener("beforeprint", unfoldAll);
 }());
