@@ -60,6 +60,13 @@ Value Value::project(const char *name)
             {QStringLiteral("yaml"), QStringLiteral("yml"), QStringLiteral("json")}};
 }
 
+Value Value::report(const char *name)
+{
+    return {QString::fromLatin1(name),
+            Kind::File,
+            {QStringLiteral("html"), QStringLiteral("md"), QStringLiteral("json")}};
+}
+
 QString Option::longForm() const
 {
     return QStringLiteral("--") + name;

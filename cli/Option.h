@@ -33,6 +33,7 @@ inline constexpr QLatin1String output = latin1("output");
 inline constexpr QLatin1String product = latin1("product");
 inline constexpr QLatin1String quickAccess = latin1("quick-access");
 inline constexpr QLatin1String quiet = latin1("quiet");
+inline constexpr QLatin1String report = latin1("report");
 inline constexpr QLatin1String requireSigned = latin1("require-signed");
 inline constexpr QLatin1String requireTeam = latin1("require-team");
 inline constexpr QLatin1String set = latin1("set");
@@ -68,6 +69,7 @@ struct Value
     static Value profile(const char *name);
     static Value settings(const char *name); ///< a file of any kind that holds settings
     static Value project(const char *name);
+    static Value report(const char *name);
     static Value identity();
     static Value certificates();
 };

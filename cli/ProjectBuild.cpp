@@ -9,6 +9,7 @@
 
 #include <QElapsedTimer>
 
+#include <algorithm>
 #include <deque>
 #include <future>
 #include <mutex>
@@ -43,14 +44,7 @@ private:
     int m_made = 0;
 };
 
-/// An output that is made beside its place.
-struct StagedOutput
-{
-    ProjectOutput output;
-    std::unique_ptr<OutputFile> file;
-};
-
-/// One variant on its way. Packages are made in any thread, all else in that of the profiles.
+/// One variant on its way.
 class VariantBuild
 {
 public:
@@ -67,22 +61,19 @@ public:
 
     bool isNeeded() const { return m_outcome.result && !m_variant.changes.isEmpty(); }
 
-    /// Package or not, in the order of the outputs.
-    void make(bool packages, SharedExpansion *expansion)
+    /// What may be made in any thread, or the rest, in the order of the outputs.
+    void make(bool inAnyThread, SharedExpansion *expansion)
     {
         for (const ProjectOutput &output : m_variant.variant.outputs) {
-            if (m_outcome.result && (output.kind == QLatin1String("package")) == packages)
+            if (m_outcome.result && isMadeInAnyThread(output) == inAnyThread)
                 m_outcome.result = makeOne(output, expansion);
         }
     }
 
-    bool wantsPackage() const
+    bool hasMoreToMake() const
     {
-        for (const ProjectOutput &output : m_variant.variant.outputs) {
-            if (m_outcome.result && output.kind == QLatin1String("package"))
-                return true;
-        }
-        return false;
+        const auto &outputs = m_variant.variant.outputs;
+        return isNeeded() && std::any_of(outputs.begin(), outputs.end(), isMadeInAnyThread);
     }
 
     VariantOutcome finish()
@@ -93,6 +84,8 @@ public:
             m_outcome.result = placeAll();
         m_outcome.seconds = static_cast<double>(m_timer.elapsed()) / 1000;
         m_outcome.isMade = isNeeded();
+        if (!m_outcome.isMade)
+            m_outcome.files = m_outcome.result ? formerFiles() : QList<StampedFile>();
         m_listener.ended(m_outcome);
         return m_outcome;
     }
@@ -112,19 +105,29 @@ private:
         auto file = std::make_unique<OutputFile>(absolute(path), OutputFile::Existing::Replace);
         if (Result<> staged = file->stage(); !staged)
             return staged;
-        const OutputSources sources{m_plan.project, m_variant.variant, m_variant.settings,
-                                    m_plan.vendorVersion, expansion};
+        const OutputSources sources{m_plan.project,       m_variant.variant, m_variant.settings,
+                                    m_plan.vendorVersion, m_outcome.files,   expansion};
         const Result<> made = makeOutput(output, sources, file->stagedPath(), m_outcome.warnings);
-        m_staged.push_back({output, std::move(file)});
-        return made ? made : Result<>(withPlace(made.problem()));
+        m_staged.push_back(std::move(file));
+        return made ? describe(output) : Result<>(withPlace(made.problem()));
+    }
+
+    Result<> describe(const ProjectOutput &output)
+    {
+        const Result<StampedFile> made =
+            StampedFile::of(output.kind, output.path.text, m_staged.back()->stagedPath());
+        if (!made)
+            return withPlace(made.problem());
+        m_outcome.files.append(*made);
+        return {};
     }
 
     /// The place that an output has in the end, instead of the one where it was made.
     Problem withPlace(Problem problem) const
     {
-        const StagedOutput &last = m_staged.back();
+        const OutputFile &last = *m_staged.back();
         for (QString *text : {&problem.file, &problem.text})
-            text->replace(last.file->stagedPath(), last.file->path());
+            text->replace(last.stagedPath(), last.path());
         return problem;
     }
 
@@ -141,18 +144,18 @@ private:
 
     Result<> placeAll()
     {
-        for (const StagedOutput &staged : m_staged) {
-            if (Result<> placed = staged.file->place(); !placed)
+        for (const auto &staged : m_staged) {
+            if (Result<> placed = staged->place(); !placed)
                 return placed;
         }
-        for (const StagedOutput &staged : m_staged) {
-            const Result<StampedFile> file =
-                StampedFile::of(staged.output.kind, m_plan.project.folder, staged.output.path.text);
-            if (!file)
-                return file.problem();
-            m_outcome.files.append(*file);
-        }
         return writeStamp();
+    }
+
+    /// Of a variant that is as it should be.
+    QList<StampedFile> formerFiles() const
+    {
+        const std::optional<Stamp> stamp = Stamp::read(m_plan.project, m_outcome.variant);
+        return stamp ? stamp->files : QList<StampedFile>();
     }
 
     Result<> writeStamp() const
@@ -172,7 +175,7 @@ private:
     const VariantPlan &m_variant;
     const BuildListener &m_listener;
     VariantOutcome m_outcome;
-    std::vector<StagedOutput> m_staged;
+    std::vector<std::unique_ptr<OutputFile>> m_staged; ///< each made beside its place
     QElapsedTimer m_timer;
 };
 
@@ -199,7 +202,7 @@ private:
     BuildListener m_listener;
 };
 
-VariantOutcome makePackage(const std::shared_ptr<VariantBuild> &build, ExpansionPool &pool)
+VariantOutcome makeTheRest(const std::shared_ptr<VariantBuild> &build, ExpansionPool &pool)
 {
     const auto expansion = pool.borrow();
     build->make(true, expansion.get());
@@ -223,13 +226,13 @@ QList<VariantOutcome> buildProject(const ProjectPlan &plan, int jobs, const Buil
         const auto build = std::make_shared<VariantBuild>(plan, variant, serial.listener());
         if (build->isNeeded())
             build->make(false, nullptr);
-        if (!build->isNeeded() || !build->wantsPackage()) {
+        if (!build->hasMoreToMake()) {
             outcomes.append(build->finish());
             continue;
         }
         collect(static_cast<size_t>(jobs - 1));
         running.push_back(std::async(jobs > 1 ? std::launch::async : std::launch::deferred,
-                                     [build, &pool] { return makePackage(build, pool); }));
+                                     [build, &pool] { return makeTheRest(build, pool); }));
         if (jobs == 1)
             collect(0);
     }

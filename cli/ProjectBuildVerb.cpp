@@ -6,6 +6,10 @@
 #include "cli/ProjectFile.h"
 #include "cli/ProjectProgress.h"
 #include "cli/VerbLine.h"
+#include "core/SafeFile.h"
+#include "project/ProjectReport.h"
+
+#include <QFileInfo>
 
 #include <algorithm>
 
@@ -27,28 +31,81 @@ int jobsOf(const VerbLine &line)
 
 Result<> checkBuildLine(const VerbLine &line)
 {
+    const QStringList endings{QStringLiteral("html"), QStringLiteral("md"), QStringLiteral("json")};
+    if (line.isSet(OptionName::report) &&
+        !endings.contains(QFileInfo(line.path(OptionName::report)).suffix()))
+        return Problem{{},
+                       QStringLiteral("--%1 is a file with the ending .%2")
+                           .arg(OptionName::report, endings.join(QStringLiteral(", .")))};
     const int jobs = jobsOf(line);
     if (jobs >= 1 && jobs <= mostJobs)
         return {};
     return Problem{{}, QStringLiteral("--%1 is a number from 1 to %2").arg(OptionName::jobs).arg(mostJobs)};
 }
 
+ReportedVariant reportedVariant(const VariantPlan &plan, const VariantOutcome &outcome)
+{
+    ReportedVariant variant{outcome.variant, plan.settings, outcome.files, {}, {}};
+    for (const FileWarning &warning : outcome.warnings)
+        variant.warnings += warning.warning.text;
+    if (!outcome.result)
+        variant.problem = outcome.result.problem().line();
+    return variant;
+}
+
+Result<> writeReport(const VerbLine &line, const ProjectPlan &plan, const QList<VariantOutcome> &outcomes)
+{
+    QList<ReportedVariant> variants;
+    for (const VariantPlan &variant : plan.variants) {
+        for (const VariantOutcome &outcome : outcomes) {
+            if (outcome.variant == variant.variant.name.text)
+                variants.append(reportedVariant(variant, outcome));
+        }
+    }
+    const QString path = line.path(OptionName::report);
+    const ProjectReport::Format format = ProjectReport::formatNamed(QFileInfo(path).suffix());
+    const Result<> written = SafeFile::replaceContents(
+        path, reportOn(plan.project, plan.vendorVersion, variants).as(format), SafeFile::Lasting::No);
+    return written ? written
+                   : Problem{path,
+                             QStringLiteral("the report cannot be written (%1)").arg(written.problem().text)};
+}
+
+QJsonObject buildRefusal(const VerbLine &, const Problem &problem)
+{
+    return {{QStringLiteral("event"), QStringLiteral("end")},
+            {QStringLiteral("succeeded"), false},
+            {QStringLiteral("problem"), problemOrNull(problem)}};
+}
+
+/// Ends a verb that has no plan.
+int refuse(const VerbLine &line, const Problem &problem, int exitCode, Console &console)
+{
+    if (line.isSet(OptionName::json))
+        console.writeJsonLine(buildRefusal(line, console.told(problem)));
+    console.error(problem);
+    return exitCode;
+}
+
 int runBuild(const VerbLine &line, Console &console)
 {
     console.setQuiet(line.isSet(OptionName::quiet));
     const Result<ProjectPlan> plan = planOf(line);
-    if (!plan) {
-        console.error(plan.problem());
-        return ExitCode::refused;
-    }
+    if (!plan)
+        return refuse(line, plan.problem(), ExitCode::refused, console);
     ProjectProgress progress(console, line.isSet(OptionName::json));
     const QList<VariantOutcome> outcomes =
         buildProject(*plan, jobsOf(line),
                      {[&](const QString &variant, const QString &step) { progress.began(variant, step); },
                       [&](const VariantOutcome &outcome) { progress.ended(outcome); }});
     progress.finish(outcomes, plan->stale);
-    const bool succeeded = std::all_of(outcomes.begin(), outcomes.end(),
-                                       [](const VariantOutcome &outcome) { return bool(outcome.result); });
+    const Result<> reported =
+        line.isSet(OptionName::report) ? writeReport(line, *plan, outcomes) : Result<>();
+    if (!reported)
+        console.error(reported.problem());
+    const bool succeeded =
+        reported && std::all_of(outcomes.begin(), outcomes.end(),
+                                [](const VariantOutcome &outcome) { return bool(outcome.result); });
     return succeeded ? ExitCode::done : ExitCode::refused;
 }
 
@@ -89,10 +146,8 @@ int runCheck(const VerbLine &line, Console &console)
 {
     console.setQuiet(line.isSet(OptionName::quiet));
     const Result<ProjectPlan> plan = planOf(line);
-    if (!plan) {
-        console.error(plan.problem());
-        return ExitCode::trouble;
-    }
+    if (!plan)
+        return refuse(line, plan.problem(), ExitCode::trouble, console);
     if (line.isSet(OptionName::json))
         console.writeJson(checkObject(*plan));
     else
@@ -123,11 +178,15 @@ Verb projectBuildVerb()
         variantOption(QStringLiteral("make only this variant")),
         {OptionName::jobs, QStringLiteral("make so many packages at a time"), Value::text("N"),
          QLatin1String("j")},
+        withRemark(
+            {OptionName::report, QStringLiteral("write a report about all variants"), Value::report("FILE")},
+            QStringLiteral(", as HTML, Markdown or JSON by its ending; an existing one is replaced")),
         withRemark(jsonOption(), QStringLiteral(", one object a line while it runs")),
         quietOption(),
     };
     verb.operands = {projectOperand()};
     verb.furtherCheck = checkBuildLine;
+    verb.refusal = buildRefusal;
     return verb;
 }
 

@@ -6,9 +6,16 @@
 #include "config/ConfigDocument.h"
 #include "config/Product.h"
 #include "config/ProductSettings.h"
+#include "core/SafeFile.h"
+#include "core/Version.h"
+#include "package/MunkiItem.h"
+#include "package/SharedExpansion.h"
 #include "profile/PayloadUuid.h"
+#include "project/ProjectReport.h"
 
 #include <QDomDocument>
+
+#include <algorithm>
 
 namespace {
 
@@ -69,6 +76,48 @@ Result<> makePackage(const ProjectOutput &output, const OutputSources &sources, 
     return made;
 }
 
+/// The package of a variant is made before what is said of it.
+const StampedFile &packageIn(const QList<StampedFile> &files)
+{
+    return *std::find_if(files.begin(), files.end(),
+                         [](const StampedFile &file) { return file.kind == QLatin1String("package"); });
+}
+
+QString givenOr(const QString &given, const QString &usual)
+{
+    return given.isEmpty() ? usual : given;
+}
+
+Result<> makePkginfo(const ProjectOutput &output, const OutputSources &sources, const QString &path,
+                     QList<FileWarning> &)
+{
+    const Product &product = *sources.project.product;
+    const StampedFile &package = packageIn(sources.files);
+    MunkiItem item;
+    item.name = givenOr(output.option(QLatin1String("item-name")),
+                        product.rootElement + QLatin1Char('-') + sources.variant.name.text);
+    item.displayName = product.title;
+    item.version = sources.vendorVersion;
+    item.catalogs = output.option(QLatin1String("catalogs")).split(QLatin1Char(';'), Qt::SkipEmptyParts);
+    item.location =
+        givenOr(output.option(QLatin1String("location")), package.path.section(QLatin1Char('/'), -1));
+    item.sha256 = package.sha256;
+    item.bytes = package.size;
+    const Result<> read = item.readExpanded(sources.expansion->folder());
+    return read ? SafeFile::replaceContents(path, item.propertyList()) : read;
+}
+
+Result<> makeReport(const ProjectOutput &output, const OutputSources &sources, const QString &path,
+                    QList<FileWarning> &warnings)
+{
+    ReportedVariant variant{sources.variant.name.text, sources.settings, sources.files, {}, {}};
+    for (const FileWarning &warning : warnings)
+        variant.warnings += warning.warning.text;
+    const ProjectReport report = reportOn(sources.project, sources.vendorVersion, {variant});
+    const QString format = output.option(QLatin1String("format"));
+    return SafeFile::replaceContents(path, report.as(ProjectReport::formatNamed(format)));
+}
+
 using Maker = Result<> (*)(const ProjectOutput &, const OutputSources &, const QString &,
                            QList<FileWarning> &);
 
@@ -76,11 +125,19 @@ Maker makerOf(const QString &kind)
 {
     static const QMap<QString, Maker> makers = {{QStringLiteral("document"), makeDocument},
                                                 {QStringLiteral("profile"), makeProfile},
-                                                {QStringLiteral("package"), makePackage}};
+                                                {QStringLiteral("package"), makePackage},
+                                                {QStringLiteral("pkginfo"), makePkginfo},
+                                                {QStringLiteral("report"), makeReport}};
     return makers.value(kind);
 }
 
 } // namespace
+
+bool isMadeInAnyThread(const ProjectOutput &output)
+{
+    const QStringList kinds{QStringLiteral("package"), QStringLiteral("pkginfo"), QStringLiteral("report")};
+    return kinds.contains(output.kind);
+}
 
 Result<> makeOutput(const ProjectOutput &output, const OutputSources &sources, const QString &path,
                     QList<FileWarning> &warnings)

@@ -29,8 +29,7 @@ struct VendorPackage
 
 bool makesPackage(const ProjectVariant &variant)
 {
-    return std::any_of(variant.outputs.begin(), variant.outputs.end(),
-                       [](const ProjectOutput &output) { return output.kind == QLatin1String("package"); });
+    return variant.has(QLatin1String("package"));
 }
 
 bool isWanted(const ProjectVariant &variant, const QStringList &only)
@@ -174,7 +173,8 @@ QByteArray digestOf(const QJsonObject &object)
 
 bool isAsStamped(const Project &project, const StampedFile &stamped)
 {
-    const Result<StampedFile> file = StampedFile::of(stamped.kind, project.folder, stamped.path);
+    const Result<StampedFile> file =
+        StampedFile::of(stamped.kind, stamped.path, project.folder + QLatin1Char('/') + stamped.path);
     return file && file->size == stamped.size && file->sha256 == stamped.sha256;
 }
 

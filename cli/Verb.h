@@ -72,5 +72,6 @@ Verb signVerb();
 Verb projectVerb();
 Verb projectBuildVerb();
 Verb projectCheckVerb();
+Verb projectInitVerb();
 Verb projectListVerb();
 Verb projectSchemaVerb();

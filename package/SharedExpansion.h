@@ -20,6 +20,9 @@ public:
     /// The folder with the package as it comes from the vendor. Always for the same package.
     Result<QString> fresh(const QString &package, const Product &product);
 
+    /// The same folder after the first build.
+    QString folder() const { return m_expanded; }
+
 private:
     Result<> expand(const QString &package, const Product &product);
     Result<> restore(const Product &product) const;

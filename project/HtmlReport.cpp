@@ -25,7 +25,7 @@ h1 { font-size: 1.6rem; } h2 { font-size: 1.25rem; margin-top: 2rem; }
 .wide { overflow-x: auto; margin: 0 0 1rem; }
 table { border-collapse: collapse; width: 100%; }
 th, td { border-bottom: 1px solid var(--line); padding: .4rem .75rem .4rem 0; text-align: left; vertical-align: top;
-  min-width: 5rem; overflow-wrap: break-word; }
+  min-width: 5rem; }
 thead th { background: var(--soft); padding-left: .5rem; } tbody > tr > * { padding-left: .5rem; }
 small { color: var(--quiet); display: block; font-size: .875rem; }
 code { font: .875rem/1.4 ui-monospace, Menlo, "DejaVu Sans Mono", monospace; overflow-wrap: anywhere; }

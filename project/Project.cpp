@@ -9,6 +9,8 @@
 
 #include <QDir>
 
+#include <algorithm>
+
 namespace {
 
 QString keyOf(const QString &path)
@@ -32,6 +34,12 @@ QString valueBehind(const QString &reference, const QString &folder)
 }
 
 } // namespace
+
+bool ProjectVariant::has(QLatin1String outputKind) const
+{
+    return std::any_of(outputs.begin(), outputs.end(),
+                       [&](const ProjectOutput &output) { return output.kind == outputKind; });
+}
 
 EditorXmlData ProjectVariant::settings(const EditorXmlData &start, const Product &product) const
 {

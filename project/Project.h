@@ -51,6 +51,8 @@ struct ProjectVariant
     QList<ProjectOutput> outputs; ///< in the order in which they are made
     QStringList allowed;          ///< codes of warnings
 
+    bool has(QLatin1String outputKind) const;
+
     /// The settings, from those of `config` or the defaults.
     EditorXmlData settings(const EditorXmlData &start, const Product &product) const;
 };

@@ -38,7 +38,14 @@ QString ProjectPaths::usualName(const ProjectOutput &output)
 {
     const QMap<QString, QString> endings = {{QStringLiteral("document"), QStringLiteral(".xml")},
                                             {QStringLiteral("profile"), QStringLiteral(".mobileconfig")},
-                                            {QStringLiteral("package"), QStringLiteral(".pkg")}};
+                                            {QStringLiteral("package"), QStringLiteral(".pkg")},
+                                            {QStringLiteral("pkginfo"), QStringLiteral(".pkginfo")},
+                                            {QStringLiteral("report"), QStringLiteral("-report.html")}};
+    const QString format = output.option(QLatin1String("format"));
+    if (format == QLatin1String("markdown"))
+        return QStringLiteral("${variant}-report.md");
+    if (format == QLatin1String("json"))
+        return QStringLiteral("${variant}-report.json");
     return QStringLiteral("${variant}") + endings.value(output.kind);
 }
 

@@ -229,7 +229,7 @@ private:
             isWanted = given->text != QLatin1String("false");
             output.path.place = given->namePlace;
             for (const Value &option : given->values)
-                output.options.insert(option.name, {option.text, option.place});
+                output.options.insert(option.name, joined(option));
         }
         if (!isWanted)
             return;
@@ -263,6 +263,9 @@ private:
     Result<> checkOutputs(const ProjectVariant &variant) const
     {
         for (const ProjectOutput &output : variant.outputs) {
+            if (output.kind == QLatin1String("pkginfo") && !variant.has(QLatin1String("package")))
+                return problemAt(output.path.place,
+                                 QStringLiteral("a pkginfo needs \"package\" among the variant's outputs"));
             const QString lacking = missingFor(output);
             if (!lacking.isEmpty())
                 return problemAt(

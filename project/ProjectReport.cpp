@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "project/ProjectReport.h"
 
+#include "config/ConfigDocument.h"
 #include "config/Product.h"
 #include "config/ProductSettings.h"
 #include "config/SettingText.h"
 #include "core/PrintableText.h"
+#include "core/Version.h"
+#include "project/Project.h"
 
+#include <QDomDocument>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -68,12 +72,21 @@ QJsonArray filesArray(const QList<StampedFile> &files)
 
 } // namespace
 
+EditorXmlData carriedSettings(const EditorXmlData &settings, const Product &product)
+{
+    EditorXmlData carried;
+    const EditorXmlData collected = settingsForProduct(settings, product);
+    ConfigDocument::apply(ConfigDocument::fromSettings(collected, product, QString()), carried);
+    return carried;
+}
+
 QList<ReportedSetting> unusualSettings(const ProjectReport &report, int variant)
 {
     QList<ReportedSetting> unusual;
     const EditorXmlData &data = report.variants.at(variant).settings;
+    const EditorXmlData usual = carriedSettings({}, *report.product);
     for (const Setting &setting : settings()) {
-        if (!belongsTo(setting, *report.product) || sameValue(setting, data, EditorXmlData()))
+        if (!belongsTo(setting, *report.product) || sameValue(setting, data, usual))
             continue;
         unusual.append(reported(setting, *report.product));
         unusual.last().values = QStringList{valueInWords(setting, data, *report.product)};
@@ -95,6 +108,30 @@ QList<ReportedSetting> differingSettings(const ProjectReport &report)
             differing.append(row);
     }
     return differing;
+}
+
+ProjectReport reportOn(const Project &project, const QString &vendorVersion,
+                       const QList<ReportedVariant> &variants)
+{
+    ProjectReport report{project.product, QLatin1String(toolVersion),
+                         project.vendor.package.text.mid(project.folder.size() + 1), vendorVersion, variants};
+    for (ReportedVariant &variant : report.variants)
+        variant.settings = carriedSettings(variant.settings, *project.product);
+    return report;
+}
+
+ProjectReport::Format ProjectReport::formatNamed(const QString &word)
+{
+    if (word == QLatin1String("markdown") || word == QLatin1String("md"))
+        return Format::Markdown;
+    return word == QLatin1String("json") ? Format::Json : Format::Html;
+}
+
+QByteArray ProjectReport::as(Format format) const
+{
+    if (format == Format::Markdown)
+        return markdown();
+    return format == Format::Json ? json() : html();
 }
 
 QByteArray ProjectReport::json() const

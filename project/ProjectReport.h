@@ -30,10 +30,25 @@ struct ProjectReport
     QString vendorVersion;
     QList<ReportedVariant> variants;
 
+    enum class Format { Html, Markdown, Json };
+
+    /// Of "html", "markdown" and "json", and of the endings of such files; HTML for all else.
+    static Format formatNamed(const QString &word);
+
+    QByteArray as(Format format) const;
     QByteArray markdown() const;
     QByteArray html() const; ///< one file, for screens of any width and for paper
     QByteArray json() const;
 };
+
+struct Project;
+
+/// What is told of these variants of a project.
+ProjectReport reportOn(const Project &project, const QString &vendorVersion,
+                       const QList<ReportedVariant> &variants);
+
+/// The settings as a document for the product carries them, in which what is not set has one form only.
+EditorXmlData carriedSettings(const EditorXmlData &settings, const Product &product);
 
 /// One setting in a report.
 struct ReportedSetting

@@ -108,6 +108,15 @@ const QList<Field> &ProjectShape::outputs()
                 {latin1("display-name"), Kind::Text, say("PayloadDisplayName")}}),
         output(latin1("package"), say("a customized package"), say("VARIANT.pkg"),
                {truth(latin1("sign"), say("sign it"))}),
+        output(latin1("pkginfo"), say("what munki is told of the package"), say("VARIANT.pkginfo"),
+               {{latin1("item-name"), Kind::Text, say("the item's name")},
+                {latin1("location"), Kind::Path, say("of the package in the repository")},
+                {latin1("catalogs"), Kind::Names, say("otherwise testing")}}),
+        output(latin1("report"), say("what people want to know of the variant"), say("VARIANT-report.html"),
+               {{latin1("format"),
+                 Kind::Word,
+                 say("otherwise html"),
+                 {QStringLiteral("html"), QStringLiteral("markdown"), QStringLiteral("json")}}}),
     };
     return outputs;
 }

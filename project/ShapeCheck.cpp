@@ -158,7 +158,9 @@ Result<> checkSettingValue(const Value &value)
                          setting.problem().text + QStringLiteral("; \"pct config names\" lists them"));
     if (value.type == Type::List)
         return checkNames(value);
-    if (value.type == Type::Null || (isScalar(value) && value.text.isEmpty()))
+    const bool isElement =
+        SettingText::typeName(**setting) == QLatin1String("element") && !Placeholders::areIn(value.text);
+    if (value.type == Type::Null || (isScalar(value) && (value.text.isEmpty() || isElement)))
         return {};
     return checkPlainText(value);
 }

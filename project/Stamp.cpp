@@ -65,15 +65,14 @@ Result<QByteArray> sha256OfFile(const QString &path)
     return hash.result().toHex();
 }
 
-Result<StampedFile> StampedFile::of(const QString &kind, const QString &folder, const QString &path)
+Result<StampedFile> StampedFile::of(const QString &kind, const QString &path, const QString &file)
 {
-    const QString absolute = folder + QLatin1Char('/') + path;
-    if (SafeFile::kindOf(absolute) != SafeFile::Kind::File)
-        return Problem{absolute, QStringLiteral("is missing")};
-    const Result<QByteArray> digest = sha256OfFile(absolute);
+    if (SafeFile::kindOf(file) != SafeFile::Kind::File)
+        return Problem{file, QStringLiteral("is missing")};
+    const Result<QByteArray> digest = sha256OfFile(file);
     if (!digest)
         return digest.problem();
-    return StampedFile{kind, path, QFileInfo(absolute).size(), *digest};
+    return StampedFile{kind, path, QFileInfo(file).size(), *digest};
 }
 
 QStringList Stamp::paths() const

@@ -20,8 +20,8 @@ struct StampedFile
     qint64 size = 0;
     QByteArray sha256; ///< in hexadecimal
 
-    /// Of a file that is there.
-    static Result<StampedFile> of(const QString &kind, const QString &folder, const QString &path);
+    /// Of the file that lies at `file`, whatever its path is going to be.
+    static Result<StampedFile> of(const QString &kind, const QString &path, const QString &file);
 };
 
 /// What a variant was made from, and what came of it. Stamps lie beside the outputs, in a hidden folder; no

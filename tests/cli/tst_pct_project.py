@@ -282,6 +282,138 @@ class Build(ProjectTest):
         self.assertIn("@env:NO_SIGNER holds nothing", self.build(exit_code=1)[0]["office"]["problem"]["text"])
 
 
+class Reports(ProjectTest):
+    def report(self, ending, text=PROJECT, **options):
+        self.write(text)
+        path = self.path("report." + ending)
+        self.build("--report", path, **options)
+        return content(path).decode()
+
+    def test_json(self):
+        report = json.loads(self.report("json"))
+        office, kiosk, home = report["variants"]
+        self.assertEqual({setting["name"]: setting["values"] for setting in kiosk["settings"]},
+                         {"bShowStartPage": ["false"], "nAuthLibrary": ["ADAL"], "bSupportExtSSO": ["true"]})
+        files = {file["path"]: file["sha256"] for variant in report["variants"] for file in variant["files"]}
+        self.assertEqual(files, self.files())
+        self.assertEqual({setting["name"]: setting["values"] for setting in report["differences"]},
+                         {"bHideMyApps": ["true", "false", "false"], "nAuthLibrary": ["MSAL", "ADAL", "MSAL"],
+                          "bRemoveAdvertise": ["false", "false", "true"]})
+        for setting in office["settings"]:
+            self.assertTrue(setting["title"] and setting["meaning"] and setting["help"], setting)
+        self.assertEqual((report["vendorPackage"], report["product"], home["problem"]), ("vendor/Editor.pkg", "editor", ""))
+
+    def test_html_and_markdown_tell_the_same(self):
+        facts = json.loads(self.report("json"))
+        again = json.loads(self.report("json"))
+        self.assertEqual(facts, again)
+        for ending in ("html", "md"):
+            text = self.report(ending)
+            for variant in facts["variants"]:
+                self.assertIn(variant["name"], text)
+                for file in variant["files"]:
+                    self.assertIn(file["sha256"], text)
+                for setting in variant["settings"]:
+                    self.assertIn(setting["title"], text)
+
+    def test_html_is_one_sound_file(self):
+        text = self.report("html")
+        self.assertNotRegex(text, r"<(script|link|img|iframe)|https?:|url\(")
+        judged = subprocess.run(["xmllint", "--html", "--noout", "-"], input=text, capture_output=True, text=True, check=False)
+        self.assertEqual([line for line in judged.stderr.splitlines() if "error" in line and "Tag" not in line], [])
+
+    def test_a_variant_that_was_not_made(self):
+        report = json.loads(self.report("json", PROJECT.replace("{extends: office,", "{extends: office, config: gone.xml,"), exit_code=1))
+        self.assertIn("gone.xml", report["variants"][1]["problem"])
+        self.assertEqual(report["variants"][1]["files"], [])
+
+    def test_the_ending_says_what_is_written(self):
+        self.write()
+        result = self.project("build", "--report", "report.pdf")
+        self.assertEqual(result.returncode, 2)
+        self.assertIn("the ending .html, .md, .json", result.stderr)
+
+    def test_a_report_among_the_outputs(self):
+        self.write(PROJECT.replace("document: }", "document: , report: {format: json}}"))
+        self.build()
+        report = json.loads(content(self.path("project/dist/office/office-report.json")))
+        self.assertEqual([file["kind"] for file in report["variants"][0]["files"]], ["document", "profile", "package"])
+        self.assertEqual(set(self.results().values()), {"current"})
+
+
+class Munki(ProjectTest):
+    def test_what_munki_is_told(self):
+        self.write(PROJECT.replace("document: }", "document: }").replace(
+            'Editor-${variant}.pkg"}', 'Editor-${variant}.pkg"}, pkginfo: {catalogs: [testing, production], location: apps/x.pkg}'))
+        self.build()
+        package = content(self.path("project/dist/office/Editor-office.pkg"))
+        info = plistlib.loads(content(self.path("project/dist/office/office.pkginfo")))
+        self.assertEqual((info["installer_item_hash"], info["installer_item_size"], info["installer_item_location"]),
+                         (hashlib.sha256(package).hexdigest(), -(-len(package) // 1024), "apps/x.pkg"))
+        self.assertEqual((info["catalogs"], info["minimum_os_version"], info["unattended_install"]),
+                         (["testing", "production"], "10.13", True))
+        self.assertEqual((info["name"], info["display_name"]), ("PelixPDFEditor-office", "Pelix PDF Editor"))
+        expanded = subprocess.run(["bsdtar", "-xOf", self.path("project/dist/office/Editor-office.pkg"), "Pelix_PDF_Editor.pkg/PackageInfo"],
+                                  check=True, capture_output=True).stdout
+        component = xml.etree.ElementTree.fromstring(expanded)
+        self.assertEqual(info["receipts"], [{"packageid": component.get("identifier"), "version": component.get("version"),
+                                             "installed_size": int(component.find("payload").get("installKBytes"))}])
+        self.assertTrue(info["version"])
+
+    def test_without_a_package_there_is_nothing_to_tell(self):
+        self.assert_refused(variants("  a: {outputs: {pkginfo: {}}}\n"), ":4:17", 'needs "package"')
+
+
+class Init(ProjectTest):
+    def init(self, *arguments):
+        result = self.project("init", *arguments)
+        self.assertEqual((result.returncode, result.stderr), (0, ""))
+        self.assertEqual(result.stdout, self.path("project/pct-project.yaml") + "\n")
+        return yaml.safe_load(content(self.path("project/pct-project.yaml")))
+
+    def test_from_nothing(self):
+        self.assertEqual(self.init(), {"version": 1, "product": "editor", "output": "dist/${variant}",
+                                       "variants": {"standard": {"outputs": {"document": {}}}}})
+        self.assertEqual(self.results(), {"standard": "made"})
+
+    def test_from_what_there_is(self):
+        ribbon = '<RibbonUI><RibbonCategory name="a" hidden="1"/></RibbonUI>'
+        for arguments in (["profile", "--product", "editor", "--config", "base.xml", "--identifier", "org.example.old.sales", "--output",
+                           "sales.mobileconfig"],
+                          ["build", "--product", "editor", "--config", "base.xml", "--input", "vendor/Editor.pkg", "--output", "made.pkg"],
+                          ["config", "new", "--product", "editor", "--set", "elemRibbonCategory=" + ribbon, "--set",
+                           "strLoginDomainList=@example.com", "--output", "../tmp/my own.xml"]):
+            result = self.pct(*arguments)
+            self.assertEqual(result.returncode, 0, result.stderr)
+        files = ["base.xml", "sales.mobileconfig", "made.pkg", self.path("tmp/my own.xml")]
+        project = self.init("--input", "vendor/Editor.pkg", *[word for file in files for word in ("--from", file)])
+        self.assertEqual(list(project["variants"]), ["base", "sales", "made", "my-own"])
+        self.assertEqual(project["vendor"], {"package": "vendor/Editor.pkg", "sha256": hashlib.sha256(content(SAMPLE)).hexdigest()})
+        self.assertEqual((project["identity"]["prefix"], project["variants"]["base"]["config"]), ("org.example.old", "base.xml"))
+        os.rename(self.path("tmp/my own.xml"), self.path("own.xml"))
+        self.build()
+        for name, file in zip(project["variants"], [*files[:3], "../own.xml"]):
+            compared = self.pct("diff", file, "dist/%s/%s.xml" % (name, name))
+            self.assertEqual((compared.returncode, compared.stdout), (0, ""), name + compared.stderr)
+        profile = plistlib.loads(content(self.path("project/dist/sales/sales.mobileconfig")))
+        self.assertEqual(profile["PayloadIdentifier"], "org.example.old.sales")
+
+    def test_what_cannot_be_one_project(self):
+        self.pct("config", "new", "--product", "reader", "--output", "reader.xml")
+        shutil.copy(SAMPLE, self.path("outside.pkg"))
+        for arguments, words in [(["--from", "base.xml", "--from", "reader.xml"], "a project has one product"),
+                                 (["--input", "../outside.pkg"], "does not lie below the project's folder"),
+                                 (["--from", "missing.xml"], "does not exist")]:
+            result = self.project("init", *arguments)
+            self.assertEqual((result.returncode, result.stderr.count("\n")), (1, 1), result.stderr)
+            self.assertIn(words, result.stderr)
+            self.assertFalse(os.path.exists(self.path("project/pct-project.yaml")))
+        self.write("mine")
+        self.assertIn("exists already", self.project("init").stderr)
+        self.assertEqual(content(self.path("project/pct-project.yaml")), b"mine")
+        self.assertEqual(self.project("init", "--force").returncode, 0)
+
+
 class Progress(ProjectTest):
     def test_lines_without_control_codes(self):
         self.write()
@@ -447,6 +579,14 @@ class Refusals(ProjectTest):
         for text, place, words in [('{"version": 1, "version": 1}', ":1:16", "twice"), ('{"version": 1,\n "produkt": 1}', ":2:2", "allowed are"),
                                    ('{"a": "\\u0000"}', ":1:8", "0000"), ("[1]", ":1:1", "a mapping"), ("{", ":1:2", "expected")]:
             self.assert_refused(text, place, words, name="p.json")
+
+    def test_json_says_so_too(self):
+        self.write("version: 2\n")
+        for verb in ("build", "check"):
+            result = self.project(verb, "--json")
+            end = json.loads(result.stdout)
+            self.assertEqual((end["event"], end["succeeded"]), ("end", False))
+            self.assertIn(end["problem"]["file"] + ": " + end["problem"]["text"], result.stderr)
 
     def test_hostile_files_cost_little(self):
         def cheapest(verb):
