@@ -25,7 +25,7 @@ PackageRequest requestOf(const VerbLine &line)
     request.keptDocument = line.path(OptionName::keepConfig);
     request.force = line.isSet(OptionName::force);
     request.demands = demandsOf(line, OptionName::vendorTeam);
-    request.signing = PackageSigning::from(line, OptionName::sign);
+    request.signing = signingFrom(line, OptionName::sign);
     return request;
 }
 
@@ -59,7 +59,8 @@ QJsonObject buildRefusal(const VerbLine &line, const Problem &problem)
 /// What says how to sign needs somebody who signs.
 Result<> checkSigning(const VerbLine &line)
 {
-    for (const QLatin1String option : {OptionName::allowAnyCertificate, OptionName::timestamp}) {
+    for (const QLatin1String option :
+         {OptionName::allowAnyCertificate, OptionName::strictKeys, OptionName::timestamp}) {
         if (line.isSet(option) && !line.isSet(OptionName::sign))
             return Problem{{}, QStringLiteral("--%1 needs --%2").arg(option, OptionName::sign)};
     }
@@ -73,7 +74,8 @@ int runBuild(const VerbLine &line, Console &console)
     Outcome outcome = outcomeOf(request);
     outcome.result = console.told(outcome.result);
     return console.writeOutcome(request.output, outcome.result, outcome.warnings,
-                                line.isSet(OptionName::json), [&] { return outcomeObject(request, outcome); });
+                                line.isSet(OptionName::json),
+                                [&] { return outcomeObject(request, outcome); });
 }
 
 } // namespace
@@ -102,8 +104,9 @@ Verb buildVerb()
             {OptionName::sign, QStringLiteral("sign the new package with this identity"), Value::identity()},
             QStringLiteral(", one that `pct identities` lists for packages. It takes the place of the "
                            "output only when its signature holds")),
-        anyCertificateOption(),
-        timestampOption(),
+    };
+    verb.options += signingOptions();
+    verb.options += {
         {OptionName::force, QStringLiteral("replace an output and a kept document that exist already")},
         withRemark(jsonOption(), QStringLiteral(", also when the build fails")),
         quietOption(),

@@ -36,9 +36,8 @@ FileWarning otherProductWarning(const QString &document, const Product &made, co
                  .arg(QString(made.title), QString(wanted.title))}};
 }
 
-QList<FileWarning> identityWarnings(const QStringList &remarks)
+QList<FileWarning> identityWarnings(const QStringList &remarks, const QString &command)
 {
-    const QString command = QStringLiteral("security");
     const QString lineStart = command + QStringLiteral(": ");
     QList<FileWarning> warnings;
     for (const QString &remark : remarks) {

@@ -26,5 +26,6 @@ FileWarning ribbonWarning(const QString &document, const QString &name);
 /// For a document that was made for one product and is used for the other.
 FileWarning otherProductWarning(const QString &document, const Product &made, const Product &wanted);
 
-/// For what `security` said about identities that it could not use, or that others can.
-QList<FileWarning> identityWarnings(const QStringList &remarks);
+/// For what `security`, or another command, said about identities that it could not use, or that others can.
+QList<FileWarning> identityWarnings(const QStringList &remarks,
+                                    const QString &command = QStringLiteral("security"));

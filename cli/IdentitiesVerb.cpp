@@ -3,14 +3,12 @@
 #include "cli/ExitCode.h"
 #include "cli/HostCommands.h"
 #include "cli/Json.h"
-#include "cli/PackageSigning.h"
 #include "cli/VerbLine.h"
 #include "core/PrintableText.h"
+#include "package/signature/PackageSigning.h"
 #include "profile/CProfileGenerator.h"
 
 #include <QJsonArray>
-
-#include <algorithm>
 
 namespace {
 
@@ -36,13 +34,6 @@ void writeListing(const Listing &listing, bool asJson, Console &console)
         console.warning(warning.file, warning.warning.text);
 }
 
-QStringList namesForPackages(QStringList names)
-{
-    const auto isOther = [](const QString &name) { return !isForPackages(name); };
-    names.erase(std::remove_if(names.begin(), names.end(), isOther), names.end());
-    return names;
-}
-
 Result<Listing> listIdentities(bool forPackages)
 {
     const QString command = QStringLiteral("/usr/bin/security");
@@ -51,7 +42,7 @@ Result<Listing> listIdentities(bool forPackages)
     const SigningIdentities identities = forPackages ? CProfileGenerator::FindSignIDs(QStringLiteral("basic"))
                                                      : CProfileGenerator::FindSignIDs();
     if (identities.names)
-        return Listing{forPackages ? namesForPackages(*identities.names) : *identities.names,
+        return Listing{forPackages ? identitiesForPackages(*identities.names) : *identities.names,
                        identityWarnings(identities.remarks)};
     return Problem{command, QStringLiteral("the identities cannot be listed (%1); check that the keychain is "
                                            "unlocked")

@@ -68,6 +68,8 @@ Result<> PackageJob::checkPaths()
                                   {QStringLiteral("kept document"), m_request.keptDocument}});
         !different)
         return different;
+    if (Result<> signable = m_request.signing.identity.isEmpty() ? Result<>() : canSignPackages(); !signable)
+        return signable;
     Result<> output = checkWritable(m_request.output, m_request.force);
     if (!output || m_request.keptDocument.isEmpty())
         return output;
@@ -173,9 +175,11 @@ Result<> PackageJob::sign()
 {
     if (m_request.signing.identity.isEmpty())
         return {};
-    const Result<> made = signPackage(m_built->path(), m_request.signing, m_output.get());
-    return made ? made
-                : Problem{m_request.output, made.problem().text + QStringLiteral("; no package was made")};
+    const Result<QStringList> made = signPackage(m_built->path(), m_request.signing, m_output.get());
+    if (!made)
+        return Problem{m_request.output, made.problem().text + QStringLiteral("; no package was made")};
+    m_warnings += signingWarnings(*made);
+    return {};
 }
 
 Result<> PackageJob::keepDocument()

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "cli/FileWarning.h"
-#include "cli/PackageSigning.h"
 #include "cli/PrivateFolder.h"
 #include "cli/SignatureCheck.h"
+#include "cli/SigningOptions.h"
 #include "config/EditorXmlData.h"
 #include "core/Result.h"
 

@@ -69,6 +69,7 @@ Verb configGetVerb();
 Verb configNamesVerb();
 Verb configCommandsVerb();
 Verb signVerb();
+Verb notarizeVerb();
 Verb projectVerb();
 Verb projectBuildVerb();
 Verb projectCheckVerb();

@@ -17,6 +17,7 @@ struct Request
     QByteArray identity;
     QByteArray timestampService; ///< empty for none
     bool anyCertificate = false;
+    bool strictKeys = false; ///< none that others can read
     QByteArray input;
     QByteArray output;
 };
@@ -40,6 +41,8 @@ std::optional<Request> requestIn(QVector<QByteArray> arguments)
             request.timestampService = option.mid(static_cast<int>(qstrlen("--timestamp=")));
         else if (option == "--allow-any-certificate")
             request.anyCertificate = true;
+        else if (option == "--strict-keys")
+            request.strictKeys = true;
         else
             return std::nullopt;
     }
@@ -49,19 +52,22 @@ std::optional<Request> requestIn(QVector<QByteArray> arguments)
     return isComplete ? std::make_optional(request) : std::nullopt;
 }
 
-void warnWhenExposed(const Identity &identity)
+void requirePrivacy(const Identity &identity, bool strictKeys)
 {
-    if (!identity.exposedKeyPath.isEmpty())
-        std::fprintf(stderr,
-                     "productsign: %s: others can read this private key; chmod 600 keeps it private\n",
-                     printable(identity.exposedKeyPath).constData());
+    if (identity.exposedKeyPath.isEmpty())
+        return;
+    const QByteArray remark =
+        printable(identity.exposedKeyPath) + ": others can read this private key; chmod 600 keeps it private";
+    if (strictKeys)
+        throw Error(remark);
+    std::fprintf(stderr, "productsign: %s\n", remark.constData());
 }
 
 void sign(const Request &request)
 {
     const auto use = request.anyCertificate ? Identities::Use::PackageByAnybody : Identities::Use::Package;
     const Identity identity = Identities::forSigning(request.identity, use);
-    warnWhenExposed(identity);
+    requirePrivacy(identity, request.strictKeys);
     const PackageSignature signature(identity, request.timestampService);
     signPackage(request.input, request.output, signature);
     if (!request.timestampService.isEmpty())
@@ -78,7 +84,8 @@ int main(int argc, char **argv)
 {
     const auto request = requestIn(argumentsOf(argc, argv));
     if (!request)
-        return wrongUsage("productsign",
-                          "--sign IDENTITY [--timestamp=URL|none] [--allow-any-certificate] PKG OUTPUT");
+        return wrongUsage(
+            "productsign",
+            "--sign IDENTITY [--timestamp=URL|none] [--allow-any-certificate] [--strict-keys] PKG OUTPUT");
     return runTool("productsign", [&] { sign(*request); });
 }

@@ -78,6 +78,20 @@ class Sign(SigningTest):
         self.assertEqual(self.sign("--allow-any-certificate").returncode, 0)
         self.assert_holds(self.path("signed.pkg"))
 
+    def test_keys_that_others_can_read(self):
+        os.chmod(self.identity(), 0o644)
+        self.assert_refused(self.sign("--strict-keys"), "others can read this private key")
+        result = self.sign("--json")
+        self.assertEqual(result.returncode, 0)
+        self.assertEqual(result.stderr.count("warning: "), 1)
+        warnings = json.loads(result.stdout)["warnings"]
+        self.assertEqual([warning["code"] for warning in warnings], ["signing-identity"])
+        self.assertIn("others can read this private key", warnings[0]["text"])
+        self.assertIn("identities/signer.pem", warnings[0]["text"])
+        os.chmod(self.path("identities/signer.pem"), 0o600)
+        result = self.sign("--force", "--strict-keys", "--json")
+        self.assertEqual((result.returncode, result.stderr, json.loads(result.stdout)["warnings"]), (0, "", []))
+
     def test_a_timestamp(self):
         self.identity()
         clock = sp.authorities().issue("Time", self.path("time.pem"), use="timestamps")
@@ -145,11 +159,18 @@ class Build(SigningTest):
         shown = self.pct("show", self.path("built.pkg"))
         self.assertEqual(shown.returncode, 0, shown.stderr)
 
+    def test_keys_that_others_can_read(self):
+        os.chmod(self.identity(), 0o644)
+        self.assert_refused(self.build("--sign", SIGNER, "--strict-keys"), "others can read this private key", "built.pkg")
+        result = self.build("--sign", SIGNER, "--json")
+        self.assertEqual(result.returncode, 0, result.stderr)
+        self.assertEqual([warning["code"] for warning in json.loads(result.stdout)["warnings"]], ["signing-identity"])
+
     def test_without_a_signature_there_is_no_package(self):
         self.assert_refused(self.build("--sign", SIGNER), "there is no identity", output="built.pkg")
 
     def test_how_to_sign_needs_who_signs(self):
-        for options in (["--allow-any-certificate"], ["--timestamp", "http://localhost/"]):
+        for options in (["--allow-any-certificate"], ["--strict-keys"], ["--timestamp", "http://localhost/"]):
             result = self.build(*options)
             self.assertEqual(result.returncode, 2)
             self.assertIn("needs --sign", result.stderr)

@@ -24,6 +24,7 @@ PROFILE = {"PayloadType": "Configuration", "PayloadVersion": 1, "PayloadIdentifi
 # The states that a row begins with, when it is not the plain one.
 WITH_PROFILES = {"profiles-user", "profiles-root", "report"}
 AS_ROOT = {"profiles-none-root", "profiles-root"}
+REJECTED = {"notarytool-invalid"}
 WITHOUT_IDENTITY = {"security-identities-none"}
 
 
@@ -68,7 +69,8 @@ class Place:
         self.environment = {**os.environ, "LC_ALL": "C.UTF-8", "TMPDIR": self.path("tmp"),
                             "APPLE_LIKE_REAL": STAND_INS, "PCT_PROFILES_DIR": self.path("profiles"),
                             "PCT_IDENTITIES_DIR": self.path("identities"),
-                            "APPLE_LIKE_ROOT": "1" if row["id"] in AS_ROOT else ""}
+                            "APPLE_LIKE_ROOT": "1" if row["id"] in AS_ROOT else "",
+                            "APPLE_LIKE_VERDICT": "Invalid" if row["id"] in REJECTED else "Accepted"}
         self.words = {word: self.path(word) for word in ("NEW", "MISSING", "FOLDER", "COPY", "LINK", "PARTS")}
         self.words.update(PKG=self.path("PKG.pkg"), PLAIN=self.path("PLAIN.pkg"),
                           PROFILE=self.path("PROFILE.mobileconfig"), SIGNED=self.path("SIGNED"),

@@ -165,6 +165,16 @@ class Results(SigningTest):
         result = self.sign(SAMPLE)
         self.assertEqual(result.returncode, 0)
         self.assertIn(b"others can read this private key", result.stderr)
+        os.remove(self.path("signed.pkg"))
+        self.assert_refused(self.sign(SAMPLE, "--strict-keys"), "others can read this private key")
+
+    def test_a_key_of_the_owner_alone_is_strict_enough(self):
+        self.identity()
+        self.assert_holds(self.signed(SAMPLE, "--strict-keys"))
+        os.remove(self.path("signed.pkg"))
+        for mode in (0o640, 0o604):
+            os.chmod(self.path("identities/signer.pem"), mode)
+            self.assert_refused(self.sign(SAMPLE, "--strict-keys"), "chmod 600")
 
 
 class Refusals(SigningTest):

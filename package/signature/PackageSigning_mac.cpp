@@ -1,10 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "cli/PackageSigning.h"
-
-Option timestampOption()
-{
-    return {OptionName::timestamp, QStringLiteral("ask Apple's timestamp service, too")};
-}
+#include "package/signature/PackageSigning.h"
 
 bool isForPackages(const QString &identity)
 {
@@ -15,4 +10,10 @@ bool isForPackages(const QString &identity)
 QStringList productSignOptions(const PackageSigning &signing)
 {
     return {signing.isTimestamped ? QStringLiteral("--timestamp") : QStringLiteral("--timestamp=none")};
+}
+
+/// Keys lie in a keychain, which guards them.
+QStringList remarksOnKeys(const QByteArray &)
+{
+    return {};
 }

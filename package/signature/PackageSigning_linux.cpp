@@ -1,11 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "cli/PackageSigning.h"
-
-Option timestampOption()
-{
-    return {OptionName::timestamp, QStringLiteral("ask this timestamp service of RFC 3161, too"),
-            Value::text("URL")};
-}
+#include "package/signature/PackageSigning.h"
 
 /// The stand-in lists no others.
 bool isForPackages(const QString &)
@@ -19,5 +13,13 @@ QStringList productSignOptions(const PackageSigning &signing)
                         (signing.isTimestamped ? signing.timestampService : QStringLiteral("none"))};
     if (signing.anyCertificate)
         options.append(QStringLiteral("--allow-any-certificate"));
+    if (signing.strictKeys)
+        options.append(QStringLiteral("--strict-keys"));
     return options;
+}
+
+/// The stand-in says nothing else there when it signs.
+QStringList remarksOnKeys(const QByteArray &standardError)
+{
+    return QString::fromUtf8(standardError).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
 }

@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "cli/Option.h"
 #include "core/Result.h"
 
 #include <QString>
 #include <QStringList>
 
 class OutputFile;
-class VerbLine;
 
 /// With what a package is to be signed.
 struct PackageSigning
@@ -17,20 +15,25 @@ struct PackageSigning
     bool anyCertificate = false; ///< also one that is not for installer packages
     bool isTimestamped = false;
     QString timestampService; ///< an URL; empty on a Mac, which has its own
-
-    static PackageSigning from(const VerbLine &line, QLatin1String identityOption);
+    bool strictKeys = false;  ///< not with a key that others can read
 };
 
-/// --timestamp as this system knows it, and --allow-any-certificate.
-Option timestampOption();
-Option anyCertificateOption();
+/// The command that signs packages.
+QString packageSigningCommand();
 
-/// What `productsign` of this system is told besides identity and files.
+/// What it is told besides identity and files.
 QStringList productSignOptions(const PackageSigning &signing);
+
+/// What it has said on its standard error of keys that others can read, a line each.
+QStringList remarksOnKeys(const QByteArray &standardError);
 
 /// Whether an identity that `security` lists under its policy "basic" is for installer packages.
 bool isForPackages(const QString &identity);
 
+/// Those of a list.
+QStringList identitiesForPackages(const QStringList &identities);
+
 /// Signs the package beside the output, judges the signature apart from who has made it, and only then puts
-/// the package in the output's place. The package stays as it is.
-Result<> signPackage(const QString &package, const PackageSigning &signing, OutputFile *output);
+/// the package in the output's place, which may be the package itself. Gives what is to be remarked on the
+/// key. After a failure both files are as they were.
+Result<QStringList> signPackage(const QString &package, const PackageSigning &signing, OutputFile *output);

@@ -1,0 +1,7 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/SigningOptions.h"
+
+Option timestampOption()
+{
+    return {OptionName::timestamp, QStringLiteral("ask Apple's timestamp service, too")};
+}
