@@ -117,7 +117,8 @@ public:
 
     // ---- Saving a package ----
 
-    /// Asks where to, then builds in a worker behind the disabled window and tells how it went.
+    /// Asks where to, then builds in a worker behind the disabled window, tells how it went, and offers to
+    /// sign the package when there is an identity for packages.
     void On_SavePackage();
 
     /// Runs in the worker: builds the package and leaves 0 in the window's build status, or 1 on failure.
@@ -166,7 +167,8 @@ private:
 
     QString askDocumentPath(const QString &outputPackage);
     void startBuild(const QString &outputPackage, const QString &documentPath);
-    void showBuildResult(bool documentKept);
+    void runInWorker(const std::function<void()> &work, const std::function<void()> &showResult);
+    void showBuildResult(const QString &outputPackage, bool documentKept);
     bool isBuilding() const;
     BuildPlan planOf(const QString &inputPackage, const QString &outputPackage, const QString &documentPath);
 
@@ -174,6 +176,8 @@ private:
     bool settleIdentifier();
     bool writeProfile(const QString &path);
     void offerSigning(const QString &path);
+    void offerPackageSigning(const QString &package);
+    void showSigningResult(bool isSigned);
 
     std::unique_ptr<Ui::DlgCustomizationTool_v2> m_ui;
     Handlers m_handlers;

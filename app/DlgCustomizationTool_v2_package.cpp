@@ -69,6 +69,18 @@ QString DlgCustomizationTool_v2::askDocumentPath(const QString &outputPackage)
 
 void DlgCustomizationTool_v2::startBuild(const QString &outputPackage, const QString &documentPath)
 {
+    const auto build = [this, input = m_packagePath, outputPackage, documentPath] {
+        Process(this, input, outputPackage, documentPath);
+    };
+    runInWorker(build, [this, outputPackage, documentKept = !documentPath.isEmpty()] {
+        showBuildResult(outputPackage, documentKept);
+    });
+}
+
+/// The result of a worker that has been replaced meanwhile is not shown.
+void DlgCustomizationTool_v2::runInWorker(const std::function<void()> &work,
+                                          const std::function<void()> &showResult)
+{
     setEnabled(false);
     m_waiting->start();
 
@@ -78,13 +90,14 @@ void DlgCustomizationTool_v2::startBuild(const QString &outputPackage, const QSt
         previous->terminate();
         previous->wait();
     }
-    QThread *worker = new BuildThread([this, input = m_packagePath, outputPackage, documentPath] {
-        Process(this, input, outputPackage, documentPath);
-    });
+    QThread *worker = new BuildThread(work);
     m_worker = worker;
-    const auto finished = [this, worker, documentKept = !documentPath.isEmpty()] {
-        if (worker == m_worker)
-            showBuildResult(documentKept);
+    const auto finished = [this, worker, showResult] {
+        if (worker != m_worker)
+            return;
+        m_waiting->stop();
+        setEnabled(true);
+        showResult();
     };
     connect(worker, &QThread::finished, this, finished, Qt::QueuedConnection);
     worker->start(QThread::InheritPriority);
@@ -117,10 +130,8 @@ void DlgCustomizationTool_v2::Process(DlgCustomizationTool_v2 *window, QString i
         window->m_nBuildStatus = 0;
 }
 
-void DlgCustomizationTool_v2::showBuildResult(bool documentKept)
+void DlgCustomizationTool_v2::showBuildResult(const QString &outputPackage, bool documentKept)
 {
-    m_waiting->stop();
-    setEnabled(true);
     if (m_nBuildStatus != 0) {
         FlowMessages::warning(this, tr("Failed to create package. Please try again."));
         return;
@@ -129,4 +140,5 @@ void DlgCustomizationTool_v2::showBuildResult(bool documentKept)
                              ? tr("The output package and configure file have been created successfully.")
                              : tr("The output package has been created successfully.");
     FlowMessages::information(this, text);
+    offerPackageSigning(outputPackage);
 }

@@ -78,9 +78,7 @@ void DlgCustomizationTool_v2::offerSigning(const QString &path)
     // Who does not sign knows where the profile is, and is told no more.
     if (dialog.exec() != QDialog::Accepted)
         return;
-    FlowMessages::information(this, dialog.IsSignedSuccess()
-                                        ? tr("File signed successfully!")
-                                        : tr("Failed to sign the file, please try again."));
+    showSigningResult(dialog.IsSignedSuccess());
 }
 
 void DlgCustomizationTool_v2::on_profileload(const QString &path)

@@ -273,6 +273,17 @@
     </message>
 </context>
 <context>
+    <name>SigningDialog</name>
+    <message>
+        <source>Sign</source>
+        <translation>Signieren</translation>
+    </message>
+    <message>
+        <source>Don&apos;t Sign</source>
+        <translation>Nicht signieren</translation>
+    </message>
+</context>
+<context>
     <name>WebViewInQt</name>
     <message>
         <source>The help page is not available.</source>
@@ -315,6 +326,17 @@
     </message>
 </context>
 <context>
+    <name>dlg_sign_package</name>
+    <message>
+        <source>Signing Package</source>
+        <translation>Paket signieren</translation>
+    </message>
+    <message>
+        <source>Signing a package verifies who made it and reveals later modifications. Device managements may refuse a package that is not signed.</source>
+        <translation>Eine Signatur belegt, von wem das Paket stammt, und lässt spätere Änderungen erkennen. Geräteverwaltungen können ein unsigniertes Paket ablehnen.</translation>
+    </message>
+</context>
+<context>
     <name>dlg_sign_profile</name>
     <message>
         <source>Signing Profile</source>
@@ -327,14 +349,6 @@
     <message>
         <source>Signing Identity:</source>
         <translation>Signaturidentität:</translation>
-    </message>
-    <message>
-        <source>Sign</source>
-        <translation>Signieren</translation>
-    </message>
-    <message>
-        <source>Don&apos;t Sign</source>
-        <translation>Nicht signieren</translation>
     </message>
 </context>
 <context>

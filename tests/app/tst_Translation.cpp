@@ -5,6 +5,7 @@
 #include "app/RegisterPages.h"
 #include "config/EditorXmlData.h"
 #include "core/Version.h"
+#include "profile/signing/dlg_sign_package.h"
 #include "profile/signing/dlg_sign_profile.h"
 #include "resources/Resources.h"
 #include "tests/app/GermanTexts.h"
@@ -85,6 +86,7 @@ Texts textsOfAllWindows()
     texts += textsIn(DlgAbout());
     texts += textsIn(dlg_select_app_type());
     texts += textsIn(dlg_sign_profile(QString(), {signingIdentity}, nullptr));
+    texts += textsIn(dlg_sign_package({signingIdentity}, nullptr));
     texts += textsIn(tab_import_xml(nullptr));
     return texts;
 }

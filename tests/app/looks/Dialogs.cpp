@@ -6,14 +6,21 @@
 #include "app/DlgCustomizationTool_v2.h"
 #include "app/IdentifierQuestion.h"
 #include "app/SaveDialogWithOption.h"
+#include "profile/signing/dlg_sign_package.h"
 #include "profile/signing/dlg_sign_profile.h"
 
 namespace {
 
+const QStringList identities = {QStringLiteral("Example School District"), QStringLiteral("Acme IT")};
+
 std::unique_ptr<QDialog> makeSigningDialog()
 {
-    const QStringList identities = {QStringLiteral("Example School District"), QStringLiteral("Acme IT")};
     return std::make_unique<dlg_sign_profile>(QString(), identities, nullptr);
+}
+
+std::unique_ptr<QDialog> makePackageSigningDialog()
+{
+    return std::make_unique<dlg_sign_package>(identities, nullptr);
 }
 
 std::unique_ptr<QDialog> makeSaveDialog(const QString &folder)
@@ -33,6 +40,7 @@ QList<DialogKind> everyDialog(const QString &folder)
         {QStringLiteral("chooser"), [] { return std::make_unique<dlg_select_app_type>(); }},
         {QStringLiteral("about"), [] { return std::make_unique<DlgAbout>(); }},
         {QStringLiteral("signing"), makeSigningDialog},
+        {QStringLiteral("package-signing"), makePackageSigningDialog},
         {QStringLiteral("identifier-question"), [] { return std::make_unique<IdentifierQuestion>(nullptr); }},
         {QStringLiteral("save-dialog"), [folder] { return makeSaveDialog(folder); }}};
 }

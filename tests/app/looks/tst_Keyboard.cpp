@@ -294,6 +294,7 @@ void tst_Keyboard::everyDialogIsUsedWithKeysAlone_data()
     QTest::newRow("chooser") << QStringLiteral("chooser") << true;
     QTest::newRow("About box") << QStringLiteral("about") << false;
     QTest::newRow("signing dialog") << QStringLiteral("signing") << true;
+    QTest::newRow("package signing dialog") << QStringLiteral("package-signing") << true;
     QTest::newRow("identifier question") << QStringLiteral("identifier-question") << true;
     QTest::newRow("save dialog") << QStringLiteral("save-dialog") << true;
 }

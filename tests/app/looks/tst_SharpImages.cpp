@@ -147,6 +147,7 @@ private slots:
         QTest::newRow("chooser") << 1;
         QTest::newRow("about") << 2;
         QTest::newRow("signing") << 1;
+        QTest::newRow("package-signing") << 1;
     }
 
     void everyImageInTheDialogsIsSharp()
