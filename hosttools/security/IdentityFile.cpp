@@ -4,6 +4,7 @@
 #include "hosttools/base/Error.h"
 #include "hosttools/base/Files.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <openssl/err.h>
@@ -82,18 +83,55 @@ Provider oldCiphers()
     return provider;
 }
 
+/// What a file that begins with such an address (RFC 7512) says about where its key lies; else empty.
+QByteArray tokenAddressIn(const FileDescriptor &file)
+{
+    constexpr qint64 longestAddress = 4096;
+    QByteArray text(static_cast<int>(std::min<qint64>(statusOf(file.get()).st_size, longestAddress)), '\0');
+    readExactly(file.get(), text.data(), text.size(), 0);
+    return text.startsWith("pkcs11:") ? text.left(text.indexOf('\n')).trimmed() : QByteArray();
+}
+
+/// It is never unloaded by us: the keys of a token live in it, as long as they are used.
+void loadTokenProvider()
+{
+    static const OSSL_PROVIDER *provider = OSSL_PROVIDER_try_load(nullptr, "pkcs11", 1);
+    if (!provider)
+        fail(
+            "its key lies on a token, for which OpenSSL has no provider here; install one (pkcs11-provider)");
+}
+
+Store storeOnToken(const QByteArray &address, const Questions &questions, bool *isLocked)
+{
+    loadTokenProvider();
+    Store store(OSSL_STORE_open(address.constData(), questions.get(), isLocked, nullptr, nullptr));
+    if (store)
+        OSSL_STORE_expect(store.get(), OSSL_STORE_INFO_PKEY);
+    return store;
+}
+
+/// Whoever can read where a key lies still needs the token, unless the address tells its password.
+bool isSecret(const QByteArray &address)
+{
+    return address.isEmpty() || address.contains("pin-value=");
+}
+
 } // namespace
 
 IdentityFile IdentityFile::read(const QByteArray &path)
 {
     const Provider ciphers = oldCiphers();
     FileDescriptor file = openIdentity(path);
+    const QByteArray address = tokenAddressIn(file);
     IdentityFile contents;
-    contents.readableByOthers = (statusOf(file.get()).st_mode & (S_IRGRP | S_IROTH)) != 0;
+    contents.readableByOthers =
+        isSecret(address) && (statusOf(file.get()).st_mode & (S_IRGRP | S_IROTH)) != 0;
     const Bio bytes = readerOf(std::move(file));
     const Questions noQuestions(UI_UTIL_wrap_read_pem_callback(passwordFromEnvironment, 0));
-    const Store store(OSSL_STORE_attach(bytes.get(), "file", nullptr, nullptr, noQuestions.get(),
-                                        &contents.keyIsLocked, nullptr, nullptr, nullptr));
+    const Store store =
+        address.isEmpty() ? Store(OSSL_STORE_attach(bytes.get(), "file", nullptr, nullptr, noQuestions.get(),
+                                                    &contents.keyIsLocked, nullptr, nullptr, nullptr))
+                          : storeOnToken(address, noQuestions, &contents.keyIsLocked);
     if (!store)
         fail("cannot be read as an identity");
     takeAll(store.get(), &contents);

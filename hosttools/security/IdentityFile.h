@@ -13,7 +13,8 @@ struct IdentityFile
     bool readableByOthers = false;
     bool keyIsLocked = false; ///< there is no key because the password does not fit
 
-    /// Reads PEM, DER or PKCS#12; what is encrypted is tried with no password and then with that of
-    /// PCT_IDENTITIES_PASSWORD. Nobody is ever asked for one. Throws FlatPkg::Error without the path.
+    /// Reads PEM, DER or PKCS#12, or follows the line "pkcs11:..." to a key on a token; what is encrypted is
+    /// tried with no password and then with that of PCT_IDENTITIES_PASSWORD. Nobody is ever asked for one.
+    /// Throws FlatPkg::Error without the path.
     static IdentityFile read(const QByteArray &path);
 };
