@@ -8,6 +8,7 @@
 #include "tests/app/ProfileFlow.h"
 #include "tests/package/LogCapture.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QProcess>
