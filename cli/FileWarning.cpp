@@ -4,15 +4,15 @@
 #include "config/Product.h"
 #include "core/PrintableText.h"
 
-QList<FileWarning> unreadWarnings(const QString &file, const QStringList &settings)
+QList<FileWarning> unreadWarnings(const QString &file, const QVector<UnreadSetting> &settings)
 {
     constexpr int told = 10;
     const QString code = QStringLiteral("setting-not-read");
     QList<FileWarning> warnings;
-    for (const QString &setting : settings.mid(0, told))
+    for (const UnreadSetting &setting : settings.mid(0, told))
         warnings.append({file,
                          {code, QStringLiteral("nothing reads the %1; correct its name or remove it")
-                                    .arg(printableText(setting))}});
+                                    .arg(printableText(setting.text))}});
     if (settings.size() > told)
         warnings.append({file, {code, QStringLiteral("there is more in it that nothing reads")}});
     return warnings;

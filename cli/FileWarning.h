@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "config/UnreadSettings.h"
 #include "package/PackageInspection.h"
 
 #include <QList>
@@ -17,8 +18,8 @@ struct FileWarning
 };
 
 /// For a document, or the one in a package, with settings that nobody reads; one warning for each of the
-/// first few, whose names are as unreadSettings gives them.
-QList<FileWarning> unreadWarnings(const QString &file, const QStringList &settings);
+/// first few.
+QList<FileWarning> unreadWarnings(const QString &file, const QVector<UnreadSetting> &settings);
 
 /// For a document whose ribbon element, called `name`, a profile cannot carry as it is.
 FileWarning ribbonWarning(const QString &document, const QString &name);

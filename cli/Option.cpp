@@ -43,6 +43,13 @@ Value Value::settings(const char *name)
              QStringLiteral("json")}};
 }
 
+Value Value::settingsOrProject(const char *name)
+{
+    Value value = settings(name);
+    value.words += QStringList{QStringLiteral("yaml"), QStringLiteral("yml")};
+    return value;
+}
+
 Value Value::identity()
 {
     return {QStringLiteral("IDENTITY"), Kind::Identity, {}};

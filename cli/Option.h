@@ -18,6 +18,7 @@ template <int size> constexpr QLatin1String latin1(const char (&text)[size])
 inline constexpr QLatin1String allowAnyCertificate = latin1("allow-any-certificate");
 inline constexpr QLatin1String config = latin1("config");
 inline constexpr QLatin1String force = latin1("force");
+inline constexpr QLatin1String format = latin1("format");
 inline constexpr QLatin1String forUse = latin1("for");
 inline constexpr QLatin1String from = latin1("from");
 inline constexpr QLatin1String help = latin1("help");
@@ -37,6 +38,7 @@ inline constexpr QLatin1String quiet = latin1("quiet");
 inline constexpr QLatin1String report = latin1("report");
 inline constexpr QLatin1String requireSigned = latin1("require-signed");
 inline constexpr QLatin1String requireTeam = latin1("require-team");
+inline constexpr QLatin1String sarif = latin1("sarif");
 inline constexpr QLatin1String set = latin1("set");
 inline constexpr QLatin1String sign = latin1("sign");
 inline constexpr QLatin1String strictKeys = latin1("strict-keys");
@@ -72,6 +74,7 @@ struct Value
     static Value settings(const char *name); ///< a file of any kind that holds settings
     static Value project(const char *name);
     static Value report(const char *name);
+    static Value settingsOrProject(const char *name);
     static Value identity();
     static Value certificates();
 };

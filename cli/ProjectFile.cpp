@@ -30,6 +30,13 @@ QString projectPath(const VerbLine &line)
 
 } // namespace
 
+bool isProjectFile(const QString &path)
+{
+    const QFileInfo file(path);
+    static const QStringList extensions{QStringLiteral("yaml"), QStringLiteral("yml")};
+    return usualNames().contains(file.fileName()) || extensions.contains(file.suffix().toLower());
+}
+
 Operand projectOperand()
 {
     return {

@@ -10,6 +10,7 @@
 #include "config/UnreadSettings.h"
 #include "core/PrintableText.h"
 #include "core/SafeFile.h"
+#include "profile/propertylist/PropertyListInput.h"
 #include "profile/ReadProfile.h"
 
 namespace {
@@ -30,7 +31,19 @@ Result<SettingsFile> loadDocument(const QString &path, const QString &subject)
     return file;
 }
 
-Result<SettingsFile> readPackagedDocument(const QString &package, const QString &document)
+/// Adds what a document, a profile or JSON holds besides its signature.
+Result<SettingsFile> withContents(SettingsFile file, const QString &path)
+{
+    const Result<QByteArray> bytes = SafeFile::readContents(path);
+    if (!bytes)
+        return bytes.problem();
+    file.contents = SignedMessage::isOne(*bytes)
+                        ? SignedMessage::decoded(path, PropertyListInput::maximumBytes).standardOutput
+                        : *bytes;
+    return file;
+}
+
+Result<SettingsFile> readPackagedDocument(const QString &package, const QString &document, Contents contents)
 {
     if (SafeFile::kindOf(document) != SafeFile::Kind::File)
         return Problem{package, QStringLiteral("holds no ProfStore.xml, so it was not customized; give a "
@@ -42,10 +55,10 @@ Result<SettingsFile> readPackagedDocument(const QString &package, const QString 
                                       "package again")
                            .arg(file.problem().text)};
     file->kind = QStringLiteral("package");
-    return file;
+    return contents == Contents::Kept ? withContents(*file, document) : file;
 }
 
-Result<SettingsFile> readPackage(const QString &path)
+Result<SettingsFile> readPackage(const QString &path, Contents contents)
 {
     const PrivateFolder folder;
     if (const Result<> usable = folder.check(); !usable)
@@ -57,7 +70,8 @@ Result<SettingsFile> readPackage(const QString &path)
         extractScripts(path, **product, folder.makeSubfolder(QStringLiteral("inspect")));
     if (!scripts)
         return unreadableScripts(path, scripts.problem().line());
-    Result<SettingsFile> file = readPackagedDocument(path, *scripts + QStringLiteral("/ProfStore.xml"));
+    Result<SettingsFile> file =
+        readPackagedDocument(path, *scripts + QStringLiteral("/ProfStore.xml"), contents);
     if (file)
         file->product = *product;
     return file;
@@ -117,6 +131,30 @@ Result<SettingsFile> parseProfile(const QString &path)
     return file;
 }
 
+/// An old-style profile may begin with anything.
+Result<SettingsFile> parseUnknown(const QString &path)
+{
+    Result<SettingsFile> document = parseDocument(path);
+    if (document)
+        return document;
+    Result<SettingsFile> profile = parseProfile(path);
+    return profile ? profile : document;
+}
+
+Result<SettingsFile> parse(const QString &path, FileKind kind, const Product *product)
+{
+    switch (kind) {
+    case FileKind::Profile:
+        return parseProfile(path);
+    case FileKind::Document:
+        return parseDocument(path);
+    case FileKind::Json:
+        return parseJson(path, product);
+    default:
+        return parseUnknown(path);
+    }
+}
+
 } // namespace
 
 Result<SettingsFile> readDocumentFile(const QString &path, const Product *product)
@@ -149,27 +187,16 @@ QString signersText(const QList<ProfileSigner> &signers)
     return texts.join(QStringLiteral(" and by "));
 }
 
-Result<SettingsFile> readSettings(const QString &path)
+Result<SettingsFile> readSettings(const QString &path, const Product *product, Contents contents)
 {
     const QString wanted = QStringLiteral("a configuration document, a profile or a customized package");
     if (const Result<> readable = checkReadable(path, wanted); !readable)
         return readable.problem();
-    switch (kindOfFile(path)) {
-    case FileKind::Package:
-        return readPackage(path);
-    case FileKind::Profile:
-        return parseProfile(path);
-    case FileKind::Document:
-        return parseDocument(path);
-    case FileKind::Json:
-        return parseJson(path, nullptr);
-    case FileKind::Unknown:
-        break;
-    }
-    // An old-style profile may begin with anything.
-    Result<SettingsFile> document = parseDocument(path);
-    if (document)
-        return document;
-    Result<SettingsFile> profile = parseProfile(path);
-    return profile ? profile : document;
+    const FileKind kind = kindOfFile(path);
+    if (kind == FileKind::Package)
+        return readPackage(path, contents);
+    Result<SettingsFile> file = parse(path, kind, product);
+    if (file && contents == Contents::Kept)
+        return withContents(*file, path);
+    return file;
 }

@@ -19,7 +19,11 @@ struct SettingsFile
     EditorXmlData settings;
     QList<FileWarning> warnings;  ///< of what a document holds beside its settings
     QList<ProfileSigner> signers; ///< of a profile; none when it is not signed, and for the other kinds
+    QByteArray contents{}; ///< when kept: the document, JSON or property list, out of package and signature
 };
+
+/// Whether to keep what the settings were read from.
+enum class Contents { Dropped, Kept };
 
 /// Reads a configuration document that is to be used for a product: one of the other product gets a warning.
 /// A document whose root element is neither product's is refused.
@@ -35,5 +39,7 @@ Result<SettingsFile> readProfileFile(const QString &path);
 /// Who signed a profile, for a message that begins "is signed by"; not empty. Names are printable in it.
 QString signersText(const QList<ProfileSigner> &signers);
 
-/// Reads a document, a profile or a customized package, whichever the file's contents say it is.
-Result<SettingsFile> readSettings(const QString &path);
+/// Reads a document, a profile or a customized package, whichever the file's contents say it is. JSON that
+/// names no product is for this one, which may be null.
+Result<SettingsFile> readSettings(const QString &path, const Product *product = nullptr,
+                                  Contents contents = Contents::Dropped);

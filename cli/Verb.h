@@ -76,3 +76,5 @@ Verb projectCheckVerb();
 Verb projectInitVerb();
 Verb projectListVerb();
 Verb projectSchemaVerb();
+Verb lintVerb();
+Verb schemaVerb();

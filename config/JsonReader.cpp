@@ -259,11 +259,6 @@ private:
 
 } // namespace
 
-QString Json::Place::text() const
-{
-    return QStringLiteral("line %1, column %2").arg(line).arg(column);
-}
-
 const Json::Value *Json::Value::member(const QString &wanted) const
 {
     const auto found =

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/Result.h"
+#include "core/TextPlace.h"
 
 #include <QByteArray>
 #include <QString>
@@ -17,15 +18,7 @@ constexpr qint64 maximumBytes = 32 * 1024 * 1024;
 constexpr int maximumDepth = 64;
 constexpr int maximumValues = 100 * 1000;
 
-/// Counted from 1 and in characters; 0 for no place.
-struct Place
-{
-    int line = 0;
-    int column = 0;
-
-    /// "line 3, column 5".
-    QString text() const;
-};
+using Place = TextPlace;
 
 enum class Type { Null, Boolean, Number, Text, List, Object };
 
@@ -43,8 +36,8 @@ struct Value
     const Value *member(const QString &wanted) const;
 };
 
-/// What the bytes say. The problem names no file and begins with the place; with `wrongAt` the place is there,
-/// where there is one.
+/// What the bytes say. The problem names no file and begins with the place; with `wrongAt` the place is
+/// there, where there is one.
 Result<Value> read(const QByteArray &bytes, Place *wrongAt = nullptr);
 
 } // namespace Json

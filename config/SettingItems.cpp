@@ -97,6 +97,11 @@ QLatin1String sectionName(Section section)
     return namesOfSections().at(indexOf(section));
 }
 
+QStringList sectionNames()
+{
+    return {namesOfSections().begin(), namesOfSections().end()};
+}
+
 QLatin1String elementName(Section section)
 {
     static const std::array<QLatin1String, sectionCount> names = {
@@ -106,7 +111,7 @@ QLatin1String elementName(Section section)
 }
 
 SectionElements::SectionElements(const QDomElement &root)
-    : m_elements(XmlTree::firstNamed(root, {namesOfSections().begin(), namesOfSections().end()}))
+    : m_elements(XmlTree::firstNamed(root, sectionNames()))
 {
 }
 

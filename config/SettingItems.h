@@ -4,6 +4,7 @@
 #include "config/Settings.h"
 
 #include <QDomElement>
+#include <QStringList>
 #include <QVector>
 
 // The table of settings as documents, profiles and the window walk over it.
@@ -22,8 +23,9 @@ const std::vector<SettingItem> &profileItems(Setting::Section section);
 /// The setting of a section that has only one.
 const Setting &settingIn(Setting::Section section);
 
-/// What documents and profiles call a section, and the elements that a section holds.
+/// What documents and profiles call a section, all sections, and the elements that a section holds.
 QLatin1String sectionName(Setting::Section section);
+QStringList sectionNames();
 QLatin1String elementName(Setting::Section section);
 
 /// The sections of one document: for each the first element of its name, or a null one. Found in one walk.

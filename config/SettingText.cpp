@@ -277,6 +277,32 @@ QList<Choice> SettingText::choicesOf(const Setting &setting, const Product &prod
     return choices;
 }
 
+QString SettingText::writtenText(const Setting &setting, Form form, EditorXmlData data)
+{
+    for (const Setting &other : settings()) {
+        if (other.settle)
+            other.settle(data, Product::editor());
+    }
+    if (form == Form::Document)
+        return setting.document.text(data).value_or(QString());
+    const auto value = setting.profile.value(data);
+    const int *number = std::get_if<int>(&value);
+    return number ? QString::number(*number) : std::get<QString>(value);
+}
+
+QList<Choice> SettingText::writtenChoicesOf(const Setting &setting, Form form)
+{
+    if (setting.entries != Entries::One)
+        return {};
+    QList<Choice> choices = choicesOf(setting, Product::editor());
+    for (Choice &choice : choices) {
+        EditorXmlData data;
+        static_cast<void>(take(setting, choice.value, Product::editor(), data));
+        choice.value = writtenText(setting, form, data);
+    }
+    return choices;
+}
+
 QString SettingText::valueOf(const Setting &setting, const EditorXmlData &data, const Product &product)
 {
     const QList<Choice> choices =

@@ -27,6 +27,16 @@ struct Choice
 /// The values that the setting takes, or for a list the entries; none where anything of the type is taken.
 QList<Choice> choicesOf(const Setting &setting, const Product &product);
 
+/// The kinds of files that say settings in their own way.
+enum class Form { Document, Profile };
+
+/// The same where only some values are taken, with each value as a document or a profile has it. The setting
+/// must be one that the form has.
+QList<Choice> writtenChoicesOf(const Setting &setting, Form form);
+
+/// What a document or a profile has of the record's value.
+QString writtenText(const Setting &setting, Form form, EditorXmlData data);
+
 /// The value, in words where there are some; the entries of a list with ";" between them.
 QString valueOf(const Setting &setting, const EditorXmlData &data, const Product &product);
 

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace {
 
@@ -55,7 +56,7 @@ class Walk
 public:
     explicit Walk(const QDomElement &root);
 
-    QStringList unread;
+    QVector<UnreadSetting> unread;
 
 private:
     /// Reads one of a section's contents; false when the child is not read.
@@ -77,10 +78,13 @@ private:
     bool readRibbon(const QDomElement &element);
     bool readQuickAccessBar(const QDomElement &element);
     void requireAttributes(const QDomElement &element, const QStringList &known);
+    void addElement(const QDomElement &element);
 
     std::array<Part, 5> m_parts;
     AttributesByKey m_preferences = attributesByKey(Section::Preferences);
     AttributesByKey m_installation = attributesByKey(Section::Installation);
+    const QHash<QString, QStringList> m_keys{{sectionName(Section::Preferences), m_preferences.keys()},
+                                             {sectionName(Section::Installation), m_installation.keys()}};
 };
 
 Walk::Walk(const QDomElement &root)
@@ -127,7 +131,7 @@ bool Walk::visitChildren(const QDomElement &element)
         if (visit(child))
             leadsToASection = true;
         else
-            unread.append(described(child));
+            addElement(child);
     }
     return leadsToASection;
 }
@@ -138,7 +142,7 @@ void Walk::readPart(const Part &part)
     for (QDomElement child = part.element.firstChildElement(); !child.isNull();
          child = child.nextSiblingElement()) {
         if (!partAt(child) && !(this->*part.readChild)(child))
-            unread.append(described(child));
+            addElement(child);
     }
 }
 
@@ -185,7 +189,7 @@ bool Walk::readQuickAccessBar(const QDomElement &element)
             requireAttributes(child,
                               {QStringLiteral("action"), QStringLiteral("page"), QStringLiteral("group")});
         else
-            unread.append(described(child));
+            addElement(child);
     }
     return true;
 }
@@ -199,15 +203,26 @@ void Walk::requireAttributes(const QDomElement &element, const QStringList &know
     for (int i = 0; i < attributes.count(); ++i) {
         const QString name = attributes.item(i).nodeName();
         if (!known.contains(name))
-            unknown.append(QStringLiteral("attribute \"%1\" of %2").arg(shortened(name), described(element)));
+            unknown.append(name);
     }
     unknown.sort();
-    unread += unknown;
+    for (const QString &name : std::as_const(unknown))
+        unread.append({QStringLiteral("attribute \"%1\" of %2").arg(shortened(name), described(element)),
+                       name, known, element});
+}
+
+void Walk::addElement(const QDomElement &element)
+{
+    const QString key = element.attribute(textAttribute);
+    const auto keys = m_keys.constFind(element.parentNode().toElement().tagName());
+    const bool isItem = !key.isEmpty() && keys != m_keys.constEnd();
+    unread.append({described(element), key.isEmpty() ? element.tagName() : key,
+                   isItem ? *keys : sectionNames(), element});
 }
 
 } // namespace
 
-QStringList unreadSettings(const QDomDocument &document)
+QVector<UnreadSetting> unreadSettings(const QDomDocument &document)
 {
     return Walk(document.documentElement()).unread;
 }

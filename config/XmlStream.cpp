@@ -77,7 +77,7 @@ private:
     std::array<Known, 256> m_known;
 };
 
-class Reading
+class Reading : private XmlStream::Locator
 {
 public:
     Reading(const QByteArray &xml, XmlStream::Handler &handler, const XmlStream::Limits &limits)
@@ -89,6 +89,7 @@ public:
         XML_SetUserData(m_parser.get(), this);
         observeProlog();
         observeContent();
+        m_handler.begin(*this);
     }
 
     /// Whether all of the document could be read.
@@ -289,10 +290,13 @@ private:
 
     Problem located(const QString &problem) const
     {
-        return {{},
-                QStringLiteral("line %1, column %2: %3")
-                    .arg(QString::number(XML_GetCurrentLineNumber(m_parser.get())),
-                         QString::number(XML_GetCurrentColumnNumber(m_parser.get()) + 1), problem)};
+        return {{}, QStringLiteral("%1: %2").arg(place().text(), problem)};
+    }
+
+    TextPlace place() const override
+    {
+        return {static_cast<int>(XML_GetCurrentLineNumber(m_parser.get())),
+                static_cast<int>(XML_GetCurrentColumnNumber(m_parser.get())) + 1};
     }
 
     const QByteArray &m_xml;

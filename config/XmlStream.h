@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/Result.h"
+#include "core/TextPlace.h"
 
 #include <QByteArray>
 #include <QString>
@@ -36,12 +37,23 @@ struct Attribute
     QString value; ///< normalised: literal line breaks and tabs are blanks
 };
 
+/// Says where in the document a handler's piece begins, while the handler takes it.
+class Locator
+{
+public:
+    virtual ~Locator() = default;
+    virtual TextPlace place() const = 0;
+};
+
 /// Takes a document piece by piece, in its order. Names are as written, with their prefix. A function that
 /// fails says what is wrong with its piece, which ends the reading.
 class Handler
 {
 public:
     virtual ~Handler() = default;
+
+    /// Comes before all pieces; the locator lives as long as the reading.
+    virtual void begin(const Locator & /*locator*/) {}
 
     /// The XML declaration, if there is one; the encoding is empty when it names none.
     virtual Result<> declaration(const QString & /*version*/, const QString & /*encoding*/,

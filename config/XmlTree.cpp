@@ -23,10 +23,29 @@ QString declarationText(const QString &version, const QString &encoding, bool st
     return text;
 }
 
+/// What Qt's nodes are handles of; equal nodes are handles of one.
+class NodeHandle : public QDomNode
+{
+public:
+    explicit NodeHandle(const QDomNode &node)
+        : QDomNode(node)
+    {
+    }
+
+    const void *node() const { return impl; }
+};
+
 class TreeBuilder : public XmlStream::Handler
 {
 public:
+    explicit TreeBuilder(XmlPlaces *places)
+        : m_places(places)
+    {
+    }
+
     QDomDocument document() const { return m_document; }
+
+    void begin(const XmlStream::Locator &locator) override { m_locator = &locator; }
 
     Result<> declaration(const QString &version, const QString &encoding, bool standalone) override
     {
@@ -39,6 +58,8 @@ public:
         for (const XmlStream::Attribute &attribute : attributes)
             element.setAttribute(attribute.name, attribute.value);
         m_parent = m_parent.appendChild(element);
+        if (m_places)
+            m_places->add(element, m_locator->place());
         return {};
     }
 
@@ -71,7 +92,17 @@ private:
 
     QDomDocument m_document{QString()}; // one without even an empty name is null and takes no children
     QDomNode m_parent = m_document;
+    XmlPlaces *m_places;
+    const XmlStream::Locator *m_locator = nullptr;
 };
+
+Result<QDomDocument> build(const QByteArray &xml, const XmlStream::Limits &limits, XmlPlaces *places)
+{
+    TreeBuilder builder(places);
+    if (const Result<> isRead = XmlStream::read(xml, builder, limits); !isRead)
+        return isRead.problem();
+    return builder.document();
+}
 
 void collectFirst(const QDomElement &parent, const QStringList &tagNames, QVector<QDomElement> &found)
 {
@@ -86,12 +117,24 @@ void collectFirst(const QDomElement &parent, const QStringList &tagNames, QVecto
 
 } // namespace
 
+void XmlPlaces::add(const QDomElement &element, const TextPlace &place)
+{
+    m_places.insert(NodeHandle(element).node(), place);
+}
+
+TextPlace XmlPlaces::of(const QDomElement &element) const
+{
+    return m_places.value(NodeHandle(element).node());
+}
+
 Result<QDomDocument> XmlTree::read(const QByteArray &xml, const XmlStream::Limits &limits)
 {
-    TreeBuilder builder;
-    if (const Result<> isRead = XmlStream::read(xml, builder, limits); !isRead)
-        return isRead.problem();
-    return builder.document();
+    return build(xml, limits, nullptr);
+}
+
+Result<QDomDocument> XmlTree::read(const QByteArray &xml, XmlPlaces &places, const XmlStream::Limits &limits)
+{
+    return build(xml, limits, &places);
 }
 
 QVector<QDomElement> XmlTree::firstNamed(const QDomElement &root, const QStringList &tagNames)

@@ -32,6 +32,9 @@ class Sink
 public:
     virtual ~Sink() = default;
 
+    /// Where the key or value that comes next begins; of lists in XML only.
+    virtual void at(const TextPlace & /*place*/) {}
+
     virtual void beginDictionary() = 0;
     virtual void beginArray() = 0;
     virtual void end() = 0;

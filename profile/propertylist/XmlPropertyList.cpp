@@ -156,6 +156,8 @@ public:
     {
     }
 
+    void begin(const XmlStream::Locator &locator) override { m_locator = &locator; }
+
     Result<> documentType(const QString & /*name*/) override { return {}; }
 
     Result<> startElement(const QString &name, const QVector<XmlStream::Attribute> & /*attributes*/) override
@@ -227,6 +229,7 @@ private:
         ++outer.values;
         m_levels.append({kind});
         m_text.clear();
+        m_sink.at(m_locator->place());
         if (kind == Kind::Dictionary)
             m_sink.beginDictionary();
         else if (kind == Kind::Array)
@@ -252,6 +255,7 @@ private:
     }
 
     PropertyList::Sink &m_sink;
+    const XmlStream::Locator *m_locator = nullptr;
     QVector<Level> m_levels{Level()};
     QString m_text; ///< of the value that has begun
     bool m_isKey = false;

@@ -56,6 +56,7 @@ private slots:
     void qtsReaderSeesTheSameTree();
     void aProblemSaysWhereItIs();
     void theFirstOfANameIsFoundAtAnyDepth();
+    void elementsHaveThePlacesOfTheirTags();
 };
 
 void tst_XmlTree::treesLookAsTheTextSays_data()
@@ -153,6 +154,19 @@ void tst_XmlTree::theFirstOfANameIsFoundAtAnyDepth()
     QVERIFY(found.at(1).isNull());
     QCOMPARE(found.at(2).attribute(QStringLiteral("n")), QStringLiteral("3"));
     QVERIFY(!found.at(3).isNull() && !found.at(3).hasAttribute(QStringLiteral("n")));
+}
+
+void tst_XmlTree::elementsHaveThePlacesOfTheirTags()
+{
+    XmlPlaces places;
+    const Result<QDomDocument> document = XmlTree::read("<a>\n  \xc3\xa9<b/>\n\n<c x='\n'/></a>", places);
+    QVERIFY(document);
+    const QDomElement root = document->documentElement();
+    const auto placeOf = [&](const QDomElement &element) { return places.of(element).text(); };
+    QCOMPARE(placeOf(root), QStringLiteral("line 1, column 1"));
+    QCOMPARE(placeOf(root.firstChildElement()), QStringLiteral("line 2, column 4"));
+    QCOMPARE(placeOf(root.lastChildElement()), QStringLiteral("line 4, column 1"));
+    QVERIFY(!places.of(QDomDocument().createElement(QStringLiteral("a"))).isKnown());
 }
 
 QTEST_GUILESS_MAIN(tst_XmlTree)
