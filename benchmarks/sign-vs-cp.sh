@@ -26,7 +26,7 @@ product_sign() {
     "$build/libexec/pct/productsign" --timestamp=none --sign "$signer" "$work/large.pkg" "$work/out.pkg" >/dev/null
 }
 pct_sign() { "$build/bin/pct" sign -q "$work/large.pkg" --output "$work/out.pkg" --identity "$signer"; }
-verify() { "$build/bin/pct" verify -q --json "$work/signed.pkg" >/dev/null || [ $? -eq 1 ]; }
+verify() { "$build/bin/pct" verify -q --json "$work/signed.pkg" &>/dev/null || [ $? -eq 1 ]; }
 
 declare -A times
 measure() {
