@@ -63,7 +63,7 @@ Verb pickVerb()
     return verb;
 }
 
-Verb lintVerb()
+Verb checkingVerb()
 {
     Verb verb{QLatin1String("lint"), QLatin1String("find what's wrong"), printLine};
     verb.description = text("Finds what is wrong.");
@@ -75,5 +75,5 @@ Verb lintVerb()
 
 VerbTable sampleVerbs()
 {
-    return {groupVerb(), newVerb(), getVerb(), pickVerb(), lintVerb()};
+    return {groupVerb(), newVerb(), getVerb(), pickVerb(), checkingVerb()};
 }
