@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/ApplicationLook.h"
 
+#include "app/ControlStyle.h"
+
 #include <QApplication>
 #include <QFontDatabase>
 #include <QLabel>
-#include <QPainter>
-#include <QProxyStyle>
-#include <QStyleOption>
 
 namespace {
 
@@ -14,74 +13,6 @@ const QColor ink(0x13, 0x13, 0x13);
 const QColor faintInk(0x5B, 0x5F, 0x66);
 const QColor accent(0x67, 0x5B, 0x93);
 constexpr int textHeight = 13; // pixels
-constexpr int buttonPadding = 8;
-// Fusion draws outlines darker than the window's colour, yet too faint to find an empty box on white.
-const QColor outlineSource(0xB0, 0xB0, 0xB0);
-
-bool isFoundByItsOutline(QStyle::PrimitiveElement element)
-{
-    return element == QStyle::PE_IndicatorCheckBox || element == QStyle::PE_IndicatorRadioButton ||
-           element == QStyle::PE_FrameLineEdit;
-}
-
-void drawFocusRing(const QStyleOption &option, QPainter &painter)
-{
-    // Whoever uses the mouse sees where it is.
-    if (!option.state.testFlag(QStyle::State_KeyboardFocusChange))
-        return;
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(option.palette.color(QPalette::Highlight), 2));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(QRectF(option.rect).adjusted(1, 1, -1, -1), 3, 3);
-    painter.restore();
-}
-
-class ApplicationStyle : public QProxyStyle
-{
-public:
-    int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
-                  QStyleHintReturn *data) const override
-    {
-        // As on macOS.
-        return hint == SH_DialogButtonBox_ButtonsHaveIcons
-                   ? 0
-                   : QProxyStyle::styleHint(hint, option, widget, data);
-    }
-
-    QSize sizeFromContents(ContentsType type, const QStyleOption *option, const QSize &contents,
-                           const QWidget *widget) const override
-    {
-        const QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
-        return type == CT_PushButton ? size + QSize(2 * buttonPadding, 0) : size;
-    }
-
-    void drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
-                     const QWidget *widget) const override
-    {
-        QProxyStyle::drawControl(element, option, painter, widget);
-        if (element == CE_PushButton && option->state.testFlag(State_HasFocus))
-            drawFocusRing(*option, *painter);
-    }
-
-    void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
-                       const QWidget *widget) const override
-    {
-        if (element == PE_FrameFocusRect)
-            return drawFocusRing(*option, *painter);
-        if (element == PE_Frame && option->state.testFlag(State_HasFocus)) {
-            QProxyStyle::drawPrimitive(element, option, painter, widget);
-            return drawFocusRing(*option, *painter);
-        }
-        if (!isFoundByItsOutline(element))
-            return QProxyStyle::drawPrimitive(element, option, painter, widget);
-        const QPalette original = option->palette;
-        auto *changeable = const_cast<QStyleOption *>(option);
-        changeable->palette.setColor(QPalette::Window, outlineSource);
-        QProxyStyle::drawPrimitive(element, option, painter, widget);
-        changeable->palette = original;
-    }
-};
 
 /// What a style sheet makes of the font's name without quotes: Qt takes "Text" for one of its own words.
 QString unquotedFontName()
@@ -147,8 +78,10 @@ QIcon applicationIcon()
 void useApplicationLook()
 {
     useSystemFontAsSubstitute();
-    QApplication::setStyle(new ApplicationStyle);
+    QApplication::setStyle(makeControlStyle());
     QApplication::setPalette(applicationPalette());
     QApplication::setFont(applicationFont());
     QApplication::setWindowIcon(applicationIcon());
+    // What a window manager shows for windows without a title.
+    QApplication::setApplicationDisplayName(QStringLiteral("Pelix Customization Tool"));
 }

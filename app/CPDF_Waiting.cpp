@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/CPDF_Waiting.h"
 
+#include "app/ReducedMotion.h"
+
+#include <QEvent>
 #include <QLabel>
 #include <QMovie>
 #include <QPainter>
@@ -9,6 +12,7 @@
 namespace {
 
 constexpr int sideLength = 64;
+const QColor veilColor(255, 255, 255, 150);
 
 /// Fits the frames into the label, so that the double-sized image stays sharp on a dense screen, where a
 /// plain label would show it at twice its size.
@@ -54,7 +58,10 @@ CPDF_Waiting::~CPDF_Waiting()
 
 void CPDF_Waiting::start()
 {
-    m_movie->start();
+    if (prefersReducedMotion())
+        m_movie->jumpToFrame(0);
+    else
+        m_movie->start();
     show();
     raise();
     setpos();
@@ -70,4 +77,31 @@ void CPDF_Waiting::stop()
 {
     m_movie->stop();
     hide();
+}
+
+PageVeil::PageVeil(const QLayout &covered, QWidget *parent)
+    : QWidget(parent)
+    , m_covered(covered)
+{
+    hide();
+}
+
+void PageVeil::follow()
+{
+    setGeometry(m_covered.geometry());
+}
+
+void PageVeil::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() != QEvent::EnabledChange)
+        return;
+    follow();
+    setVisible(!isEnabled());
+    raise();
+}
+
+void PageVeil::paintEvent(QPaintEvent *)
+{
+    QPainter(this).fillRect(rect(), veilColor);
 }

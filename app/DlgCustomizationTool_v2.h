@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "config/EditorXmlData.h"
 #include "config/PcwTypes.h"
 
 #include <QDialog>
@@ -11,18 +12,21 @@
 #include <map>
 #include <memory>
 
+class ChangedMarks;
 class CPDF_Waiting;
 class HelpSide;
 class ICutsomizationHandler;
+class MessagesView;
+class PageVeil;
 class QButtonGroup;
 class QMenu;
 class QSplitter;
 class QStackedLayout;
 class QThread;
 class QToolButton;
+class StatusArea;
 class tab_import_xml;
 struct BuildPlan;
-struct EditorXmlData;
 struct Product;
 
 namespace Ui {
@@ -115,6 +119,13 @@ public:
     /// empty.
     void ReloadEditorXmlData();
 
+    /// What the pages hold now, without the identity. The record stays as it is: looking never changes what a
+    /// save writes.
+    EditorXmlData settingsOnPages();
+
+    /// Whether the pages hold something else than what was loaded or saved last.
+    bool hasUnsavedSettings();
+
     // ---- Saving a package ----
 
     /// Asks where to, then builds in a worker behind the disabled window, tells how it went, and offers to
@@ -139,6 +150,8 @@ protected:
     void showEvent(QShowEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:
@@ -151,6 +164,23 @@ private:
     void showAbout();
     void openFile();
     void save();
+    bool mayClose();
+    void markSaved();
+    QStringList changedSettings(const EditorXmlData &onPages) const;
+    void tellSaved(const QString &path);
+    void addStatusArea();
+    void showMessages();
+    void countMessage();
+    void showOpenFile(const QString &path);
+    void createActions();
+    void turnPage(int by);
+    void findOnPage();
+    void returnFocus();
+    void closeIfAsked();
+    QWidget *pageForDrops() const;
+    void passToPage(QDropEvent &event);
+    void reachChosenPageByTab();
+    void showCounts();
 
     void addPage(QWidget *page);
     QWidget *addHosted(QWidget *page);
@@ -165,6 +195,7 @@ private:
     template <typename Value, typename Validator>
     Value lookUp(const QString &objectName, bool *found, const Validator &isAcceptable);
 
+    QString askDocumentName(const QString &proposed);
     QString askDocumentPath(const QString &outputPackage);
     void startBuild(const QString &outputPackage, const QString &documentPath);
     void runInWorker(const std::function<void()> &work, const std::function<void()> &showResult);
@@ -185,13 +216,22 @@ private:
     QButtonGroup *m_pageButtons = nullptr;
     QMenu *m_menu = nullptr;
     QPointer<CPDF_Waiting> m_waiting;
+    QPointer<PageVeil> m_veil;
     QPointer<QWidget> m_welcome;
     QPointer<tab_import_xml> m_import;
     std::unique_ptr<HelpSide> m_help;
+    QPointer<StatusArea> m_status;
+    QPointer<ChangedMarks> m_marks;
+    QPointer<QWidget> m_focusBeforeSave;
+    QPointer<MessagesView> m_messages;
+    EditorXmlData m_savedSettings;
     QPointer<QThread> m_worker;
     QString m_packagePath;
     const Product &m_product;
     bool m_tabsInitialised = false;
+    bool m_closesAfterBuild = false;
+    bool m_passesDrop = false;
+    int m_unseenMessages = 0;
     int m_currentPageId = 0;
     int m_nBuildStatus = 0;
 };

@@ -14,6 +14,8 @@
 
 #include <QDir>
 
+#include <utility>
+
 namespace {
 
 QString proposedOutput(const QString &inputPackage)
@@ -55,13 +57,23 @@ void DlgCustomizationTool_v2::On_SavePackage()
     startBuild(chosen.first(), dialog.isOptionChecked() ? askDocumentPath(chosen.first()) : QString());
 }
 
+QString DlgCustomizationTool_v2::askDocumentName(const QString &proposed)
+{
+    const QString chosen = QFileDialog::getSaveFileName(this, QString(), proposed, tr("xml files (*.xml)"));
+    if (chosen.isEmpty() || !QFileInfo(chosen).suffix().isEmpty())
+        return chosen;
+    const QString named = chosen + QStringLiteral(".xml");
+    // Nobody has been asked yet whether to replace that one.
+    return QFileInfo::exists(named) ? askDocumentName(named) : named;
+}
+
 QString DlgCustomizationTool_v2::askDocumentPath(const QString &outputPackage)
 {
     const QString path = QFileInfo(outputPackage).dir().filePath(QStringLiteral("ProfStore.xml"));
     qCDebug(logApp).noquote() << "[debug]==== qsXmlPath :" << path;
     if (!QFileInfo::exists(path))
         return path;
-    const QString chosen = QFileDialog::getSaveFileName(this, QString(), path, tr("xml files (*.xml)"));
+    const QString chosen = askDocumentName(path);
     if (!chosen.isEmpty())
         CProfileGenerator::SyncLastOpenDirectory(chosen);
     return chosen;
@@ -97,10 +109,20 @@ void DlgCustomizationTool_v2::runInWorker(const std::function<void()> &work,
             return;
         m_waiting->stop();
         setEnabled(true);
+        returnFocus();
         showResult();
+        closeIfAsked();
     };
     connect(worker, &QThread::finished, this, finished, Qt::QueuedConnection);
     worker->start(QThread::InheritPriority);
+}
+
+/// A result may have begun further work, such as signing.
+void DlgCustomizationTool_v2::closeIfAsked()
+{
+    if (isBuilding() || !std::exchange(m_closesAfterBuild, false))
+        return;
+    close();
 }
 
 BuildPlan DlgCustomizationTool_v2::planOf(const QString &inputPackage, const QString &outputPackage,
@@ -133,12 +155,14 @@ void DlgCustomizationTool_v2::Process(DlgCustomizationTool_v2 *window, QString i
 void DlgCustomizationTool_v2::showBuildResult(const QString &outputPackage, bool documentKept)
 {
     if (m_nBuildStatus != 0) {
+        m_closesAfterBuild = false;
         FlowMessages::warning(this, tr("Failed to create package. Please try again."));
         return;
     }
     const QString text = documentKept
                              ? tr("The output package and configure file have been created successfully.")
                              : tr("The output package has been created successfully.");
+    tellSaved(outputPackage);
     FlowMessages::information(this, text);
     offerPackageSigning(outputPackage);
 }

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/DlgCustomizationTool_v2.h"
 
+#include "app/ChangedMarks.h"
 #include "app/HelpSide.h"
+#include "app/OpenedFile.h"
+#include "app/PageButton.h"
 #include "app/RegisterPages.h"
 #include "config/CCommon.h"
 #include "config/EditorXmlData.h"
@@ -15,6 +18,7 @@
 #include "welcome/tab_welcome_profile.h"
 
 #include <QButtonGroup>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSplitter>
@@ -46,6 +50,8 @@ void DlgCustomizationTool_v2::InitWelcomeTab()
     m_welcome =
         CCommon::GetPCWConfigType() == PCW_CONFIG_PROFILE ? makeProfileWelcome() : makePackageWelcome();
     m_stack->setCurrentWidget(addHosted(m_welcome));
+    // Its contents end where those of the other pages do, which have the panel's edge beside them.
+    On_ReloadInformation();
     // What there is to do first, rather than the first button of the toolbar.
     m_welcome->findChild<QPushButton *>()->setFocus();
 }
@@ -84,8 +90,10 @@ void DlgCustomizationTool_v2::InitTabWidgets()
             continue;
         handler->ImportProperty(page, m_pEditorXmlData);
         addPage(page);
+        m_marks->watch(page);
     }
     m_tabsInitialised = true;
+    markSaved();
 }
 
 bool DlgCustomizationTool_v2::UpdateTabWidgets()
@@ -124,6 +132,55 @@ void DlgCustomizationTool_v2::uncheckPageButtons()
     m_pageButtons->setExclusive(true);
 }
 
+void DlgCustomizationTool_v2::showCounts()
+{
+    for (const auto &[id, handler] : m_handlers) {
+        if (QWidget *page = handler->GetWidget(false))
+            qobject_cast<PageButton *>(m_pageButtons->button(id))->setCount(m_marks->countOn(page));
+    }
+}
+
+void DlgCustomizationTool_v2::reachChosenPageByTab()
+{
+    const QAbstractButton *chosen = m_pageButtons->checkedButton();
+    for (QAbstractButton *button : m_pageButtons->buttons())
+        button->setFocusPolicy(!chosen || button == chosen ? Qt::TabFocus : Qt::NoFocus);
+}
+
+void DlgCustomizationTool_v2::turnPage(int by)
+{
+    QList<QAbstractButton *> buttons;
+    for (const auto &[id, handler] : m_handlers) {
+        if (id <= highestPageId && m_pageButtons->button(id)->isEnabled())
+            buttons += m_pageButtons->button(id);
+    }
+    if (buttons.isEmpty())
+        return;
+    const auto count = buttons.size();
+    const auto shown = buttons.indexOf(m_pageButtons->checkedButton());
+    const auto next = shown < 0 && by < 0 ? count - 1 : (shown + by + count) % count;
+    buttons.at(next)->click();
+}
+
+void DlgCustomizationTool_v2::findOnPage()
+{
+    for (QLineEdit *line : findChildren<QLineEdit *>(QStringLiteral("lineEdit_filter"))) {
+        if (!line->isVisible())
+            continue;
+        line->setFocus(Qt::ShortcutFocusReason);
+        line->selectAll();
+    }
+}
+
+QWidget *DlgCustomizationTool_v2::pageForDrops() const
+{
+    for (QWidget *page : {m_welcome.data(), static_cast<QWidget *>(m_import.data())}) {
+        if (page && m_stack->currentWidget()->isAncestorOf(page))
+            return page;
+    }
+    return nullptr;
+}
+
 void DlgCustomizationTool_v2::EnableButtons(bool enable)
 {
     m_ui->tb_save->setEnabled(enable);
@@ -150,6 +207,8 @@ bool DlgCustomizationTool_v2::on_fileloaded(const QString &path)
     if (!m_import)
         showImportPage();
     m_packagePath = path;
+    showOpenFile(path);
+    logWhatABuildWouldSay(path, m_product);
     return true;
 }
 
@@ -169,6 +228,7 @@ void DlgCustomizationTool_v2::importDocument(const QString &path)
     if (path.isEmpty() || isBuilding() || !CCommon::ParseXml(path, m_pEditorXmlData))
         return;
     UpdateTabWidgets();
+    markSaved();
     showFirstPage();
     On_ReloadInformation();
     EnableButtons(true);
@@ -194,12 +254,21 @@ void DlgCustomizationTool_v2::openPath(const QString &path)
 
 void DlgCustomizationTool_v2::save()
 {
+    m_focusBeforeSave = focusWidget();
     m_ui->tb_save->setEnabled(false);
     if (CCommon::GetPCWConfigType() == PCW_CONFIG_PROFILE)
         On_SaveProfile();
     else
         On_SavePackage();
     m_ui->tb_save->setEnabled(true);
+    returnFocus();
+}
+
+void DlgCustomizationTool_v2::returnFocus()
+{
+    // What is disabled gives its focus away: the button during the save, the window during a build.
+    if (!isBuilding() && m_focusBeforeSave)
+        m_focusBeforeSave->setFocus();
 }
 
 void DlgCustomizationTool_v2::showEvent(QShowEvent *event)

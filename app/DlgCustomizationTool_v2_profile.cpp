@@ -3,6 +3,7 @@
 
 #include "app/FlowMessages.h"
 #include "app/IdentifierQuestion.h"
+#include "app/OpenedFile.h"
 #include "config/CCommon.h"
 #include "config/EditorXmlData.h"
 #include "config/Product.h"
@@ -22,6 +23,8 @@ void DlgCustomizationTool_v2::On_SaveProfile()
         FlowMessages::warning(this, tr("Failed to create configure profile. Please try again."));
         return;
     }
+    tellSaved(path);
+    showOpenFile(path);
     offerSigning(path);
 }
 
@@ -86,7 +89,7 @@ void DlgCustomizationTool_v2::on_profileload(const QString &path)
     const Product &product = Product::of(CCommon::GetPCWAppType());
     if (!path.isEmpty()) {
         if (!CProfileGenerator::ImportProfile(path, m_pEditorXmlData, product.isEditor()))
-            return;
+            return logWhyProfileIsRefused(path, product);
     } else if (!CProfileGenerator::ImportProfile(m_pEditorXmlData, product.isEditor())) {
         FlowMessages::warning(this,
                               tr("No configuration profiles found, please try another option to continue."));
@@ -94,6 +97,8 @@ void DlgCustomizationTool_v2::on_profileload(const QString &path)
     }
     InitTabWidgets();
     UpdateTabWidgets();
+    markSaved();
+    showOpenFile(path);
     showFirstPage();
     On_ReloadInformation();
     EnableButtons(true);

@@ -15,6 +15,7 @@
 namespace {
 
 constexpr int panelWidth = 285;
+constexpr int leastPanelWidth = 240;
 
 /// What the scripts of help pages may ask for.
 std::unique_ptr<CWebViewHandler> makeHandler(QToolButton &button)
@@ -68,11 +69,24 @@ void HelpSide::showPanel(bool open, const QString &pageName)
     placePanel(splitter);
     m_panel->load(helpAddress(CCommon::GetAppDirPath(), pageName));
 
+    // The window gets no narrower than both, and only as long as both are there.
+    m_panel->setMinimumWidth(open ? leastPanelWidth : 0);
     const int width = splitter->width();
-    if (!open)
+    if (!open) {
+        const bool returns = panelHasFocus() && m_focusBeforePanel;
         splitter->setSizes({width, 0});
-    else if (splitter->sizes().last() == 0)
+        if (returns)
+            m_focusBeforePanel->setFocus();
+    } else if (splitter->sizes().last() == 0) {
+        m_focusBeforePanel = m_window.focusWidget();
         splitter->setSizes({width - panelWidth, panelWidth});
+    }
+}
+
+bool HelpSide::panelHasFocus() const
+{
+    const QWidget *focus = m_window.focusWidget();
+    return focus && m_panel->isAncestorOf(focus);
 }
 
 void HelpSide::showGuide()

@@ -38,6 +38,7 @@ public:
 
 private:
     void placePanel(QSplitter *splitter);
+    bool panelHasFocus() const;
     void releaseButton();
 
     QWidget &m_window;
@@ -47,5 +48,6 @@ private:
     QPointer<HelpPanel> m_panel;
     QPointer<tab_userguide> m_guide;
     QPointer<QWidget> m_pageBelowGuide;
+    QPointer<QWidget> m_focusBeforePanel;
     bool m_panelOpenBelowGuide = false;
 };

@@ -25,6 +25,10 @@ IdentifierQuestion::IdentifierQuestion(QWidget *parent)
                         "This may cause errors. Which identifier would you like to use?")));
     button(Yes)->setText(tr("Use Current"));
     button(No)->setText(tr("Keep System"));
+    button(Yes)->setToolTip(tr(
+        "Makes a new identifier and UUID: the profile is installed beside the other one, not in its place."));
+    button(No)->setToolTip(
+        tr("Takes identifier and UUID of the installed profile, so that this one replaces it."));
     setDefaultButton(Yes);
 }
 

@@ -1,6 +1,31 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/ToolBarLook.h"
 
+#include <QPainter>
+
+namespace {
+
+constexpr qreal disabledOpacity = 0.6;
+
+QPixmap faint(const QPixmap &picture)
+{
+    QPixmap faint(picture.size());
+    faint.setDevicePixelRatio(picture.devicePixelRatio());
+    faint.fill(Qt::transparent);
+    QPainter painter(&faint);
+    painter.setOpacity(disabledOpacity);
+    painter.drawPixmap(0, 0, picture);
+    return faint;
+}
+
+/// The name of the same picture at twice its size.
+QString sharper(const QString &image)
+{
+    return QString(image).insert(image.lastIndexOf(QLatin1Char('.')), QStringLiteral("@2x"));
+}
+
+} // namespace
+
 QString ToolBarLook::toolTipText(const QString &title, const QString &text)
 {
     return QStringLiteral("<html><body style=\"font-family:'SF Pro Text'; font-size:14px;\">"
@@ -36,4 +61,12 @@ QString ToolBarLook::pageButtonSheet()
                           "QToolButton:checked { background-color: #675B93; border-color: #C9B8FF; }"
                           "QToolButton:focus { border: 2px solid #FFFFFF; border-left-width: 4px; }"
                           "QToolButton:disabled { color: #B5AFC7; }");
+}
+
+QIcon ToolBarLook::pageButtonIcon(const QString &image)
+{
+    QIcon icon(image);
+    for (const QString &file : {image, sharper(image)})
+        icon.addPixmap(faint(QPixmap(file)), QIcon::Disabled);
+    return icon;
 }

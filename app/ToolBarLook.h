@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QIcon>
 #include <QString>
 
 /// The look of the main window's buttons, as texts for Qt.
@@ -17,5 +18,8 @@ QString checkableToolButtonSheet(const QString &image);
 
 /// Style sheet of a page button in the dark column.
 QString pageButtonSheet();
+
+/// The icon of a page button, as faint as the button's text while the button is disabled.
+QIcon pageButtonIcon(const QString &image);
 
 } // namespace ToolBarLook

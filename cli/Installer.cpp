@@ -154,22 +154,6 @@ Result<> checkBeforeOpening(const QString &package, const Product &product, cons
     return {};
 }
 
-Result<> checkContents(const QString &package, const ScriptsInspection &scripts, bool makesDefaultViewer)
-{
-    if (scripts.customizedBefore)
-        return Problem{package, QStringLiteral("was customized before (it holds a ProfStore.xml already); "
-                                               "give the vendor's original package")};
-    if (!scripts.obstacle.isEmpty())
-        return Problem{package, QStringLiteral("no build can work on it, because %1; give the vendor's "
-                                               "original package")
-                                    .arg(scripts.obstacle)};
-    if (makesDefaultViewer && scripts.holdsViewerTool)
-        return Problem{package,
-                       QStringLiteral("holds a \"duti\" in its scripts already, so it cannot be made "
-                                      "the default PDF viewer; give the vendor's original package")};
-    return {};
-}
-
 } // namespace
 
 Problem unreadableScripts(const QString &package, const QString &cause)

@@ -8,13 +8,21 @@
 
 namespace {
 
+/// For people, who see nothing of a document that is refused.
+void tellReason(const QString &path, const QString &reason)
+{
+    qCWarning(logConfig).noquote() << QStringLiteral("%1: was not imported: %2").arg(path, reason);
+}
+
 Result<QDomDocument> loadForImport(const QString &path)
 {
     XmlStream::Limits limits;
     limits.bytes = ConfigDocument::maximumImportBytes;
     Result<QDomDocument> document = ConfigDocument::load(path, limits);
-    if (!document)
+    if (!document) {
         qCDebug(logConfig) << "ParseXml: Failed to parse XML content." << document.problem().text;
+        tellReason(path, document.problem().text);
+    }
     return document;
 }
 
@@ -34,6 +42,7 @@ bool CCommon::ParseXml(const QString &path, EditorXmlData *pData)
     }
     if (!canBeOpened(path)) {
         qCDebug(logConfig) << "ParseXml: Failed to open file:" << path;
+        tellReason(path, QStringLiteral("it cannot be read"));
         return false;
     }
     const Result<QDomDocument> document = loadForImport(path);

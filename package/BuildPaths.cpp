@@ -17,19 +17,6 @@ Result<> checkInput(const QString &input)
     return Problem{input, QStringLiteral("is not a file; choose the vendor's installer package")};
 }
 
-/// The folder is there and holds nothing that is needed.
-Result<> checkDispensable(const QString &folder, const BuildFiles &files)
-{
-    if (SafeFile::kindOf(folder) != SafeFile::Kind::Folder)
-        return Problem{folder, QStringLiteral("is in the way of the work folder and no folder; move it")};
-    for (const QString &file : {files.input, files.output, files.document}) {
-        if (PathRules::liesIn(folder, file))
-            return Problem{
-                file, QStringLiteral("lies in the work folder %1, which is removed; move it").arg(folder)};
-    }
-    return {};
-}
-
 } // namespace
 
 QString temporaryDocumentPath()
@@ -57,11 +44,25 @@ Result<> checkFilesDiffer(const BuildFiles &files)
                                  {QStringLiteral("document"), files.document}});
 }
 
+Result<> checkWorkFolder(const QString &folder, const BuildFiles &files)
+{
+    if (SafeFile::kindOf(folder) == SafeFile::Kind::Missing)
+        return {};
+    if (SafeFile::kindOf(folder) != SafeFile::Kind::Folder)
+        return Problem{folder, QStringLiteral("is in the way of the work folder and no folder; move it")};
+    for (const QString &file : {files.input, files.output, files.document}) {
+        if (PathRules::liesIn(folder, file))
+            return Problem{
+                file, QStringLiteral("lies in the work folder %1, which is removed; move it").arg(folder)};
+    }
+    return {};
+}
+
 Result<> removeWorkFolder(const QString &folder, const BuildFiles &files)
 {
     if (SafeFile::kindOf(folder) == SafeFile::Kind::Missing)
         return {};
-    if (Result<> dispensable = checkDispensable(folder, files); !dispensable)
+    if (Result<> dispensable = checkWorkFolder(folder, files); !dispensable)
         return dispensable;
     const CommandResult result = Command::runLine(QStringLiteral("rm -rf \"%1\"").arg(folder), {folder});
     if (!result.succeeded())

@@ -27,6 +27,9 @@ Result<> checkFiles(const BuildFiles &files);
 /// That no two of the files are one.
 Result<> checkFilesDiffer(const BuildFiles &files);
 
+/// That removeWorkFolder would not refuse.
+Result<> checkWorkFolder(const QString &folder, const BuildFiles &files);
+
 /// Removes a real folder and all in it; a success as well when there is nothing. Refuses when the path is
 /// anything else, or one of the files lies in the folder.
 Result<> removeWorkFolder(const QString &folder, const BuildFiles &files);

@@ -46,6 +46,10 @@ struct PackageInspection
 /// follows links. Each script is read once, so that all that is said of it is said of the same text.
 ScriptsInspection inspectScripts(const QString &scripts);
 
+/// Whether a build can work on a package with these scripts, one that makes the product the default viewer or
+/// not.
+Result<> checkContents(const QString &package, const ScriptsInspection &scripts, bool makesDefaultViewer);
+
 /// What will not work as asked for; empty when all will. The codes, in this order: "version-unusable",
 /// "document-switch-missing", "viewer-switch-missing", "preference-list-missing", "preinstall-unpatched" and
 /// "postinstall-unpatched", or "preinstall-patched-before" and "postinstall-patched-before" in their place;

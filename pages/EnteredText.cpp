@@ -3,7 +3,9 @@
 
 #include "config/XmlText.h"
 
+#include <QDropEvent>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QTextCursor>
 #include <QTextDocument>
 #include <QTextEdit>
@@ -25,6 +27,22 @@ public:
         position = static_cast<int>(xmlText(input.left(position)).size());
         input = xmlText(input);
         return Acceptable;
+    }
+};
+
+/// Refuses files that are dropped, which would leave their paths in the text; what refuses them is seen.
+class FileRefusal : public QObject
+{
+public:
+    using QObject::QObject;
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        const bool isDrop = event->type() == QEvent::DragEnter || event->type() == QEvent::Drop;
+        if (!isDrop || !static_cast<QDropEvent *>(event)->mimeData()->hasUrls())
+            return QObject::eventFilter(watched, event);
+        event->ignore();
+        return true;
     }
 };
 
@@ -67,10 +85,12 @@ void purge(QTextDocument *document, const Change &change)
 void takeXmlTextOnly(QLineEdit *field)
 {
     field->setValidator(new XmlTextValidator(field));
+    field->installEventFilter(new FileRefusal(field));
 }
 
 void takeXmlTextOnly(QTextEdit *field)
 {
+    field->viewport()->installEventFilter(new FileRefusal(field));
     const auto change = std::make_shared<Change>();
     QObject::connect(field->document(), &QTextDocument::contentsChange, field,
                      [change](int position, int, int added) {

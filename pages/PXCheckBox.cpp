@@ -59,6 +59,7 @@ PXCheckBox::PXCheckBox(QWidget *parent)
     setFocusPolicy(Qt::StrongFocus);
     setFocusProxy(m_toolButton);
     m_toolButton->installEventFilter(this);
+    connect(m_toolButton, &QToolButton::toggled, this, &PXCheckBox::toggled);
 }
 
 PXCheckBox::PXCheckBox(const QString &text, QWidget *parent)

@@ -23,6 +23,10 @@ public:
     void setCheckState(Qt::CheckState state);
     Qt::CheckState checkState() const;
 
+signals:
+    void toggled(bool checked);
+
+public:
     /// The tick shows the focus through the box around it.
     bool eventFilter(QObject *watched, QEvent *event) override;
 

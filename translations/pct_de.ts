@@ -109,6 +109,13 @@
     </message>
 </context>
 <context>
+    <name>ChangedMarks</name>
+    <message>
+        <source>Reset to Default</source>
+        <translation>Auf Standardwert zurücksetzen</translation>
+    </message>
+</context>
+<context>
     <name>DlgAbout</name>
     <message>
         <source>Pelix Customization Tool</source>
@@ -245,6 +252,71 @@
         <source>No configuration profiles found, please try another option to continue.</source>
         <translation>Kein Konfigurationsprofil gefunden. Bitte mit einer anderen Option fortfahren.</translation>
     </message>
+    <message>
+        <source>%1: configuration profile</source>
+        <translation>%1: Konfigurationsprofil</translation>
+    </message>
+    <message>
+        <source>%1: installer package</source>
+        <translation>%1: Installationspaket</translation>
+    </message>
+    <message>
+        <source>There are settings that are not saved.</source>
+        <translation>Es gibt Einstellungen, die nicht gesichert sind.</translation>
+    </message>
+    <message>
+        <source>Don&apos;t Save</source>
+        <translation>Nicht sichern</translation>
+    </message>
+    <message>
+        <source>Saved: %1 (%2)</source>
+        <translation>Gesichert: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>All settings have their defaults.</source>
+        <translation>Alle Einstellungen haben ihre Standardwerte.</translation>
+    </message>
+    <message>
+        <source>Settings that differ from the defaults: %1</source>
+        <translation>Einstellungen, die von den Standardwerten abweichen: %1</translation>
+    </message>
+</context>
+<context>
+    <name>FileTypeTable</name>
+    <message>
+        <source>Ask; may always be allowed</source>
+        <translation>Nachfragen; dauerhaft erlaubbar</translation>
+    </message>
+    <message>
+        <source>Ask; may always be allowed or refused</source>
+        <translation>Nachfragen; dauerhaft erlaubbar oder ablehnbar</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
+    </message>
+    <message>
+        <source>Do not open</source>
+        <translation>Nicht öffnen</translation>
+    </message>
+    <message>
+        <source>File Type</source>
+        <translation>Dateityp</translation>
+    </message>
+    <message>
+        <source>When It Is Opened</source>
+        <translation>Beim Öffnen</translation>
+    </message>
+</context>
+<context>
+    <name>HiddenItemDelegate</name>
+    <message numerus="yes">
+        <source>(%n hidden)</source>
+        <translation>
+            <numerusform>(%n ausgeblendet)</numerusform>
+            <numerusform>(%n ausgeblendet)</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>IdentifierQuestion</name>
@@ -258,7 +330,59 @@
     </message>
     <message>
         <source>Keep System</source>
-        <translation>Systemkennung behalten</translation>
+        <translation>Installierte behalten</translation>
+    </message>
+    <message>
+        <source>Makes a new identifier and UUID: the profile is installed beside the other one, not in its place.</source>
+        <translation>Erzeugt Kennung und UUID neu: Das Profil wird neben dem anderen installiert, nicht an dessen Stelle.</translation>
+    </message>
+    <message>
+        <source>Takes identifier and UUID of the installed profile, so that this one replaces it.</source>
+        <translation>Übernimmt Kennung und UUID des installierten Profils, das damit ersetzt wird.</translation>
+    </message>
+</context>
+<context>
+    <name>MessagesView</name>
+    <message>
+        <source>Messages</source>
+        <translation>Meldungen</translation>
+    </message>
+    <message>
+        <source>Nothing has been said yet.</source>
+        <translation>Noch keine Meldungen.</translation>
+    </message>
+    <message>
+        <source>Copy All</source>
+        <translation>Alles kopieren</translation>
+    </message>
+    <message>
+        <source>Show in File Manager</source>
+        <translation>In der Dateiverwaltung zeigen</translation>
+    </message>
+    <message>
+        <source>Show in Finder</source>
+        <translation>Im Finder zeigen</translation>
+    </message>
+</context>
+<context>
+    <name>PageButton</name>
+    <message numerus="yes">
+        <source>%n setting(s) differ from the defaults</source>
+        <translation>
+            <numerusform>%n Einstellung weicht vom Standardwert ab</numerusform>
+            <numerusform>%n Einstellungen weichen von den Standardwerten ab</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>RibbonTree</name>
+    <message>
+        <source>hidden</source>
+        <translation>ausgeblendet</translation>
+    </message>
+    <message>
+        <source>hidden in part</source>
+        <translation>teilweise ausgeblendet</translation>
     </message>
 </context>
 <context>
@@ -270,6 +394,13 @@
     <message>
         <source>Filter</source>
         <translation>Filtern</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n item(s) that the filter leaves out changed as well.</source>
+        <translation>
+            <numerusform>%n Eintrag, den der Filter auslässt, hat sich mit geändert.</numerusform>
+            <numerusform>%n Einträge, die der Filter auslässt, haben sich mit geändert.</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -284,10 +415,111 @@
     </message>
 </context>
 <context>
+    <name>StatusArea</name>
+    <message numerus="yes">
+        <source>Messages (%n new)</source>
+        <translation>
+            <numerusform>Meldungen (%n neu)</numerusform>
+            <numerusform>Meldungen (%n neu)</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Messages</source>
+        <translation>Meldungen</translation>
+    </message>
+</context>
+<context>
     <name>WebViewInQt</name>
     <message>
         <source>The help page is not available.</source>
         <translation>Die Hilfeseite ist nicht verfügbar.</translation>
+    </message>
+</context>
+<context>
+    <name>WindowActions</name>
+    <message>
+        <source>Open…</source>
+        <translation>Öffnen …</translation>
+    </message>
+    <message>
+        <source>Save…</source>
+        <translation>Sichern …</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Find</source>
+        <translation>Suchen</translation>
+    </message>
+    <message>
+        <source>Next Page</source>
+        <translation>Nächste Seite</translation>
+    </message>
+    <message>
+        <source>Previous Page</source>
+        <translation>Vorherige Seite</translation>
+    </message>
+    <message>
+        <source>Help for This Page</source>
+        <translation>Hilfe zu dieser Seite</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>Ablage</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Bearbeiten</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>Widerrufen</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>Wiederholen</translation>
+    </message>
+    <message>
+        <source>Cut</source>
+        <translation>Ausschneiden</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Kopieren</translation>
+    </message>
+    <message>
+        <source>Paste</source>
+        <translation>Einsetzen</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>Alles auswählen</translation>
+    </message>
+    <message>
+        <source>Window</source>
+        <translation>Fenster</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>Im Dock ablegen</translation>
+    </message>
+    <message>
+        <source>Messages</source>
+        <translation>Meldungen</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>Hilfe</translation>
+    </message>
+    <message>
+        <source>User Guide</source>
+        <translation>Benutzerhandbuch</translation>
+    </message>
+    <message>
+        <source>About PCT</source>
+        <translation>Über PCT</translation>
     </message>
 </context>
 <context>
@@ -411,6 +643,33 @@
         <source>Mark the plugin to disable:</source>
         <translation>Zu deaktivierende Plug-ins markieren:</translation>
     </message>
+    <message>
+        <source>Filter</source>
+        <translation>Filter</translation>
+    </message>
+    <message>
+        <source>Mark All</source>
+        <translation>Alle markieren</translation>
+    </message>
+    <message>
+        <source>Mark None</source>
+        <translation>Keine markieren</translation>
+    </message>
+    <message>
+        <source>Invert Marks</source>
+        <translation>Markierungen umkehren</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 of %n are not loaded</source>
+        <translation>
+            <numerusform>%1 von %n nicht geladen</numerusform>
+            <numerusform>%1 von %n nicht geladen</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>not loaded</source>
+        <translation>nicht geladen</translation>
+    </message>
 </context>
 <context>
     <name>tab_prefer_AIP</name>
@@ -424,11 +683,11 @@
     </message>
     <message>
         <source>Enable Default Sensitivity Label and Mandatory Sensitivity Labeling:</source>
-        <translation>Standardbezeichnung und verbindliche Vertraulichkeitsbezeichnung aktivieren:</translation>
+        <translation>Standard- und verbindliche Vertraulichkeitsbezeichnung aktivieren:</translation>
     </message>
     <message>
         <source>Enable Default Sensitivity Label and Mandatory Sensitivity Labeling</source>
-        <translation>Standardbezeichnung und verbindliche Vertraulichkeitsbezeichnung aktivieren</translation>
+        <translation>Standard- und verbindliche Vertraulichkeitsbezeichnung aktivieren</translation>
     </message>
     <message>
         <source>Default</source>
@@ -461,6 +720,10 @@
     <message>
         <source>Use the external browser for single sign-on</source>
         <translation>Externen Browser für Single Sign-On verwenden</translation>
+    </message>
+    <message>
+        <source>Default does not set the policy. A profile that was saved so shows Disabled when it is opened again.</source>
+        <translation>„Standard“ setzt die Richtlinie nicht. Ein so gesichertes Profil zeigt beim erneuten Öffnen „Deaktiviert“.</translation>
     </message>
 </context>
 <context>
@@ -537,6 +800,26 @@ The entered domain name does not match.</source>
         <translation>
 Der eingegebene Domänenname ist ungültig.</translation>
     </message>
+    <message>
+        <source>Turns the whitelist off: signing in is not limited to the listed domains. The list is written all the same.</source>
+        <translation>Schaltet die Zulassungsliste aus: Die Anmeldung ist nicht auf die aufgeführten Domänen beschränkt. Die Liste wird trotzdem geschrieben.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; does not begin with &quot;@&quot;.</source>
+        <translation>„%1“ beginnt nicht mit „@“.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; has no dot, as in &quot;@example.com&quot;.</source>
+        <translation>„%1“ hat keinen Punkt wie „@example.com“.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no domain: between dots stand letters, digits and inner hyphens, and letters at the end.</source>
+        <translation>„%1“ ist keine Domäne: Zwischen Punkten stehen Buchstaben, Ziffern und innere Bindestriche, am Ende Buchstaben.</translation>
+    </message>
+    <message>
+        <source>Only accounts of the listed domains may sign in.</source>
+        <translation>Nur Konten der aufgeführten Domänen dürfen sich anmelden.</translation>
+    </message>
 </context>
 <context>
     <name>tab_prefer_myapps</name>
@@ -610,6 +893,26 @@ Der eingegebene Domänenname ist ungültig.</translation>
     <message>
         <source>Example: version:1|.ade:3|.adp:3|.app:3|.arc:3|</source>
         <translation>Beispiel: version:1|.ade:3|.adp:3|.app:3|.arc:3|</translation>
+    </message>
+    <message>
+        <source>File types</source>
+        <translation>Dateitypen</translation>
+    </message>
+    <message>
+        <source>Add File Type</source>
+        <translation>Dateityp hinzufügen</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
+    </message>
+    <message>
+        <source>Imported; a save drops it</source>
+        <translation>Importiert; entfällt beim Sichern</translation>
+    </message>
+    <message>
+        <source>Not set</source>
+        <translation>Nicht gesetzt</translation>
     </message>
 </context>
 <context>
@@ -705,7 +1008,7 @@ Der eingegebene Domänenname ist ungültig.</translation>
     </message>
     <message>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p style=&quot;margin-top:0px; margin-bottom:0px; line-height:20px;&quot;&gt;&lt;span style=&quot;font-family:&apos;SF Pro Text&apos;; font-size:14px; color:#131313;&quot;&gt;Configuration profiles are files that standardize settings for the macOS system. On your Mac, you can use the Device Management settings to install, view, or remove configuration profiles.&lt;/span&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p style=&quot;margin-top:0px; margin-bottom:0px; line-height:20px;&quot;&gt;&lt;span style=&quot;font-family:&apos;SF Pro Text&apos;; font-size:14px; color:#131313;&quot;&gt;Konfigurationsprofile sind Dateien, die Einstellungen für macOS vereinheitlichen. Installieren, Anzeigen und Entfernen erfolgt auf dem Mac in den Einstellungen unter „Geräteverwaltung“.&lt;/span&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p style=&quot;margin-top:0px; margin-bottom:0px; line-height:20px;&quot;&gt;&lt;span style=&quot;font-family:&apos;SF Pro Text&apos;; font-size:14px; color:#131313;&quot;&gt;Konfigurationsprofile sind Dateien, die Einstellungen für macOS vereinheitlichen. Installieren, Anzeigen und Entfernen erfolgt auf dem Mac in den Systemeinstellungen unter „Geräteverwaltung“.&lt;/span&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p style=&quot;margin-top:0px; margin-bottom:4px;&quot;&gt;&lt;span style=&quot;font-family:&apos;SF Pro Text&apos;; font-size:14px; color:#131313;&quot;&gt;Initialize New Setup&lt;/span&gt;&lt;/p&gt;&lt;p style=&quot;margin-top:0px; margin-bottom:0px;&quot;&gt;&lt;span style=&quot;font-family:&apos;SF Pro Text&apos;; font-size:14px; color:#515151;&quot;&gt;Start from the scratch using left panel.&lt;/span&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>

@@ -3,6 +3,8 @@
 
 #include "ui_tab_welcome_profile.h"
 
+#include <QScrollBar>
+
 tab_welcome_profile::tab_welcome_profile(EditorXmlData * /*data*/, QWidget *parent)
     : FileDropPage(QStringLiteral("mobileconfig"), parent)
     , m_ui(std::make_unique<Ui::tab_welcome_profile>())
@@ -14,6 +16,15 @@ tab_welcome_profile::tab_welcome_profile(EditorXmlData * /*data*/, QWidget *pare
 }
 
 tab_welcome_profile::~tab_welcome_profile() = default;
+
+void tab_welcome_profile::showEvent(QShowEvent *event)
+{
+    FileDropPage::showEvent(event);
+    // Only up and down is scrolled.
+    const QScrollBar *bar = m_ui->scrollArea->verticalScrollBar();
+    m_ui->scrollArea->setMinimumWidth(m_ui->scrollArea->widget()->minimumSizeHint().width() +
+                                      bar->sizeHint().width());
+}
 
 void tab_welcome_profile::takeFile(const QString &path)
 {

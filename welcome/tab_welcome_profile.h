@@ -29,6 +29,7 @@ signals:
     void sig_systemprofileloaded();
 
 protected:
+    void showEvent(QShowEvent *event) override;
     void takeFile(const QString &path) override;
 
 private:

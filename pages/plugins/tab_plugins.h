@@ -7,6 +7,7 @@
 #include <QCoreApplication>
 #include <QList>
 
+#include <functional>
 #include <memory>
 
 namespace Ui {
@@ -34,12 +35,17 @@ public:
     /// Marks the plug-ins with these library names; the others stay as they are.
     void markPlugins(const QStringList &paths);
 
-    /// Keeps the rows as wide as the list.
+    /// Keeps the rows as wide as the list, and lets Escape empty the filter.
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void fitRows();
+    void fitHeight();
     void appendRow(const _EditorXmlPuginData_ &plugin);
+    void addMarkAction(const QString &text, const QKeySequence &keys,
+                       const std::function<bool(bool isMarked)> &change);
+    void narrow(const QString &text);
+    void showCount();
     PXCheckBox *checkBoxOf(QListWidgetItem *row) const;
 
     const std::unique_ptr<Ui::tab_plugins> m_ui;

@@ -16,12 +16,15 @@
 #include <QStringListModel>
 #include <QStyledItemDelegate>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int maxSubPages = 8;
 constexpr int listStretch = 2;
 constexpr int subPageStretch = 10;
 constexpr int rowPadding = 6;
+constexpr int listHeight = 260; // beside a sub-page
 
 /// Rows with room above and below their titles. A style sheet's padding would not count when the lines of
 /// a long title are broken.
@@ -32,7 +35,9 @@ public:
 
     QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override
     {
-        return QStyledItemDelegate::sizeHint(option, index) + QSize(0, 2 * rowPadding);
+        QStyleOptionViewItem narrower = option;
+        narrower.rect.adjust(rowPadding, 0, -rowPadding, 0);
+        return QStyledItemDelegate::sizeHint(narrower, index) + QSize(0, 2 * rowPadding);
     }
 };
 
@@ -63,6 +68,9 @@ tab_preference::tab_preference(bool editor, QWidget *parent)
     connect(m_ui->listView, &QListView::clicked, m_ui->listView, &QListView::setCurrentIndex);
     connect(m_ui->listView->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &tab_preference::showSelected);
+    m_ui->scrollArea->setLeastWidth([this] { return leastWidth(true); });
+    for (QWidget *room : {m_ui->scrollArea->viewport(), m_ui->listView->viewport()})
+        room->installEventFilter(this);
 }
 
 tab_preference::~tab_preference() = default;
@@ -131,6 +139,46 @@ bool tab_preference::event(QEvent *event)
     if (event->type() == QEvent::ParentChange || event->type() == QEvent::Show)
         followInMainWindow();
     return CTabWidget::event(event);
+}
+
+bool tab_preference::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Resize)
+        fold();
+    return CTabWidget::eventFilter(watched, event);
+}
+
+int tab_preference::leastWidth(bool folded) const
+{
+    const QHBoxLayout *row = m_ui->horizontalLayout;
+    const QMargins around = row->contentsMargins() + m_ui->verticalLayout_contents->contentsMargins();
+    const int list = m_ui->listView->minimumWidth();
+    const int subPage = m_stack->minimumSize().width();
+    const int both = folded ? std::max(list, subPage) : list + row->spacing() + subPage;
+    return around.left() + both + around.right();
+}
+
+int tab_preference::heightOfRows() const
+{
+    const QListView *list = m_ui->listView;
+    QStyleOptionViewItem option;
+    option.initFrom(list);
+    option.widget = list;
+    option.font = list->font();
+    option.features = QStyleOptionViewItem::WrapText;
+    option.rect = list->viewport()->rect();
+    int height = list->height() - list->viewport()->height();
+    for (int row = 0; row < m_titles->rowCount(); ++row)
+        height += list->itemDelegate()->sizeHint(option, m_titles->index(row)).height();
+    return height;
+}
+
+void tab_preference::fold()
+{
+    const bool isFolded = m_ui->scrollArea->viewport()->width() < leastWidth(false);
+    m_ui->horizontalLayout->setDirection(isFolded ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+    m_ui->listView->setMinimumHeight(isFolded ? heightOfRows() : listHeight);
+    m_ui->listView->setMaximumHeight(isFolded ? heightOfRows() : QWIDGETSIZE_MAX);
 }
 
 void tab_preference::followInMainWindow()

@@ -42,6 +42,9 @@ public:
     /// Connects the page to the main window as soon as it lies in one.
     bool event(QEvent *event) override;
 
+    /// Follows the room that there is: where it is too narrow for both, the list stands above the sub-page.
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 signals:
     /// Another sub-page is shown, so the help that goes with the page is another one, too. Connected to
     /// the slot `On_ReloadInformation()` of the main window.
@@ -52,6 +55,9 @@ private:
     void showSelected(const QItemSelection &selected);
     void showRow(int row);
     void followInMainWindow();
+    int leastWidth(bool folded) const;
+    int heightOfRows() const;
+    void fold();
 
     const std::unique_ptr<Ui::tab_preference> m_ui;
     SubPages<IPreferenceHandler> m_subPages;

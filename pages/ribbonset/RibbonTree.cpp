@@ -1,9 +1,30 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "pages/ribbonset/RibbonTree.h"
 
+#include <QCoreApplication>
 #include <QDomElement>
 
 namespace {
+
+QString spokenState(Qt::CheckState state)
+{
+    if (state == Qt::Unchecked)
+        return {};
+    return state == Qt::Checked ? QCoreApplication::translate("RibbonTree", "hidden")
+                                : QCoreApplication::translate("RibbonTree", "hidden in part");
+}
+
+/// Says how much of it is hidden to who hears the tree: a screen reader is told of ticked rows and of others
+/// only.
+class Item : public QTreeWidgetItem
+{
+public:
+    QVariant data(int column, int role) const override
+    {
+        return role == Qt::AccessibleDescriptionRole ? spokenState(checkState(column))
+                                                     : QTreeWidgetItem::data(column, role);
+    }
+};
 
 Qt::CheckState stateOfChildren(const QTreeWidgetItem *parent)
 {
@@ -23,7 +44,7 @@ Qt::CheckState stateOfChildren(const QTreeWidgetItem *parent)
 
 QTreeWidgetItem *RibbonTree::newItem(const QDomElement &element)
 {
-    auto *item = new QTreeWidgetItem;
+    auto *item = new Item;
     item->setText(0, element.attribute(QStringLiteral("Title")));
     item->setData(0, nameRole, element.attribute(QStringLiteral("Name")));
     item->setCheckState(0, Qt::Unchecked);

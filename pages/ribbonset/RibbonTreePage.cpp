@@ -3,6 +3,8 @@
 
 #include "config/EditorXmlData.h"
 #include "config/RibbonDefinition.h"
+#include "pages/ribbonset/HiddenItemDelegate.h"
+#include "pages/ribbonset/RibbonTree.h"
 #include "pages/ribbonset/TreeFilter.h"
 #include "ui_RibbonTreePage.h"
 
@@ -37,7 +39,9 @@ RibbonTreePage::RibbonTreePage(const QString &title, const QString &hint, QWidge
     m_ui->label->setText(hint);
     m_ui->treeWidget->setAccessibleName(title);
     m_ui->treeWidget->setAccessibleDescription(hint);
+    m_ui->treeWidget->setItemDelegate(new HiddenItemDelegate(m_ui->treeWidget));
     new TreeFilter(m_ui->lineEdit_filter, m_ui->treeWidget);
+    connect(m_ui->lineEdit_filter, &QLineEdit::textChanged, m_ui->label_unseen, &QLabel::hide);
     connect(m_ui->treeWidget, &QTreeWidget::itemChanged, this, &RibbonTreePage::onItemChanged);
 }
 
@@ -75,4 +79,16 @@ void RibbonTreePage::onItemChanged(QTreeWidgetItem *item, int column)
         return;
     const Change change(*this);
     spreadState(item);
+    tellOfUnseen(item);
+}
+
+/// A tick reaches below what the filter shows.
+void RibbonTreePage::tellOfUnseen(QTreeWidgetItem *item)
+{
+    int unseen = 0;
+    RibbonTree::visitBelow(item,
+                           [&unseen](const QTreeWidgetItem *below) { unseen += below->isHidden() ? 1 : 0; });
+    m_ui->label_unseen->setVisible(unseen > 0);
+    m_ui->label_unseen->setText(
+        tr("%n item(s) that the filter leaves out changed as well.", nullptr, unseen));
 }

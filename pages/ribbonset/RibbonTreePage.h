@@ -52,6 +52,7 @@ private:
     virtual void applyFragment(const QDomElement &fragment) = 0;
 
     void onItemChanged(QTreeWidgetItem *item, int column);
+    void tellOfUnseen(QTreeWidgetItem *item);
 
     const std::unique_ptr<Ui::RibbonTreePage> m_ui;
     bool m_changing = false; ///< set while changes are the page's own and not the user's

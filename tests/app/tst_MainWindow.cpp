@@ -5,10 +5,12 @@
 #include "resources/Resources.h"
 #include "tests/app/FakePagesWindow.h"
 #include "tests/support/DialogDriver.h"
+#include "tests/support/TestFiles.h"
 
 #include <QGridLayout>
 #include <QLabel>
 #include <QMenu>
+#include <QMovie>
 #include <QtTest>
 
 class tst_MainWindow : public QObject
@@ -27,6 +29,7 @@ private slots:
     void atFirstOnlyAPackageCanBeOpened();
     void aProfileNeedsNoFileBeforeThePagesCanBeUsed();
     void theWaitingIndicatorStandsInTheMiddle();
+    void theWaitingIndicatorStandsStillWithReducedMotion();
     void escapeDoesNotCloseTheWindow();
     void theWindowControlClosesTheWindow();
 };
@@ -165,6 +168,25 @@ void tst_MainWindow::theWaitingIndicatorStandsInTheMiddle()
     QCOMPARE(waiting.pos(), QPoint(200 - 32, 149 - 32));
     waiting.stop();
     QVERIFY(!waiting.isVisible());
+}
+
+void tst_MainWindow::theWaitingIndicatorStandsStillWithReducedMotion()
+{
+    const QTemporaryDir folder;
+    qputenv("XDG_CONFIG_HOME", QFile::encodeName(folder.path()));
+    QWidget parent;
+    CPDF_Waiting waiting(&parent);
+    parent.show();
+    const QMovie *movie = waiting.findChild<QLabel *>()->movie();
+    waiting.start();
+    QCOMPARE(movie->state(), QMovie::Running);
+    waiting.stop();
+    TestFiles::write(folder.filePath(QStringLiteral("gtk-3.0/settings.ini")),
+                     "[Settings]\ngtk-enable-animations=false\n");
+    waiting.start();
+    QCOMPARE(movie->state(), QMovie::NotRunning);
+    QVERIFY(!movie->currentPixmap().isNull());
+    qunsetenv("XDG_CONFIG_HOME");
 }
 
 void tst_MainWindow::escapeDoesNotCloseTheWindow()

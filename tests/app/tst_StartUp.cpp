@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "app/ApplicationLook.h"
 #include "app/dlg_select_app_type.h"
 #include "app/DlgCustomizationTool_v2.h"
 #include "app/StartUp.h"
@@ -9,6 +10,7 @@
 
 #include <QComboBox>
 #include <QLabel>
+#include <QMessageBox>
 #include <QProcess>
 #include <QPushButton>
 #include <QTranslator>
@@ -71,6 +73,7 @@ private slots:
     void aCancelledProgramEndsWithStatus1();
     void theLanguageIsChosenByTheVariableOrKeptForTheUser_data();
     void theLanguageIsChosenByTheVariableOrKeptForTheUser();
+    void theWindowManagerCallsABoxWithoutATitleByTheToolsName();
 
 private:
     PrivatePlace m_place;
@@ -240,9 +243,11 @@ void tst_StartUp::theLanguageIsChosenByTheVariableOrKeptForTheUser_data()
     QTest::addColumn<QString>("variable");
     QTest::addColumn<QString>("kept");
     QTest::addColumn<QByteArray>("reported");
-    QTest::newRow("by the variable") << QStringLiteral("xx") << QString() << QByteArray("no translation into \"xx\"");
+    QTest::newRow("by the variable") << QStringLiteral("xx") << QString()
+                                     << QByteArray("no translation into \"xx\"");
     QTest::newRow("kept") << QString() << QStringLiteral("yy") << QByteArray("no translation into \"yy\"");
-    QTest::newRow("the variable wins") << QStringLiteral("xx") << QStringLiteral("yy") << QByteArray("no translation into \"xx\"");
+    QTest::newRow("the variable wins")
+        << QStringLiteral("xx") << QStringLiteral("yy") << QByteArray("no translation into \"xx\"");
 }
 
 /// A language without a translation is reported, which shows what was chosen.
@@ -267,6 +272,20 @@ void tst_StartUp::theLanguageIsChosenByTheVariableOrKeptForTheUser()
     QTRY_VERIFY_WITH_TIMEOUT((said += program.readAll()).contains(reported), 30'000);
     program.kill();
     QVERIFY(program.waitForFinished());
+}
+
+void tst_StartUp::theWindowManagerCallsABoxWithoutATitleByTheToolsName()
+{
+    useApplicationLook();
+    QMessageBox box(QMessageBox::Information, QString(), QStringLiteral("\nDone"), QMessageBox::Ok);
+    box.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&box));
+    QProcess xdotool;
+    xdotool.start(QStringLiteral("xdotool"), {QStringLiteral("getwindowname"), QString::number(box.winId())});
+    QVERIFY(xdotool.waitForFinished());
+    QCOMPARE(QString::fromUtf8(xdotool.readAllStandardOutput()).trimmed(),
+             QStringLiteral("Pelix Customization Tool"));
+    QCOMPARE(box.windowTitle(), QString());
 }
 
 QTEST_MAIN(tst_StartUp)

@@ -6,7 +6,9 @@
 #include "pages/PXCheckBox.h"
 #include "resources/Resources.h"
 
+#include <QAction>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -121,6 +123,43 @@ private slots:
         QVERIFY(!page.box(row)->text().isEmpty());
         QVERIFY(page.import(page.path(row)));
         QCOMPARE(page.marked(), QString(page.path(row) + QLatin1Char(';')));
+    }
+
+    void aLineCountsWhatIsNotLoaded()
+    {
+        Page page(true);
+        const auto *count = page.widget->findChild<QLabel *>(QStringLiteral("label_count"));
+        QCOMPARE(count->text(), QStringLiteral("0 of 23 are not loaded"));
+        page.box(3)->setCheckState(Qt::Checked);
+        page.box(8)->setCheckState(Qt::Checked);
+        QCOMPARE(count->text(), QStringLiteral("2 of 23 are not loaded"));
+        page.box(8)->setCheckState(Qt::Unchecked);
+        QCOMPARE(count->text(), QStringLiteral("1 of 23 are not loaded"));
+        QCOMPARE(page.list->item(3)->data(Qt::AccessibleDescriptionRole).toString(),
+                 QStringLiteral("not loaded"));
+        QCOMPARE(page.list->item(3)->data(Qt::AccessibleTextRole).toString(), page.box(3)->text());
+    }
+
+    void allNoneAndTheOthersAreMarkedAmongWhatTheFilterShows()
+    {
+        Page page(true);
+        page.widget->show();
+        const QList<QAction *> actions = page.widget->actions();
+        QCOMPARE(actions.size(), 3);
+        auto *filter = page.widget->findChild<QLineEdit *>(QStringLiteral("lineEdit_filter"));
+        filter->setText(page.box(0)->text());
+        QVERIFY(!page.list->item(0)->isHidden());
+        QVERIFY(page.list->item(1)->isHidden());
+        actions.at(0)->trigger();
+        QCOMPARE(page.marked(), QString(page.path(0) + QLatin1Char(';')));
+        QTest::keyClick(filter, Qt::Key_Escape);
+        QCOMPARE(filter->text(), QString());
+        QVERIFY(!page.list->item(1)->isHidden());
+        actions.at(2)->trigger();
+        QCOMPARE(page.marked().count(QLatin1Char(';')), 22);
+        QVERIFY(!page.marked().contains(page.path(0)));
+        actions.at(1)->trigger();
+        QCOMPARE(page.marked(), QString());
     }
 
     void nothingIsMarkedAtFirst()

@@ -11,6 +11,12 @@
 
 #include <algorithm>
 
+namespace {
+
+constexpr int longestShown = 60;
+
+} // namespace
+
 tab_prefer_login_domain::tab_prefer_login_domain(QWidget *parent)
     : CTabWidget(parent)
     , m_ui(std::make_unique<Ui::tab_prefer_login_domain>())
@@ -20,6 +26,12 @@ tab_prefer_login_domain::tab_prefer_login_domain(QWidget *parent)
     takeXmlTextOnly(m_ui->lineEdit_domain);
     m_domains->setHorizontalHeaderLabels({tr("Domain List")});
     m_ui->tableView_domains->setModel(m_domains);
+    connect(m_ui->lineEdit_domain, &QLineEdit::textChanged, this, &tab_prefer_login_domain::followTyping);
+    connect(m_ui->tableView_domains->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+        m_ui->btn_remove_domains->setEnabled(m_ui->tableView_domains->selectionModel()->hasSelection());
+    });
+    m_ui->btn_remove_domains->setEnabled(false);
+    followTyping(QString());
     connect(m_ui->btn_add_domain, &QPushButton::clicked, this,
             &tab_prefer_login_domain::on_btn_add_domain_clicked);
     connect(m_ui->lineEdit_domain, &QLineEdit::returnPressed, this,
@@ -65,6 +77,30 @@ void tab_prefer_login_domain::on_btn_add_domain_clicked()
         if (!domains().contains(domain))
             appendRow(domain);
     }
+}
+
+void tab_prefer_login_domain::followTyping(const QString &text)
+{
+    m_ui->btn_add_domain->setEnabled(!text.trimmed().isEmpty());
+    const QStringList typed = loginDomainsOf(text.trimmed());
+    const auto wrong = std::find_if_not(typed.begin(), typed.end(), CheckDomain);
+    m_ui->label_mismatch->setVisible(wrong != typed.end());
+    if (wrong != typed.end())
+        m_ui->label_mismatch->setText(mismatchOf(*wrong));
+    m_ui->lineEdit_domain->setAccessibleDescription(wrong == typed.end() ? QString() : mismatchOf(*wrong));
+}
+
+/// What an entry lacks first, for who is still typing it.
+QString tab_prefer_login_domain::mismatchOf(const QString &domain)
+{
+    const QString shown = domain.size() > longestShown ? domain.left(longestShown) + QChar(0x2026) : domain;
+    if (!domain.startsWith(QLatin1Char('@')))
+        return tr("\"%1\" does not begin with \"@\".").arg(shown);
+    if (!domain.contains(QLatin1Char('.')))
+        return tr("\"%1\" has no dot, as in \"@example.com\".").arg(shown);
+    return tr("\"%1\" is no domain: between dots stand letters, digits and inner hyphens, and letters at the "
+              "end.")
+        .arg(shown);
 }
 
 void tab_prefer_login_domain::warnOfMismatch()

@@ -39,6 +39,8 @@ public:
     void on_btn_remove_domains_clicked();
 
 private:
+    void followTyping(const QString &text);
+    static QString mismatchOf(const QString &domain);
     void warnOfMismatch();
     void appendRow(const QString &domain);
 

@@ -20,7 +20,12 @@ public:
     explicit tab_prefer_security(QWidget *parent = nullptr);
     ~tab_prefer_security() override;
 
+    /// Says in the list of attachment modes what it means that none of them is chosen.
+    void explainNoMode(const EditorXmlData &record);
+
 private:
+    void makeTable();
+
     const std::unique_ptr<Ui::tab_prefer_security> m_ui;
 };
 
@@ -31,4 +36,7 @@ class CHandler_Prefer_Security : public PreferHandler<tab_prefer_security>
 
 public:
     explicit CHandler_Prefer_Security(bool editor);
+
+protected:
+    void fillPage(tab_prefer_security &page, const EditorXmlData &data) override;
 };

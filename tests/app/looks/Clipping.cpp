@@ -116,10 +116,13 @@ const QWidget *cutOffBy(const QWidget &widget)
     return nullptr;
 }
 
+/// Dots and the scroll bar of a page stand in margins.
 bool mayLieOnOthers(const QWidget &widget)
 {
     return qobject_cast<const CPDF_Waiting *>(&widget) || qobject_cast<const QSplitterHandle *>(&widget) ||
-           widget.inherits("QSizeGrip") || widget.inherits("QFocusFrame");
+           widget.objectName() == QLatin1String("changed") ||
+           widget.objectName() == QLatin1String("qt_scrollarea_vcontainer") || widget.inherits("QSizeGrip") ||
+           widget.inherits("QFocusFrame");
 }
 
 QStringList overlapsWithin(const QWidget &parent)

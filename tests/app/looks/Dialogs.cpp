@@ -5,6 +5,7 @@
 #include "app/DlgAbout.h"
 #include "app/DlgCustomizationTool_v2.h"
 #include "app/IdentifierQuestion.h"
+#include "app/MessagesView.h"
 #include "app/SaveDialogWithOption.h"
 #include "profile/signing/dlg_sign_package.h"
 #include "profile/signing/dlg_sign_profile.h"
@@ -41,6 +42,7 @@ QList<DialogKind> everyDialog(const QString &folder)
         {QStringLiteral("about"), [] { return std::make_unique<DlgAbout>(); }},
         {QStringLiteral("signing"), makeSigningDialog},
         {QStringLiteral("package-signing"), makePackageSigningDialog},
+        {QStringLiteral("messages"), [] { return std::make_unique<MessagesView>(nullptr); }},
         {QStringLiteral("identifier-question"), [] { return std::make_unique<IdentifierQuestion>(nullptr); }},
         {QStringLiteral("save-dialog"), [folder] { return makeSaveDialog(folder); }}};
 }

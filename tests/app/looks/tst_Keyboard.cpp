@@ -85,12 +85,14 @@ QWidgetList withArrows(const QWidgetList &chain)
     return reached;
 }
 
-/// The part of the window that a control belongs to: its toolbar, its column of page buttons or its page.
+/// The part of the window that a control belongs to: its toolbar, its column of page buttons, what stands
+/// below, or its page.
 QString partOf(const QWidget *control)
 {
     for (const QWidget *widget = control; widget; widget = widget->parentWidget()) {
         if (widget->objectName() == QLatin1String("widget_toolbar") ||
-            widget->objectName() == QLatin1String("widget_category"))
+            widget->objectName() == QLatin1String("widget_category") ||
+            widget->objectName() == QLatin1String("widget_status"))
             return widget->objectName();
     }
     return QStringLiteral("page");
@@ -296,6 +298,7 @@ void tst_Keyboard::everyDialogIsUsedWithKeysAlone_data()
     QTest::newRow("signing dialog") << QStringLiteral("signing") << true;
     QTest::newRow("package signing dialog") << QStringLiteral("package-signing") << true;
     QTest::newRow("identifier question") << QStringLiteral("identifier-question") << true;
+    QTest::newRow("messages") << QStringLiteral("messages") << true;
     QTest::newRow("save dialog") << QStringLiteral("save-dialog") << true;
 }
 

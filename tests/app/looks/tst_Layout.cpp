@@ -3,7 +3,9 @@
 #include "app/ApplicationLook.h"
 #include "core/QtCompatibility.h"
 #include "resources/Resources.h"
+#include "tests/app/GermanTexts.h"
 #include "tests/app/looks/Clipping.h"
+#include "tests/app/looks/Controls.h"
 #include "tests/app/looks/Dialogs.h"
 #include "tests/app/looks/PseudoLanguage.h"
 #include "tests/app/looks/ShownTexts.h"
@@ -62,6 +64,7 @@ bool isData(const ShownText &text)
     const QWidget *view = widget->parentWidget();
     return qobject_cast<const QTreeWidget *>(view) || qobject_cast<const QTableView *>(view) ||
            qobject_cast<const QTextEdit *>(view) || widget->parent()->inherits("PXCheckBox") ||
+           widget->objectName() == QLatin1String("label_file") ||
            (qobject_cast<const QLineEdit *>(widget) &&
             !qobject_cast<const QLineEdit *>(widget)->text().isEmpty());
 }
@@ -88,6 +91,34 @@ QStringList inAnotherFontIn(QWidget &window)
     return complaints;
 }
 
+/// Areas that hide part of what they show to the side. Trees may: their branches are as deep as they are.
+QStringList scrolledSidewaysIn(const QWidget &window)
+{
+    QStringList complaints;
+    for (const QAbstractScrollArea *area : window.findChildren<QAbstractScrollArea *>()) {
+        const bool isHidden = !area->isVisible() || qobject_cast<const QTreeView *>(area);
+        if (!isHidden && area->horizontalScrollBar()->maximum() > 0)
+            complaints += callOf(area) + QStringLiteral(" scrolls sideways");
+    }
+    return complaints;
+}
+
+/// Where the widest of what a page shows ends, from the window's left.
+int rightEdgeOfContents(const QWidget &window)
+{
+    int edge = 0;
+    const auto *grid = window.findChild<QGridLayout *>(QStringLiteral("gridLayout"));
+    const auto *stack = qobject_cast<const QStackedLayout *>(grid->itemAtPosition(1, 1)->layout());
+    for (const QWidget *widget : stack->currentWidget()->findChildren<QWidget *>()) {
+        const bool isContents = qobject_cast<const QGroupBox *>(widget) ||
+                                qobject_cast<const QAbstractItemView *>(widget) ||
+                                widget->objectName().startsWith(QLatin1String("widget_"));
+        if (isContents && widget->isVisible())
+            edge = std::max(edge, widget->mapTo(&window, QPoint(widget->width(), 0)).x());
+    }
+    return edge;
+}
+
 void addReadingRows()
 {
     QTest::addColumn<bool>("isLong");
@@ -111,10 +142,15 @@ private slots:
         QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
         QtCompatibility::useHighDpiPixmaps();
         useApplicationLook();
+        // What help says is not looked at here, and its engine takes long to start.
+        qputenv("PCT_MODULES", "/nowhere");
     }
 
     void nothingInTheWindowIsClipped_data() { addReadingRows(); }
     void nothingInTheWindowIsClipped();
+    void everyPageFitsBesideItsHelp_data();
+    void everyPageFitsBesideItsHelp();
+    void everyPageEndsAtTheSameMargin();
     void nothingInTheDialogsIsClipped_data() { addReadingRows(); }
     void nothingInTheDialogsIsClipped();
     void everyTextIsTranslated_data() { addChoiceRows(); }
@@ -140,6 +176,64 @@ void tst_Layout::nothingInTheWindowIsClipped()
         }
     }
     QVERIFY2(complaints.isEmpty(), qPrintable(complaints.join(QLatin1Char('\n'))));
+}
+
+void tst_Layout::everyPageFitsBesideItsHelp_data()
+{
+    QTest::addColumn<bool>("isGerman");
+    QTest::addColumn<Choice>("choice");
+    for (const bool isGerman : {false, true}) {
+        for (const PCW_CONFIGTYPE type : {PCW_CONFIG_PACKAGE, PCW_CONFIG_PROFILE})
+            QTest::addRow("%s %s", isGerman ? "German" : "English",
+                          type == PCW_CONFIG_PACKAGE ? "package" : "profile")
+                << isGerman << Choice{true, type};
+    }
+}
+
+void tst_Layout::everyPageFitsBesideItsHelp()
+{
+    QFETCH(bool, isGerman);
+    QFETCH(Choice, choice);
+    const auto german = isGerman ? std::make_unique<GermanTexts>() : nullptr;
+    WindowTour tour(choice);
+    QVERIFY(tour.open());
+    DlgCustomizationTool_v2 &window = tour.window();
+    QCOMPARE(window.size(), QSize(1000, 680));
+    tour.tool("tb_info")->click();
+    QStringList complaints;
+    for (const TourStop &stop : tour.stops()) {
+        stop.show();
+        for (const QSize size : {QSize(1000, 680), QSize()}) {
+            complaints += labelled(stop.name, clippedAt(window, size));
+            complaints += labelled(stop.name, scrolledSidewaysIn(window));
+        }
+        if (window.width() > 1000)
+            complaints += QStringLiteral("%1 needs %2").arg(stop.name).arg(window.width());
+        const int help = window.Splitter()->sizes().last();
+        if (help < 240)
+            complaints += QStringLiteral("%1 leaves %2 for help").arg(stop.name).arg(help);
+    }
+    QVERIFY2(complaints.isEmpty(), qPrintable(complaints.join(QLatin1Char('\n'))));
+}
+
+void tst_Layout::everyPageEndsAtTheSameMargin()
+{
+    QSet<int> edges;
+    QStringList described;
+    for (const PCW_CONFIGTYPE type : {PCW_CONFIG_PACKAGE, PCW_CONFIG_PROFILE}) {
+        WindowTour tour({true, type});
+        QVERIFY(tour.open());
+        for (const TourStop &stop : tour.stops()) {
+            stop.show();
+            QTest::qWait(1);
+            const int edge = rightEdgeOfContents(tour.window());
+            // The first page of packages has nothing that goes from edge to edge.
+            if (edge > 0)
+                edges += edge;
+            described += QStringLiteral("%1: %2").arg(stop.name).arg(edge);
+        }
+    }
+    QVERIFY2(edges.size() == 1, qPrintable(described.join(QLatin1Char('\n'))));
 }
 
 void tst_Layout::nothingInTheDialogsIsClipped()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // screenshots FOLDER: writes a picture of everything that the tool shows into the folder, from the real
 // windows filled with sample settings.
+// screenshots FOLDER help: only the Editor's pages, each with the help beside it.
 #include "app/ApplicationLook.h"
 #include "app/CPDF_Waiting.h"
 #include "core/QtCompatibility.h"
@@ -124,6 +125,20 @@ void addGuide(Album &album)
     album.add(tour.window(), QStringLiteral("guide"));
 }
 
+/// Every page with its help beside it.
+void addPagesWithHelp(Album &album, Choice choice, const QString &prefix)
+{
+    WindowTour tour(choice);
+    if (!tour.open())
+        qFatal("the window does not come");
+    tour.tool("tb_info")->click();
+    for (const TourStop &stop : tour.stops()) {
+        stop.show();
+        waitForHelp(tour.window());
+        album.add(tour.window(), prefix + stop.name);
+    }
+}
+
 /// The window as it stands while a package is built.
 void addWaiting(Album &album)
 {
@@ -172,6 +187,11 @@ int main(int argc, char *argv[])
     useApplicationLook();
 
     Album album(QCoreApplication::arguments().value(1));
+    if (QCoreApplication::arguments().value(2) == QLatin1String("help")) {
+        addPagesWithHelp(album, {true, PCW_CONFIG_PACKAGE}, QString());
+        addPagesWithHelp(album, {true, PCW_CONFIG_PROFILE}, QStringLiteral("profile-"));
+        return 0;
+    }
     addPages(album, {true, PCW_CONFIG_PACKAGE}, QString());
     addPages(album, {false, PCW_CONFIG_PACKAGE}, QStringLiteral("reader-"));
     const QStringList ofProfiles = {QStringLiteral("welcome"), QStringLiteral("preferences-security")};

@@ -97,6 +97,45 @@ private slots:
         QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
     }
 
+    void whatIsWrongIsSaidWhileTyping_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("said");
+        QTest::newRow("nothing") << QString() << QString();
+        QTest::newRow("a domain") << QStringLiteral("@example.com") << QString();
+        QTest::newRow("no at") << QStringLiteral("example.com")
+                               << QStringLiteral("\"example.com\" does not begin with \"@\".");
+        QTest::newRow("no dot") << QStringLiteral("@example")
+                                << QStringLiteral("\"@example\" has no dot, as in \"@example.com\".");
+        QTest::newRow("the second") << QStringLiteral("@example.com;@-.de")
+                                    << QStringLiteral("\"@-.de\" is no domain");
+    }
+
+    void whatIsWrongIsSaidWhileTyping()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, said);
+        const Page page;
+        QTest::keyClicks(page.edit, typed);
+        const auto *label = page.widget->findChild<QLabel *>(QStringLiteral("label_mismatch"));
+        QCOMPARE(label->isVisible(), !said.isEmpty());
+        QVERIFY2(said.isEmpty() || label->text().startsWith(said), qPrintable(label->text()));
+        QCOMPARE(page.widget->findChild<QPushButton *>(QStringLiteral("btn_add_domain"))->isEnabled(),
+                 !typed.isEmpty());
+    }
+
+    void removeIsForSelectedRows()
+    {
+        Page page;
+        QVERIFY(page.import(QStringLiteral("1"), QStringLiteral("@a.de;@b.de")));
+        const auto *remove = page.widget->findChild<QPushButton *>(QStringLiteral("btn_remove_domains"));
+        QVERIFY(!remove->isEnabled());
+        page.clickRow(0);
+        QVERIFY(remove->isEnabled());
+        page.click("btn_remove_domains");
+        QCOMPARE(page.domains(), QStringLiteral("@b.de"));
+    }
+
     void theEmptyTableGivesAnEmptyStringNotAnInvalidValue()
     {
         Page page;

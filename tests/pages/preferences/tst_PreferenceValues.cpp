@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "config/EditorXmlData.h"
+#include "pages/preferences/security/FileTypeTable.h"
+#include "pages/preferences/security/tab_prefer_security.h"
 #include "pages/preferences/tab_preference.h"
 #include "resources/Resources.h"
 
@@ -84,6 +86,61 @@ private slots:
     {
         initPctResources();
         QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
+    }
+
+    void theTableOfFileTypesShowsWhatItUnderstands()
+    {
+        QTextEdit field;
+        field.setPlainText(QStringLiteral("version:1|.ade:3|odd|.txt:9|.csv:1|"));
+        const FileTypeTable table(&field);
+        QCOMPARE(table.rowCount(), 2);
+        QCOMPARE(table.index(0, 0).data().toString(), QStringLiteral(".ade"));
+        QCOMPARE(table.index(0, 1).data().toString(), FileTypeTable::levels().at(3));
+        QCOMPARE(table.index(1, 0).data().toString(), QStringLiteral(".csv"));
+        QCOMPARE(table.index(1, 1).data().toString(), FileTypeTable::levels().at(1));
+        field.setPlainText(QStringLiteral("version:1|.exe:3|"));
+        QCOMPARE(table.rowCount(), 1);
+    }
+
+    void anEditInTheTableOfFileTypesKeepsAllElse()
+    {
+        QTextEdit field;
+        field.setPlainText(QStringLiteral("version:1|.ade:3|odd|.txt:9|.csv:1|"));
+        FileTypeTable table(&field);
+        QCOMPARE(field.toPlainText(), QStringLiteral("version:1|.ade:3|odd|.txt:9|.csv:1|"));
+        QVERIFY(table.setData(table.index(1, 1), 2, Qt::EditRole));
+        QCOMPARE(field.toPlainText(), QStringLiteral("version:1|.ade:3|odd|.txt:9|.csv:2|"));
+        QVERIFY(table.setData(table.index(0, 0), QStringLiteral(" .app "), Qt::EditRole));
+        QVERIFY(!table.setData(table.index(0, 0), QStringLiteral("app"), Qt::EditRole));
+        QVERIFY(!table.setData(table.index(0, 0), QStringLiteral(".a|b"), Qt::EditRole));
+        QCOMPARE(table.addType(), 2);
+        QCOMPARE(field.toPlainText(), QStringLiteral("version:1|.app:3|odd|.txt:9|.csv:2|.new:3|"));
+        table.removeTypes({0, 2});
+        QCOMPARE(field.toPlainText(), QStringLiteral("version:1|odd|.txt:9|.csv:2|"));
+        field.undo();
+        QCOMPARE(table.rowCount(), 3);
+    }
+
+    void theFirstFileTypeBeginsAList()
+    {
+        QTextEdit field;
+        FileTypeTable table(&field);
+        QCOMPARE(table.addType(), 0);
+        QCOMPARE(field.toPlainText(), QStringLiteral("version:1|.new:3|"));
+    }
+
+    void anEmptyListOfModesSaysWhy()
+    {
+        CHandler_Prefer_Security handler(true);
+        const std::unique_ptr<QWidget> page(handler.GetWidget(true));
+        const auto *list = page->findChild<QComboBox *>(QStringLiteral("cb_fileattachmentsMode"));
+        EditorXmlData data;
+        QVERIFY(handler.ImportProperty(page.get(), &data));
+        QCOMPARE(list->currentIndex(), -1);
+        QCOMPARE(list->placeholderText(), QStringLiteral("Not set"));
+        data.strDisableOpenSaveFileAttach = QStringLiteral("Enabled");
+        QVERIFY(handler.ImportProperty(page.get(), &data));
+        QCOMPARE(list->placeholderText(), QStringLiteral("Imported; a save drops it"));
     }
 
     void anImportedSettingIsReadBack_data()

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "pages/ribbonset/HiddenItemDelegate.h"
 #include "pages/ribbonset/RibbonTree.h"
 #include "pages/ribbonset/tab_ribbonset_ribcate.h"
 #include "resources/Resources.h"
 #include "RibbonItems.h"
 
+#include <QLabel>
 #include <QLineEdit>
 #include <QTreeWidget>
 #include <QtTest>
@@ -47,6 +49,12 @@ struct Page
     QTreeWidgetItem *const root = tree->invisibleRootItem();
 };
 
+class OpenDelegate : public HiddenItemDelegate
+{
+public:
+    using HiddenItemDelegate::initStyleOption;
+};
+
 } // namespace
 
 class tst_TreeFilter : public QObject
@@ -55,6 +63,40 @@ class tst_TreeFilter : public QObject
 
 private slots:
     void initTestCase() { initPctResources(); }
+
+    void aTickThatReachesBelowTheFilterSaysSo()
+    {
+        const Page page;
+        const auto *label = page.page.findChild<QLabel *>(QStringLiteral("label_unseen"));
+        QTreeWidgetItem *first = page.root->child(1);
+        page.line->setText(first->child(0)->child(0)->text(0));
+        first->setCheckState(0, Qt::Checked);
+        QVERIFY(label->isVisible());
+        page.line->clear();
+        QVERIFY(!label->isVisible());
+        first->setCheckState(0, Qt::Unchecked);
+        QVERIFY(!label->isVisible());
+    }
+
+    void whatIsHiddenIsPaintedAsHidden()
+    {
+        const Page page;
+        QTreeWidgetItem *category = page.root->child(1);
+        category->child(0)->child(0)->setCheckState(0, Qt::Checked);
+        const auto paintedOf = [&page](QTreeWidgetItem *item) {
+            QStyleOptionViewItem option;
+            option.initFrom(page.tree);
+            const OpenDelegate delegate;
+            delegate.initStyleOption(&option, page.tree->model()->index(page.root->indexOfChild(item), 0));
+            return option;
+        };
+        QVERIFY(paintedOf(category).font.italic());
+        QVERIFY(paintedOf(category).text.endsWith(QStringLiteral(" hidden)")));
+        QCOMPARE(category->text(0), QStringLiteral("File"));
+        category->setCheckState(0, Qt::Checked);
+        QVERIFY(paintedOf(category).font.strikeOut());
+        QVERIFY(!paintedOf(page.root->child(2)).font.strikeOut());
+    }
 
     void lineSaysWhatItIsFor()
     {
