@@ -20,7 +20,7 @@ int writeManifest(const Product &product, Console &console)
         console.error(moment.problem());
         return ExitCode::refused;
     }
-    const QDateTime modified = moment->has_value() ? QDateTime::fromSecsSinceEpoch(**moment, Qt::UTC)
+    const QDateTime modified = moment->has_value() ? QDateTime::fromSecsSinceEpoch(**moment).toUTC()
                                                    : QDateTime::currentDateTimeUtc();
     console.out() << QString::fromUtf8(Schema::manifest(product, modified));
     return ExitCode::done;
