@@ -2,63 +2,20 @@
 #include "cli/Console.h"
 #include "cli/ExitCode.h"
 #include "cli/Json.h"
+#include "cli/SettingDifferences.h"
 #include "cli/SettingsFile.h"
-#include "cli/SettingValue.h"
 #include "cli/VerbLine.h"
 #include "config/Product.h"
 
-#include <QJsonArray>
-
 namespace {
-
-/// Two values under the name of what they are values of.
-struct Difference
-{
-    QString name;
-    QJsonValue first;
-    QJsonValue second;
-};
-
-bool isEmpty(const QDomElement &element)
-{
-    return !element.hasAttributes() && !element.hasChildNodes();
-}
-
-/// The settings with one form for what several forms say: a ribbon and attachments as they are shipped.
-EditorXmlData inOneForm(EditorXmlData settings)
-{
-    for (QDomElement *ribbon : {&settings.elemRibbonCategory, &settings.elemQuickAccessBar}) {
-        if (isEmpty(*ribbon))
-            *ribbon = {};
-    }
-    if (settings.strDisableOpenSaveFileAttach == QLatin1String("Default"))
-        settings.strDisableOpenSaveFileAttach.clear();
-    return settings;
-}
 
 QList<Difference> differencesOf(const SettingsFile &first, const SettingsFile &second)
 {
     QList<Difference> differences;
     if (first.product != second.product)
         differences.append({QStringLiteral("product"), first.product->word, second.product->word});
-    const EditorXmlData one = inOneForm(first.settings);
-    const EditorXmlData other = inOneForm(second.settings);
-    for (const Setting &setting : settings()) {
-        if (!sameValue(setting, one, other))
-            differences.append({setting.name, settingValue(setting, first.settings),
-                                settingValue(setting, second.settings)});
-    }
+    differences += settingDifferences(first.settings, second.settings);
     return differences;
-}
-
-QJsonArray differencesArray(const QList<Difference> &differences)
-{
-    QJsonArray array;
-    for (const Difference &difference : differences)
-        array.append(QJsonObject{{QStringLiteral("name"), difference.name},
-                                 {QStringLiteral("first"), difference.first},
-                                 {QStringLiteral("second"), difference.second}});
-    return array;
 }
 
 QJsonObject fileObject(const QString &path, const SettingsFile &file)
@@ -77,13 +34,6 @@ QJsonObject outcomeObject(const VerbLine &line, const SettingsFile &first, const
                        {QStringLiteral("differences"), differencesArray(differences)}};
     insertWarnings(object, first.warnings + second.warnings);
     return object;
-}
-
-void writeLines(const QList<Difference> &differences, Console &console)
-{
-    for (const Difference &difference : differences)
-        console.out() << difference.name << QStringLiteral(": ") << readableValue(difference.first)
-                      << QStringLiteral(" -> ") << readableValue(difference.second) << '\n';
 }
 
 int trouble(const Problem &problem, Console &console)

@@ -35,6 +35,11 @@ Value Value::profile(const char *name)
     return {QString::fromLatin1(name), Kind::File, {QStringLiteral("mobileconfig")}};
 }
 
+Value Value::propertyList(const char *name)
+{
+    return {QString::fromLatin1(name), Kind::File, {QStringLiteral("plist")}};
+}
+
 Value Value::settings(const char *name)
 {
     return {QString::fromLatin1(name),

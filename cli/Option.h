@@ -17,7 +17,10 @@ template <int size> constexpr QLatin1String latin1(const char (&text)[size])
 
 inline constexpr QLatin1String allowAnyCertificate = latin1("allow-any-certificate");
 inline constexpr QLatin1String config = latin1("config");
+inline constexpr QLatin1String description = latin1("description");
+inline constexpr QLatin1String displayName = latin1("display-name");
 inline constexpr QLatin1String force = latin1("force");
+inline constexpr QLatin1String form = latin1("form");
 inline constexpr QLatin1String format = latin1("format");
 inline constexpr QLatin1String forUse = latin1("for");
 inline constexpr QLatin1String from = latin1("from");
@@ -31,17 +34,22 @@ inline constexpr QLatin1String jobs = latin1("jobs");
 inline constexpr QLatin1String json = latin1("json");
 inline constexpr QLatin1String keepConfig = latin1("keep-config");
 inline constexpr QLatin1String keychainProfile = latin1("keychain-profile");
+inline constexpr QLatin1String organization = latin1("organization");
 inline constexpr QLatin1String output = latin1("output");
 inline constexpr QLatin1String product = latin1("product");
 inline constexpr QLatin1String quickAccess = latin1("quick-access");
 inline constexpr QLatin1String quiet = latin1("quiet");
+inline constexpr QLatin1String removalDisallowed = latin1("removal-disallowed");
 inline constexpr QLatin1String report = latin1("report");
 inline constexpr QLatin1String requireSigned = latin1("require-signed");
 inline constexpr QLatin1String requireTeam = latin1("require-team");
 inline constexpr QLatin1String sarif = latin1("sarif");
+inline constexpr QLatin1String scope = latin1("scope");
 inline constexpr QLatin1String set = latin1("set");
 inline constexpr QLatin1String sign = latin1("sign");
+inline constexpr QLatin1String stable = latin1("stable");
 inline constexpr QLatin1String strictKeys = latin1("strict-keys");
+inline constexpr QLatin1String style = latin1("style");
 inline constexpr QLatin1String timestamp = latin1("timestamp");
 inline constexpr QLatin1String trustAnchors = latin1("trust-anchors");
 inline constexpr QLatin1String uuid = latin1("uuid");
@@ -71,6 +79,7 @@ struct Value
     static Value document(const char *name);
     static Value writtenSettings(const char *name); ///< a document or its JSON
     static Value profile(const char *name);
+    static Value propertyList(const char *name);
     static Value settings(const char *name); ///< a file of any kind that holds settings
     static Value project(const char *name);
     static Value report(const char *name);

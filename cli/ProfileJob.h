@@ -2,33 +2,32 @@
 #pragma once
 
 #include "cli/FileWarning.h"
+#include "cli/IdentityChoice.h"
+#include "cli/SettingsSource.h"
 #include "config/EditorXmlData.h"
 #include "core/OutputFile.h"
 #include "core/Result.h"
-#include "profile/ManagedProfile.h"
+#include "profile/ProfileForm.h"
 
+#include <QByteArray>
 #include <QList>
 #include <QString>
 
-#include <optional>
-
+struct ManagementService;
 struct Product;
-struct SettingsFile;
+struct Upload;
 
-/// What `pct profile` was asked for. All paths are absolute; what was not given is empty. At most one of
-/// `config`, `source` and `installed` is given; without one the settings are the defaults.
+/// What `pct profile` was asked for. All paths are absolute; what was not given is empty.
 struct ProfileRequest
 {
     const Product *product = nullptr;
-    QString config;         ///< document to take the settings from
-    std::optional<EditorXmlData> settings; ///< instead of a document
-    QString source;         ///< profile to take settings and identity from
-    bool installed = false; ///< take them from the profile that is installed on this machine
+    SettingsSource source;
     QString output;
-    QString signer;     ///< name of the identity to sign with
-    QString identifier; ///< PayloadIdentifier, whatever the source has
-    QString uuid;       ///< PayloadUUID, whatever the source has
-    bool force = false; ///< replace an existing output
+    QString signer; ///< name of the identity to sign with
+    IdentityChoice identity;
+    ProfileForm form;
+    const ManagementService *service = nullptr; ///< what the profile is for, when that was said
+    bool force = false;                         ///< replace an existing output
 };
 
 /// The making of one configuration profile. Whatever happens, the output is complete, and signed when that
@@ -46,20 +45,17 @@ public:
 
 private:
     // The stages of a run, in their order.
-    Result<> checkPaths();
+    Result<> checkRequest();
     Result<> takeSettings();
     Result<> write();
 
-    Result<EditorXmlData> readGivenSettings();
-    Result<EditorXmlData> readConfig();
-    Result<EditorXmlData> readSource();
-    Result<EditorXmlData> readInstalled();
-    Problem cannotTell(const Problem &cause) const;
-    Result<> checkManaged(const ManagedProfile::Reading &managed);
-    void settleIdentity();
-    Result<> checkSettings() const;
+    Upload upload() const;
+    Result<> checkService() const;
+    void warnOfService();
+    Result<> checkSize(const QByteArray &profile) const;
+    Result<> place(const Result<QByteArray> &profile);
     Result<> writeTo(const QString &path);
-    Problem notCreated() const;
+    Result<> create(const QString &path);
     Result<> sign(const QString &path);
     Result<> readBack(const QString &path);
 
@@ -67,4 +63,5 @@ private:
     OutputFile m_output;
     EditorXmlData m_settings;
     QList<FileWarning> m_warnings;
+    bool m_hasToken = false; ///< whether a text in the profile looks like one that a service replaces
 };

@@ -4,8 +4,8 @@
 #include "cli/ProfileJob.h"
 #include "cli/VerbLine.h"
 #include "config/Product.h"
-
-#include <QRegularExpression>
+#include "config/XmlText.h"
+#include "profile/ManagementService.h"
 
 namespace {
 
@@ -17,17 +17,56 @@ struct Outcome
     ProfilePayloadInfo identity;
 };
 
+QString word(ProfileForm::Style style)
+{
+    return style == ProfileForm::Style::Payload ? QStringLiteral("payload") : QStringLiteral("mcx");
+}
+
+QStringList styleWords()
+{
+    return {word(ProfileForm::Style::Payload), word(ProfileForm::Style::ManagedPreferences)};
+}
+
+const ManagementService *serviceOf(const VerbLine &line)
+{
+    return ManagementService::find(line.value(OptionName::forUse));
+}
+
+/// What is given goes before what the service needs.
+ProfileForm::Style styleOf(const VerbLine &line)
+{
+    using Style = ProfileForm::Style;
+    if (line.isSet(OptionName::style))
+        return line.value(OptionName::style) == word(Style::Payload) ? Style::Payload
+                                                                     : Style::ManagedPreferences;
+    const ManagementService *service = serviceOf(line);
+    return service ? service->style : Style::Payload;
+}
+
+ProfileForm formOf(const VerbLine &line)
+{
+    const ManagementService *service = serviceOf(line);
+    ProfileForm form;
+    form.style = styleOf(line);
+    form.scope = ProfileForm::scopeOf(line.value(OptionName::scope));
+    form.displayName = line.value(OptionName::displayName);
+    form.organization = line.value(OptionName::organization);
+    form.description = line.value(OptionName::description);
+    form.isRemovalDisallowed = line.isSet(OptionName::removalDisallowed);
+    form.hasPayloadVersion = service && service->needsPayloadVersion;
+    return form;
+}
+
 ProfileRequest requestOf(const VerbLine &line)
 {
     ProfileRequest request;
     request.product = &line.product();
-    request.config = line.path(OptionName::config);
-    request.source = line.path(OptionName::from);
-    request.installed = line.isSet(OptionName::installed);
+    request.source = SettingsSource::of(line);
     request.output = line.path(OptionName::output);
     request.signer = line.value(OptionName::sign);
-    request.identifier = line.value(OptionName::identifier);
-    request.uuid = line.value(OptionName::uuid);
+    request.identity = IdentityChoice::of(line);
+    request.form = formOf(line);
+    request.service = serviceOf(line);
     request.force = line.isSet(OptionName::force);
     return request;
 }
@@ -45,9 +84,11 @@ QJsonObject outcomeObject(const ProfileRequest &request, const Outcome &outcome)
         {QStringLiteral("succeeded"), bool(outcome.result)},
         {QStringLiteral("problem"), problemOrNull(outcome.result)},
         {QStringLiteral("product"), request.product->word},
-        {QStringLiteral("config"), textOrNull(request.config)},
-        {QStringLiteral("from"), textOrNull(request.source)},
-        {QStringLiteral("installed"), request.installed},
+        {QStringLiteral("config"), textOrNull(request.source.config)},
+        {QStringLiteral("from"), textOrNull(request.source.profile)},
+        {QStringLiteral("installed"), request.source.installed},
+        {QStringLiteral("style"), word(request.form.style)},
+        {QStringLiteral("for"), textOrNull(request.service ? QString(request.service->word) : QString())},
         {QStringLiteral("output"), request.output},
         {QStringLiteral("signer"), textOrNull(request.signer)},
         {QStringLiteral("identity"),
@@ -56,35 +97,34 @@ QJsonObject outcomeObject(const ProfileRequest &request, const Outcome &outcome)
     };
 }
 
-bool matches(const QString &value, const QString &pattern)
+Result<> checkLine(const VerbLine &line)
 {
-    return QRegularExpression(QRegularExpression::anchoredPattern(pattern)).match(value).hasMatch();
+    for (const QLatin1String option :
+         {OptionName::displayName, OptionName::organization, OptionName::description}) {
+        if (!isXmlText(line.value(option)))
+            return Problem{{}, QStringLiteral("--%1 holds characters that no profile can hold").arg(option)};
+    }
+    const SettingsSource source = SettingsSource::of(line);
+    return IdentityChoice::of(line).check(source.installed || !source.profile.isEmpty());
 }
 
-Result<> checkIdentity(const VerbLine &line)
+QList<Option> formOptions()
 {
-    const QString uuid = line.value(OptionName::uuid);
-    const QString uuidForm = QStringLiteral("[0-9A-Fa-f]{8}(-[0-9A-Fa-f]{4}){3}-[0-9A-Fa-f]{12}");
-    if (!uuid.isEmpty() && !matches(uuid, uuidForm))
-        return Problem{{}, QStringLiteral("\"%1\" is no UUID; give one such as uuidgen prints").arg(uuid)};
-    if (!matches(line.value(OptionName::identifier), QStringLiteral("[^\\s\\p{C}]*")))
-        return Problem{{}, QStringLiteral("an identifier holds neither white space nor control characters")};
-    return {};
-}
-
-QList<Option> sourceOptions()
-{
-    return alternatives({
-        configOption(),
-        withRemark(
-            {OptionName::from, QStringLiteral("profile with the settings and the identity to keep"),
-             Value::profile("PROFILE")},
-            QStringLiteral(", signed or not. A profile of the other product or of another application is "
-                           "refused")),
-        withRemark(
-            {OptionName::installed, QStringLiteral("take them from the profile installed on this machine")},
-            QStringLiteral("; more about it below")),
-    });
+    return {
+        withRemark({OptionName::forUse, QStringLiteral("the device management that the profile is for"),
+                    Value::choice(ManagementService::words())},
+                   QStringLiteral("; more about it below")),
+        withRemark({OptionName::style,
+                    QStringLiteral("a payload of the product's own type, or preferences that are forced"),
+                    Value::choice(styleWords())},
+                   QStringLiteral("; without it what `--for` needs, or else the payload")),
+        {OptionName::scope, QStringLiteral("install it for the device or for a user"),
+         Value::choice({QStringLiteral("system"), QStringLiteral("user")})},
+        {OptionName::displayName, QStringLiteral("name of the profile for people"), Value::text("NAME")},
+        {OptionName::organization, QStringLiteral("who has made the profile"), Value::text("NAME")},
+        {OptionName::description, QStringLiteral("what the profile is for"), Value::text("TEXT")},
+        {OptionName::removalDisallowed, QStringLiteral("keep users from removing the profile")},
+    };
 }
 
 QList<Option> resultOptions()
@@ -96,12 +136,6 @@ QList<Option> resultOptions()
         withRemark({OptionName::sign, QStringLiteral("sign it with this identity; see \"pct identities\""),
                     Value::identity()},
                    QStringLiteral(". The signature is made with SHA-256")),
-        withRemark({OptionName::identifier,
-                    QStringLiteral("identifier of the profile, which replaces an installed one of the same"),
-                    Value::text("ID")},
-                   QStringLiteral("; wins over that of a source")),
-        withRemark({OptionName::uuid, QStringLiteral("UUID of the profile"), Value::text("UUID")},
-                   QStringLiteral(" in its usual form with four hyphens; wins over that of a source")),
         {OptionName::force, QStringLiteral("replace an output that exists already")},
     };
 }
@@ -111,14 +145,23 @@ QJsonObject profileRefusal(const VerbLine &line, const Problem &problem)
     return outcomeObject(requestOf(line), {problem, {}, {}});
 }
 
+void noteSigning(const ProfileRequest &request, Console &console)
+{
+    if (request.service && request.signer.isEmpty())
+        console.note(request.output, request.service->signingAdvice());
+}
+
 int runProfile(const VerbLine &line, Console &console)
 {
     console.setQuiet(line.isSet(OptionName::quiet));
     const ProfileRequest request = requestOf(line);
     Outcome outcome = outcomeOf(request);
     outcome.result = console.told(outcome.result);
+    if (outcome.result)
+        noteSigning(request, console);
     return console.writeOutcome(request.output, outcome.result, outcome.warnings,
-                                line.isSet(OptionName::json), [&] { return outcomeObject(request, outcome); });
+                                line.isSet(OptionName::json),
+                                [&] { return outcomeObject(request, outcome); });
 }
 
 } // namespace
@@ -131,9 +174,9 @@ Verb profileVerb()
                        "output appears only when it is complete.");
     verb.options =
         QList<Option>{required(productOption(QStringLiteral("the product that the profile is for")))} +
-        sourceOptions() + resultOptions() +
+        SettingsSource::options() + resultOptions() + IdentityChoice::options() + formOptions() +
         QList<Option>{withRemark(jsonOption(), QStringLiteral(", also when it fails")), quietOption()};
-    verb.furtherCheck = checkIdentity;
+    verb.furtherCheck = checkLine;
     verb.refusal = profileRefusal;
     return verb;
 }

@@ -10,7 +10,6 @@
 #include "core/Version.h"
 #include "package/MunkiItem.h"
 #include "package/SharedExpansion.h"
-#include "profile/PayloadUuid.h"
 #include "project/ProjectReport.h"
 
 #include <QDomDocument>
@@ -35,6 +34,15 @@ Result<> makeDocument(const ProjectOutput &, const OutputSources &sources, const
         path);
 }
 
+ProfileForm profileForm(const Project &project)
+{
+    ProfileForm form;
+    form.organization = project.identity.organization;
+    form.description = project.identity.description;
+    form.scope = ProfileForm::scopeOf(project.identity.scope);
+    return form;
+}
+
 Result<> makeProfile(const ProjectOutput &output, const OutputSources &sources, const QString &path,
                      QList<FileWarning> &warnings)
 {
@@ -44,11 +52,12 @@ Result<> makeProfile(const ProjectOutput &output, const OutputSources &sources, 
         return signer.problem();
     ProfileRequest request;
     request.product = project.product;
-    request.settings = sources.settings;
+    request.source.settings = sources.settings;
     request.output = path;
     request.signer = *signer;
-    request.identifier = project.identity.prefix + QLatin1Char('.') + sources.variant.name.text;
-    request.uuid = stableProfileUuid(request.identifier);
+    request.identity.identifier = project.identity.prefix + QLatin1Char('.') + sources.variant.name.text;
+    request.identity.isStable = true;
+    request.form = profileForm(project);
     ProfileJob job(request);
     const Result<> made = job.run();
     warnings += job.warnings();

@@ -117,10 +117,10 @@ Result<SettingsFile> parseJson(const QString &path, const Product *product)
                                   "\"reader\"")};
 }
 
-Result<SettingsFile> parseProfile(const QString &path)
+Result<SettingsFile> parseProfile(const QString &path, const Product *wanted = nullptr)
 {
     SettingsFile file;
-    const Result<ReadProfile> profile = readProfile(path, file.settings);
+    const Result<ReadProfile> profile = readProfile(path, file.settings, wanted);
     if (!profile)
         return Problem{path, QStringLiteral("%1; give a profile of the %2 or the %3")
                                  .arg(profile.problem().text, QString(Product::editor().title),
@@ -132,12 +132,12 @@ Result<SettingsFile> parseProfile(const QString &path)
 }
 
 /// An old-style profile may begin with anything.
-Result<SettingsFile> parseUnknown(const QString &path)
+Result<SettingsFile> parseUnknown(const QString &path, const Product *wanted)
 {
     Result<SettingsFile> document = parseDocument(path);
     if (document)
         return document;
-    Result<SettingsFile> profile = parseProfile(path);
+    Result<SettingsFile> profile = parseProfile(path, wanted);
     return profile ? profile : document;
 }
 
@@ -145,13 +145,13 @@ Result<SettingsFile> parse(const QString &path, FileKind kind, const Product *pr
 {
     switch (kind) {
     case FileKind::Profile:
-        return parseProfile(path);
+        return parseProfile(path, product);
     case FileKind::Document:
         return parseDocument(path);
     case FileKind::Json:
         return parseJson(path, product);
     default:
-        return parseUnknown(path);
+        return parseUnknown(path, product);
     }
 }
 
@@ -173,10 +173,10 @@ Result<SettingsFile> readDocument(const Product &wanted, const QString &path)
     return file;
 }
 
-Result<SettingsFile> readProfileFile(const QString &path)
+Result<SettingsFile> readProfileFile(const QString &path, const Product *wanted)
 {
     const Result<> file = checkFile(path, FileKind::Profile, QStringLiteral("a configuration profile"));
-    return file ? parseProfile(path) : file.problem();
+    return file ? parseProfile(path, wanted) : file.problem();
 }
 
 QString signersText(const QList<ProfileSigner> &signers)
@@ -189,8 +189,8 @@ QString signersText(const QList<ProfileSigner> &signers)
 
 Result<SettingsFile> readSettings(const QString &path, const Product *product, Contents contents)
 {
-    const QString wanted = QStringLiteral("a configuration document, a profile or a customized package");
-    if (const Result<> readable = checkReadable(path, wanted); !readable)
+    const QString give = QStringLiteral("a configuration document, a profile or a customized package");
+    if (const Result<> readable = checkReadable(path, give); !readable)
         return readable.problem();
     const FileKind kind = kindOfFile(path);
     if (kind == FileKind::Package)

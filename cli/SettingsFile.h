@@ -33,13 +33,14 @@ Result<SettingsFile> readDocument(const Product &wanted, const QString &path);
 /// product it is for this one, which may be null.
 Result<SettingsFile> readDocumentFile(const QString &path, const Product *product = nullptr);
 
-/// Reads a configuration profile, signed or not, whoever signed it.
-Result<SettingsFile> readProfileFile(const QString &path);
+/// Reads a configuration profile, signed or not, whoever signed it; of one with settings of both products
+/// those of `wanted`.
+Result<SettingsFile> readProfileFile(const QString &path, const Product *wanted = nullptr);
 
 /// Who signed a profile, for a message that begins "is signed by"; not empty. Names are printable in it.
 QString signersText(const QList<ProfileSigner> &signers);
 
-/// Reads a document, a profile or a customized package, whichever the file's contents say it is. JSON that
-/// names no product is for this one, which may be null.
+/// Reads a document, a profile or a customized package, whichever the file's contents say it is. The product,
+/// which may be null, is that of JSON that names none, and goes before the other in a profile of both.
 Result<SettingsFile> readSettings(const QString &path, const Product *product = nullptr,
                                   Contents contents = Contents::Dropped);

@@ -3,11 +3,17 @@
 
 #include "profile/propertylist/PropertyListInput.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
+#include <cerrno>
+#include <cstring>
 #include <pwd.h>
+#include <sys/stat.h>
 #include <unistd.h>
+
+using ManagedPreferences::File;
 
 namespace {
 
@@ -28,17 +34,54 @@ Result<QByteArray> read(const QString &path)
     return file.read(PropertyListInput::maximumBytes + 1);
 }
 
+/// None when there certainly is no file; one that is out of reach is there.
+std::optional<File> fileAt(const QString &path)
+{
+    struct stat status = {};
+    if (::stat(QFile::encodeName(path).constData(), &status) == 0)
+        return File{path, read(path)};
+    if (errno == ENOENT || errno == ENOTDIR)
+        return std::nullopt;
+    return File{path, Problem{{}, QString::fromLocal8Bit(std::strerror(errno))}};
+}
+
+std::optional<File> fileOfUser(const QString &folder, const QString &user, const QString &domain)
+{
+    if (user.isEmpty())
+        return std::nullopt;
+    return fileAt(QStringLiteral("%1/%2/%3.plist").arg(folder, user, domain));
+}
+
+QStringList usersWithin(const QString &folder)
+{
+    if (::geteuid() != 0)
+        return {userName()};
+    // Whatever is there, because what is out of reach may be a folder.
+    return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+                                  QDir::Name);
+}
+
+std::optional<File> fileOfEverybody(const QString &folder, const QString &domain)
+{
+    return fileAt(QStringLiteral("%1/%2.plist").arg(folder, domain));
+}
+
 } // namespace
 
-std::optional<ManagedPreferences::File> ManagedPreferences::fileOf(const QString &folder,
-                                                                   const QString &domain)
+std::optional<File> ManagedPreferences::fileOf(const QString &folder, const QString &domain)
 {
-    const QString user = userName();
-    const QString ofEverybody = QStringLiteral("%1/%2.plist").arg(folder, domain);
-    const QString ofTheUser = QStringLiteral("%1/%2/%3.plist").arg(folder, user, domain);
-    if (!user.isEmpty() && QFileInfo::exists(ofTheUser))
-        return File{ofTheUser, read(ofTheUser)};
-    if (QFileInfo::exists(ofEverybody))
-        return File{ofEverybody, read(ofEverybody)};
-    return std::nullopt;
+    const std::optional<File> ofTheUser = fileOfUser(folder, userName(), domain);
+    return ofTheUser ? ofTheUser : fileOfEverybody(folder, domain);
+}
+
+QList<File> ManagedPreferences::filesOf(const QString &folder, const QString &domain)
+{
+    QList<File> files;
+    if (const std::optional<File> ofEverybody = fileOfEverybody(folder, domain))
+        files.append(*ofEverybody);
+    for (const QString &user : usersWithin(folder)) {
+        if (const std::optional<File> ofUser = fileOfUser(folder, user, domain))
+            files.append(*ofUser);
+    }
+    return files;
 }

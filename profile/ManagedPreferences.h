@@ -4,6 +4,7 @@
 #include "core/Result.h"
 
 #include <QByteArray>
+#include <QList>
 #include <QString>
 
 #include <optional>
@@ -18,7 +19,10 @@ struct File
 };
 
 /// The preferences of a domain below `folder`: those of the current user, or else those of everybody;
-/// none when there are neither.
+/// none when there are neither. A file of which that cannot be told is one that cannot be read.
 std::optional<File> fileOf(const QString &folder, const QString &domain);
+
+/// Those of everybody and those of the current user; for root those of every user.
+QList<File> filesOf(const QString &folder, const QString &domain);
 
 } // namespace ManagedPreferences

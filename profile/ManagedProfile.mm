@@ -3,14 +3,12 @@
 
 #include "profile/ManagedProfile.h"
 
-#include "config/EditorXmlData.h"
 #include "config/Product.h"
 #include "core/Command.h"
 #include "core/HostPaths.h"
 #include "core/PrintableText.h"
-#include "profile/ManagedPreferences.h"
-#include "profile/ProfileReport.h"
 #include "profile/ProfileSettings.h"
+#include "profile/SettingsPayload.h"
 #include "profile/propertylist/FoundationPropertyList.h"
 #include "profile/propertylist/PropertyListInput.h"
 
@@ -23,29 +21,8 @@ using Payloads = QList<ProfileReport::Payload>;
 bool isOf(const Product &product, const ProfileReport::Payload &payload)
 {
     return payload.type == product.settingsType() || payload.identifier == product.bundleIdentifier ||
+           payload.identifier == managedPreferencesIdentifier(product) ||
            payload.settings.contains(product.settingsType());
-}
-
-/// The payloads with settings of the product, whichever way a management has wrapped them.
-Result<Payloads> reportedPayloads(const Product &product)
-{
-    const CommandResult report =
-        Command::run(QStringLiteral("/usr/sbin/system_profiler"),
-                     {QStringLiteral("SPConfigurationProfileDataType"), QStringLiteral("-xml")}, -1,
-                     PropertyListInput::maximumBytes);
-    if (const QString problem = report.outputProblem(); !problem.isEmpty())
-        return Problem{{}, problem};
-    const Result<Payloads> reported = ProfileReport::payloads(report.standardOutput);
-    if (!reported)
-        return Problem{{},
-                       QStringLiteral("the report of system_profiler cannot be read: ") +
-                           reported.problem().text};
-    Payloads found;
-    for (const ProfileReport::Payload &payload : *reported) {
-        if (isOf(product, payload))
-            found.append(payload);
-    }
-    return found;
 }
 
 /// The one profile that the values can come from; null when there are several or none.
@@ -100,7 +77,7 @@ Result<NSDictionary *> settingsIn(const ManagedPreferences::File &file)
 Result<Reading> ManagedProfile::read(EditorXmlData &data, const Product &product)
 {
     const AutoreleaseScope scope;
-    const Result<Payloads> payloads = reportedPayloads(product);
+    const Result<Payloads> payloads = reported(product);
     const auto file = ManagedPreferences::fileOf(HostPaths::managedPreferences(), product.settingsType());
     if (!file)
         return withoutValues(payloads);
@@ -109,4 +86,37 @@ Result<Reading> ManagedProfile::read(EditorXmlData &data, const Product &product
         return settings.problem();
     fillFromSettings(data, *settings, ConfigGenerator::EmptyPolicy::NotSet);
     return Reading{true, identify(data, payloads, textIn(*settings, @"PayloadUUID"))};
+}
+
+Result<Payloads> ManagedProfile::reported(const Product &product)
+{
+    const CommandResult report =
+        Command::run(QStringLiteral("/usr/sbin/system_profiler"),
+                     {QStringLiteral("SPConfigurationProfileDataType"), QStringLiteral("-xml")}, -1,
+                     PropertyListInput::maximumBytes);
+    if (const QString problem = report.outputProblem(); !problem.isEmpty())
+        return Problem{{}, problem};
+    const Result<Payloads> reported = ProfileReport::payloads(report.standardOutput);
+    if (!reported)
+        return Problem{{},
+                       QStringLiteral("the report of system_profiler cannot be read: ") +
+                           reported.problem().text};
+    Payloads found;
+    for (const ProfileReport::Payload &payload : *reported) {
+        if (isOf(product, payload))
+            found.append(payload);
+    }
+    return found;
+}
+
+Result<ManagedProfile::Values> ManagedProfile::valuesIn(const ManagedPreferences::File &file)
+{
+    const AutoreleaseScope scope;
+    const Result<NSDictionary *> settings = settingsIn(file);
+    if (!settings)
+        return settings.problem();
+    Values values;
+    fillFromSettings(values.settings, *settings, ConfigGenerator::EmptyPolicy::NotSet);
+    values.payloadUuid = textIn(*settings, @"PayloadUUID");
+    return values;
 }

@@ -4,6 +4,7 @@
 #import <Foundation/Foundation.h>
 
 #include "profile/ConfigGenerator.h"
+#include "profile/ProfileForm.h"
 
 struct EditorXmlData;
 struct Product;
@@ -40,7 +41,10 @@ struct Product;
 // The same for the rest of the tool, which has a product instead of a flag and is told why something failed.
 // The log gets the same lines.
 
-Result<NSString *> generateProfile(const EditorXmlData *data, const Product &product);
+Result<NSString *> generateProfile(const EditorXmlData *data, const Product &product,
+                                   const ProfileForm &form = {});
+Result<NSString *> generateSettings(const EditorXmlData &data, const Product &product,
+                                    const ProfileForm &form, SettingsForm wanted);
 
 /// One line says why the profiles cannot be listed. A machine without profiles gives nil, which is no
 /// problem.

@@ -9,7 +9,9 @@
 #include "core/Command.h"
 #include "core/PrintableText.h"
 #include "profile/InstalledProfile.h"
+#include "profile/ProfileDictionary.h"
 #include "profile/ProfileSettings.h"
+#include "profile/SettingsPayload.h"
 #include "profile/propertylist/CocoaLog.h"
 #include "profile/propertylist/FoundationPropertyList.h"
 #include "profile/propertylist/PropertyListFoundation.h"
@@ -36,22 +38,6 @@ NSArray *ungrouped(NSDictionary *groups)
     return profiles;
 }
 
-/// Reads the five members of a profile whose keys start with the prefix.
-void readIdentity(ProfilePayloadInfo &info, NSDictionary *profile, NSString *prefix)
-{
-    const auto text = [&](NSString *key) { return textIn(profile, [prefix stringByAppendingString:key]); };
-    info.PayloadDisplayName = text(@"DisplayName");
-    info.PayloadIdentifier = text(@"Identifier");
-    info.PayloadUUID = text(@"UUID");
-    info.PayloadOrganization = text(@"Organization");
-    info.PayloadDescription = text(@"Description");
-    cocoaLog(@"Profile Name: %@", toNSString(info.PayloadDisplayName));
-    cocoaLog(@"Profile Identifier: %@", toNSString(info.PayloadIdentifier));
-    cocoaLog(@"Profile UUID: %@", toNSString(info.PayloadUUID));
-    cocoaLog(@"Profile Organization: %@", toNSString(info.PayloadOrganization));
-    cocoaLog(@"Profile Description: %@", toNSString(info.PayloadDescription));
-}
-
 NSDictionary *firstMatch(NSArray *profiles, NSString *bundleIdentifier)
 {
     for (NSUInteger i = 0; i < [profiles count]; ++i) {
@@ -73,17 +59,50 @@ Result<> readsBack(NSString *xml, NSDictionary *written)
                                    : Problem{{}, QStringLiteral("it does not read back as it was written")};
 }
 
-Result<NSString *> checkedProfile(const EditorXmlData &data, const Product &product)
+Result<> isWritable(const EditorXmlData &data)
 {
     const QString unwritable = unwritableSetting(data);
-    if (!unwritable.isEmpty())
-        return Problem{{}, unwritable + QStringLiteral(" holds characters that no profile can hold")};
-    NSDictionary *profile = profileDictionary(data, product);
-    const Result<NSString *> xml = writePropertyList(profile);
+    if (unwritable.isEmpty())
+        return {};
+    return Problem{{}, unwritable + QStringLiteral(" holds characters that no profile can hold")};
+}
+
+/// The list as text that reads back as the same list.
+Result<NSString *> checkedText(NSDictionary *list)
+{
+    const Result<NSString *> xml = writePropertyList(list);
     if (!xml)
         return xml;
-    const Result<> isReadable = readsBack(*xml, profile);
+    const Result<> isReadable = readsBack(*xml, list);
     return isReadable ? xml : isReadable.problem();
+}
+
+Result<NSString *> checkedProfile(const EditorXmlData &data, const Product &product, const ProfileForm &form)
+{
+    const Result<> writable = isWritable(data);
+    return writable ? checkedText(profileDictionary(data, product, form)) : writable.problem();
+}
+
+/// What stands between the tags of the outermost dictionary, or the dictionary with them.
+NSString *withinList(NSString *xml, bool withTags)
+{
+    NSRange start = [xml rangeOfString:@"<dict>"];
+    NSRange end = [xml rangeOfString:@"</dict>" options:NSBackwardsSearch];
+    const NSUInteger from = withTags ? start.location : NSMaxRange(start);
+    const NSUInteger to = withTags ? NSMaxRange(end) : end.location;
+    return [xml substringWithRange:NSMakeRange(from, to - from)];
+}
+
+Result<NSString *> checkedSettings(const EditorXmlData &data, const Product &product, const ProfileForm &form,
+                                   SettingsForm wanted)
+{
+    const bool isPayload = wanted == SettingsForm::Payload;
+    const Result<NSString *> xml =
+        checkedText(isPayload ? payloadDictionary(data, product, form) : settingsDictionary(data));
+    if (!xml || wanted == SettingsForm::WholeList)
+        return xml;
+    NSString *inner = withinList(*xml, isPayload);
+    return isPayload ? [inner stringByAppendingString:@"\n"] : inner;
 }
 
 Result<NSArray *> parseProfiles(NSString *text)
@@ -151,11 +170,18 @@ NSString *listIn(const CommandResult &result)
 
 } // namespace
 
-Result<NSString *> generateProfile(const EditorXmlData *data, const Product &product)
+Result<NSString *> generateSettings(const EditorXmlData &data, const Product &product,
+                                    const ProfileForm &form, SettingsForm wanted)
+{
+    const Result<> writable = isWritable(data);
+    return writable ? checkedSettings(data, product, form, wanted) : writable.problem();
+}
+
+Result<NSString *> generateProfile(const EditorXmlData *data, const Product &product, const ProfileForm &form)
 {
     if (data == nullptr)
         return static_cast<NSString *>(@"");
-    const Result<NSString *> xml = checkedProfile(*data, product);
+    const Result<NSString *> xml = checkedProfile(*data, product, form);
     if (!xml)
         cocoaLog(@"Error generating mobileconfig: %@", toNSString(xml.problem().text));
     return xml;

@@ -6,10 +6,9 @@
 #include "profile/ConfigGenerator.h"
 
 struct EditorXmlData;
-struct Product;
 
-/// The profile of a product as a property list, with a new UUID for its settings payload. Autoreleased.
-NSDictionary *profileDictionary(const EditorXmlData &data, const Product &product);
+/// The settings as a property list, without what makes a payload of them. Autoreleased.
+NSDictionary *settingsDictionary(const EditorXmlData &data);
 
 /// Overlays the record with a settings payload. What the payload does not mention stays; the two ribbon
 /// elements are replaced in any case. Values of any type are taken, see FoundationPropertyList.

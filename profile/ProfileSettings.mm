@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "profile/ProfileSettings.h"
 
-#include "config/Product.h"
 #include "config/SettingItems.h"
-#include "profile/PayloadUuid.h"
 #include "profile/propertylist/FoundationPropertyList.h"
 #include "profile/propertylist/FoundationText.h"
 #include "profile/propertylist/PropertyListBridge.h"
@@ -45,26 +43,6 @@ NSDictionary *ribbonOf(Section section, const EditorXmlData &data)
 {
     const QDomElement &element = elementOf(settingIn(section), data);
     return single(toNSString(elementName(section)), QDomElementToNSDictionary(element));
-}
-
-NSDictionary *settingsPayload(const EditorXmlData &data, const Product &product)
-{
-    NSMutableDictionary *payload = [NSMutableDictionary dictionary];
-    for (const auto section : {Section::Preferences, Section::Plugins})
-        [payload setObject:itemsOf(section, data) forKey:toNSString(sectionName(section))];
-    for (const auto section : {Section::Ribbon, Section::QuickAccessBar})
-        [payload setObject:ribbonOf(section, data) forKey:toNSString(sectionName(section))];
-    [payload setObject:toNSString(freshUuid()) forKey:@"PayloadUUID"];
-    [payload setObject:toNSString(product.settingsType()) forKey:@"PayloadType"];
-    [payload setObject:toNSString(product.bundleIdentifier) forKey:@"PayloadIdentifier"];
-    return payload;
-}
-
-QString descriptionOf(const Product &product)
-{
-    return QStringLiteral("The configuration info will apply to %1, only for Subscription versions 2025.1+, "
-                          "and Classic 13.1.8+.")
-        .arg(product.title);
 }
 
 /// An empty text is what generation writes for what is not set.
@@ -111,18 +89,14 @@ void readElement(Section section, EditorXmlData &data, NSDictionary *settings)
 
 } // namespace
 
-NSDictionary *profileDictionary(const EditorXmlData &data, const Product &product)
+NSDictionary *settingsDictionary(const EditorXmlData &data)
 {
-    NSMutableDictionary *profile = [NSMutableDictionary dictionary];
-    [profile setObject:@"Configuration" forKey:@"PayloadType"];
-    [profile setObject:[NSNumber numberWithInt:1] forKey:@"PayloadVersion"];
-    [profile setObject:toNSString(data.payloadInfo.PayloadIdentifier) forKey:@"PayloadIdentifier"];
-    [profile setObject:toNSString(data.payloadInfo.PayloadUUID) forKey:@"PayloadUUID"];
-    [profile setObject:toNSString(product.title) forKey:@"PayloadDisplayName"];
-    [profile setObject:[NSArray arrayWithObject:settingsPayload(data, product)] forKey:@"PayloadContent"];
-    [profile setObject:@"Pelix Software Inc." forKey:@"PayloadOrganization"];
-    [profile setObject:toNSString(descriptionOf(product)) forKey:@"PayloadDescription"];
-    return profile;
+    NSMutableDictionary *settings = [NSMutableDictionary dictionary];
+    for (const auto section : {Section::Preferences, Section::Plugins})
+        [settings setObject:itemsOf(section, data) forKey:toNSString(sectionName(section))];
+    for (const auto section : {Section::Ribbon, Section::QuickAccessBar})
+        [settings setObject:ribbonOf(section, data) forKey:toNSString(sectionName(section))];
+    return settings;
 }
 
 void fillFromSettings(EditorXmlData &data, NSDictionary *settings, EmptyPolicy emptyPolicy)

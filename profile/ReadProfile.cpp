@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "profile/ReadProfile.h"
 
+#include "config/EditorXmlData.h"
 #include "profile/ConfigGenerator.h"
 #include "profile/propertylist/PropertyListInput.h"
 
@@ -58,38 +59,41 @@ Result<QList<ProfileSigner>> readSigners(const QString &path)
     return signers;
 }
 
-Result<ReadProfile> read(const QByteArray &bytes, EditorXmlData &data, const QList<ProfileSigner> &signers)
+Result<ReadProfile> read(const QByteArray &bytes, EditorXmlData &data, const Product *wanted,
+                         const QList<ProfileSigner> &signers)
 {
-    const Result<const Product *> product = ConfigGenerator::importAny(bytes, data);
+    const Result<const Product *> product = ConfigGenerator::importAny(bytes, data, wanted);
     if (!product)
         return product.problem();
     return ReadProfile{*product, signers};
 }
 
-Result<ReadProfile> readSigned(const QString &path, EditorXmlData &data)
+Result<ReadProfile> readSigned(const QString &path, EditorXmlData &data, const Product *wanted)
 {
     const Result<QByteArray> content = readSignedContent(path);
     if (!content)
         return content.problem();
     const Result<QList<ProfileSigner>> signers = readSigners(path);
-    return signers ? read(*content, data, *signers) : signers.problem();
+    return signers ? read(*content, data, wanted, *signers) : signers.problem();
 }
 
 } // namespace
 
-Result<ReadProfile> readProfile(const QString &path, EditorXmlData &data)
+Result<ReadProfile> readProfile(const QString &path, EditorXmlData &data, const Product *wanted)
 {
     const Result<QByteArray> bytes = readFile(path);
     if (!bytes)
         return bytes.problem();
-    return SignedMessage::isOne(*bytes) ? readSigned(path, data) : read(*bytes, data, {});
+    return SignedMessage::isOne(*bytes) ? readSigned(path, data, wanted) : read(*bytes, data, wanted, {});
 }
 
 Result<bool> readInstalledProfile(EditorXmlData &data, const Product &product)
 {
-    using namespace ConfigGenerator;
-    const Result<Installed> installed = importInstalled(data, product, EmptyPolicy::NotSet);
+    const Result<QList<EditorXmlData>> installed = ConfigGenerator::installedProfiles(product);
     if (!installed)
         return installed.problem();
-    return *installed == Installed::Filled;
+    if (installed->isEmpty())
+        return false;
+    data = installed->first();
+    return true;
 }

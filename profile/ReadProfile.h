@@ -10,11 +10,11 @@
 struct EditorXmlData;
 struct Product;
 
-// Two doors lead to profiles. The window's is CProfileGenerator: it reads unsigned files up to the size that it
-// can wait for, takes a MIP policy that is not set for off, and tells the log why something failed. `pct`
-// comes in here, for files and for the installed profile, and through ManagedProfile for what a management has in
-// force: profiles are read as they were written, with a policy that is not set, and a failure says why. Both
-// write with ConfigGenerator::generate, sign with CProfileGenerator, and meet property lists in
+// Two doors lead to profiles. The window's is CProfileGenerator: it reads unsigned files up to the size that
+// it can wait for, takes a MIP policy that is not set for off, and tells the log why something failed. `pct`
+// comes in here, for files and for the installed profile, and through ManagedProfile for what a management
+// has in force: profiles are read as they were written, with a policy that is not set, and a failure says
+// why. Both write with ConfigGenerator::generate, sign with CProfileGenerator, and meet property lists in
 // profile/propertylist/FoundationPropertyList.h only.
 
 struct ReadProfile
@@ -26,13 +26,14 @@ struct ReadProfile
 };
 
 /// Reads a configuration profile of either product: an XML, binary or old-style property list, as such or
-/// inside a signed message, whoever signed it. What the profile does not mention keeps its value in the
+/// inside a signed message, whoever signed it. Where both products have settings in it, it is of `wanted`,
+/// or without one of the first. What the profile does not mention keeps its value in the
 /// record. On failure the record is as it was; the problem does not name the file.
 ///
 /// Runs /usr/bin/security for a signed profile and blocks until it ends.
-Result<ReadProfile> readProfile(const QString &path, EditorXmlData &data);
+Result<ReadProfile> readProfile(const QString &path, EditorXmlData &data, const Product *wanted = nullptr);
 
-/// Fills the record from the product's profile that is installed on this machine. False, with the record as
-/// it was, when there is none; a problem when the installed profiles cannot be listed. Runs /usr/bin/profiles
-/// and blocks until it ends.
+/// Makes the record that of the product's profile that is installed on this machine, over the defaults.
+/// False, with the record as it was, when there is none; a problem when the installed profiles cannot be
+/// listed. Runs /usr/bin/profiles and blocks until it ends.
 Result<bool> readInstalledProfile(EditorXmlData &data, const Product &product);

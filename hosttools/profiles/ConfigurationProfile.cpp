@@ -65,12 +65,18 @@ void requireProfile(plist_t profile)
     requirePayloads(profile);
 }
 
+/// What is forced by its domain is wrapped under a name of its own.
+QByteArray shownKey(const QByteArray &key)
+{
+    return key == "PayloadContent" ? QByteArrayLiteral("PayloadContentManagedPreferences") : key;
+}
+
 Node shownItem(plist_t payload)
 {
     Node item(plist_new_dict());
     Node settings(plist_new_dict());
     forEach(payload, [&](const QByteArray &key, plist_t value) {
-        insert(isPayloadProperty(key) ? item.get() : settings.get(), key, copyOf(value));
+        insert(isPayloadProperty(key) ? item.get() : settings.get(), shownKey(key), copyOf(value));
     });
     insert(item.get(), "PayloadContent", std::move(settings));
     return item;

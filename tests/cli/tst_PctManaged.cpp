@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/cli/ProfileRunner.h"
+#include "tests/cli/ManagedMac.h"
 #include "tests/support/TestFiles.h"
 
 #include <QtTest>
 
+using namespace ManagedReport;
 using namespace ProfileXml;
 
 namespace {
@@ -12,101 +13,6 @@ QString text(const char *literal)
 {
     return QString::fromUtf8(literal);
 }
-
-const QByteArray domain = "com.pelix-software.Pelix.PDF.Editor.settings";
-const QByteArray payloadUuid = "11111111-2222-4333-8444-555555555555";
-
-const char *const nothingForTheUser =
-    "echo \"There are no configuration profiles installed for user 'jane'\"";
-
-QByteArray entry(const QByteArray &name, const QByteArray &further, const QList<QByteArray> &items = {})
-{
-    QByteArray text = key("_name", string(name)) + further;
-    if (!items.isEmpty())
-        text += key("_items", array(items.join()));
-    return dictionary(text);
-}
-
-QByteArray property(const QByteArray &name, const QByteArray &value)
-{
-    return key("spconfigprofile_" + name, string(value));
-}
-
-QByteArray reportedPayload(const QByteArray &type, const QByteArray &uuid, const QByteArray &data = "{ }")
-{
-    return entry(type, property("payload_identifier", "an.identifier") + property("payload_uuid", uuid) +
-                           property("payload_data", data));
-}
-
-QByteArray reportedProfile(const QByteArray &identifier, const QList<QByteArray> &payloads)
-{
-    return entry("Office profile",
-                 property("profile_identifier", identifier) +
-                     property("profile_uuid", "99999999-7777-4888-9999-AAAAAAAAAAAA") +
-                     property("organization", "Example") + property("description", "All Macs") +
-                     property("install_source", "MDM") + property("verification_state", "verified"),
-                 payloads);
-}
-
-QByteArray section(const QByteArray &name, const QList<QByteArray> &profiles)
-{
-    return entry(name, QByteArray(), profiles);
-}
-
-/// The whole report, with the header that the system puts in front.
-QByteArray report(const QList<QByteArray> &sections)
-{
-    return plist(array(dictionary(key("_SPCommandLineArguments", array(string("-xml"))) +
-                                  key("_dataType", string("SPConfigurationProfileDataType")) +
-                                  key("_items", array(sections.join())) +
-                                  key("_versionInfo", dictionary(QByteArray())))));
-}
-
-const QByteArray device = "spconfigprofile_section_deviceconfigprofiles";
-
-QByteArray managedSettings()
-{
-    return plist(dictionary(
-        key("PayloadUUID", string(payloadUuid)) + key("_manualProfile", "<false/>") +
-        key("Preferences",
-            array(preference("StartPage", key("Mode", string("0"))) +
-                  preference("HideMyApps", key("Mode", "<true/>")) +
-                  preference("bMIPCheckPolicyOnDocSave", key("Mode", "<integer>1</integer>")) +
-                  preference("LoginDomainList", key("String", string("a.example;b.example"))))) +
-        key("Plugins",
-            array(dictionary(key("Plugin", dictionary(key("Text", string("Plugin")) +
-                                                      key("UnloadPluginArray", string("one;two")))))))));
-}
-
-/// A user of a Mac that a management has set up: `profiles` shows nothing of it.
-class ManagedMac : public ProfileRunner
-{
-public:
-    ManagedMac()
-    {
-        setEnvironment(text("PCT_MANAGED_PREFERENCES"), m_preferences.path());
-        replaceTool(text("profiles"), nothingForTheUser);
-        reportIs(report(
-            {section(device, {reportedProfile("office.example", {reportedPayload(domain, payloadUuid)})})}));
-    }
-
-    QString preferences(const QString &user = {}) const
-    {
-        const QString name = QString::fromLatin1(domain) + text(".plist");
-        return m_preferences.filePath(user.isEmpty() ? name : user + QLatin1Char('/') + name);
-    }
-
-    void reportIs(const QByteArray &xml) const
-    {
-        TestFiles::write(file(text("../report.xml")), xml);
-        replaceTool(text("system_profiler"), "[ \"$*\" = 'SPConfigurationProfileDataType -xml' ] || exit 64\n"
-                                             "cat '" +
-                                                 file(text("../report.xml")).toUtf8() + "'");
-    }
-
-private:
-    QTemporaryDir m_preferences;
-};
 
 QString mode(const QJsonObject &profile, const char *item)
 {
@@ -315,7 +221,7 @@ void tst_PctManaged::theStandInReportsWhatIsInstalled()
                      ProfileXml::profile(payload(preference("StartPage", key("Mode", string("1"))))));
     mac.install(mac.file(text("listed")));
     mac.restoreTool(text("system_profiler"));
-    mac.replaceTool(text("profiles"), nothingForTheUser);
+    mac.listsNothing();
     TestFiles::write(mac.preferences(), managedSettings());
     const PctResult made = mac.makeProfile(true, {text("--installed")});
     QVERIFY2(made.exitCode == 0, made.err.constData());

@@ -271,9 +271,9 @@ void tst_PctProfile::theResultIsReportedAsJson()
     const ProfileRunner runner;
     const QString source = knownProfile(runner, true);
     const QJsonObject report = runner.makeProfile(true, {text("--from"), source, text("--json")}).json();
-    const QStringList keys{text("config"),    text("from"),    text("identity"), text("installed"),
-                           text("output"),    text("problem"), text("product"),  text("signer"),
-                           text("succeeded"), text("warnings")};
+    const QStringList keys{text("config"),    text("for"),    text("from"),      text("identity"),
+                           text("installed"), text("output"), text("problem"),   text("product"),
+                           text("signer"),    text("style"),  text("succeeded"), text("warnings")};
     QCOMPARE(report.keys(), keys);
     QCOMPARE(report.value(text("succeeded")), QJsonValue(true));
     QCOMPARE(report.value(text("problem")), QJsonValue());

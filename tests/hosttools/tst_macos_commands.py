@@ -20,9 +20,12 @@ TABLE, STAND_INS, APPLE_LIKE, SAMPLE = [os.path.abspath(path) for path in sys.ar
 IDENTITY = "Pelix Deployment"
 PROFILE = {"PayloadType": "Configuration", "PayloadVersion": 1, "PayloadIdentifier": "of.the.user",
            "PayloadUUID": "A1B2", "PayloadDisplayName": "A profile", "PayloadContent": [
-               {"PayloadType": "org.example.settings", "PayloadIdentifier": "org.example", "PayloadUUID": "C3D4"}]}
+               {"PayloadType": "org.example.settings", "PayloadIdentifier": "org.example", "PayloadUUID": "C3D4"},
+               {"PayloadType": "com.apple.ManagedClient.preferences", "PayloadIdentifier": "org.example.forced",
+                "PayloadUUID": "E5F6", "PayloadContent": {"org.example.settings": {"Forced": [
+                    {"mcx_preference_settings": {"Key": 1}}]}}}]}
 # The states that a row begins with, when it is not the plain one.
-WITH_PROFILES = {"profiles-user", "profiles-root", "report"}
+WITH_PROFILES = {"profiles-user", "profiles-root", "profiles-forced", "report"}
 AS_ROOT = {"profiles-none-root", "profiles-root"}
 REJECTED = {"notarytool-invalid"}
 WITHOUT_IDENTITY = {"security-identities-none"}
@@ -190,6 +193,11 @@ class Effects:
 
     def profiles_root(self):
         self.test.assertEqual(list(plistlib.loads(self.out)), ["_computerlevel"])
+
+    def profiles_forced(self):
+        items = plistlib.loads(self.out)[getpass.getuser()][0]["ProfileItems"]
+        self.test.assertEqual(items[1]["PayloadContent"],
+                              {"PayloadContentManagedPreferences": PROFILE["PayloadContent"][1]["PayloadContent"]})
 
     def profiles_none_root(self):
         start, end = self.out.split(b"</plist>")
