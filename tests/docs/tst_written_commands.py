@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: Apache-2.0
 """What README and guide tell people to type is typed here, word for word, and what they say comes of it is compared.
 
-tst_written_commands.py ROOT PCT STAND-INS SAMPLE-PACKAGE
+tst_written_commands.py ROOT GUIDE PCT STAND-INS SAMPLE-PACKAGE
 """
 import json
 import os
@@ -18,8 +18,7 @@ import xml.etree.ElementTree as ET
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "../support"))
 import signed_package as sp  # noqa: E402
 
-ROOT, PCT, STAND_INS, SAMPLE = [pathlib.Path(path).resolve() for path in sys.argv[1:5]]
-GUIDE = ROOT / "resources/help/en-US"
+ROOT, GUIDE, PCT, STAND_INS, SAMPLE = [pathlib.Path(path).resolve() for path in sys.argv[1:6]]
 TEAM = "AB12CD34EF"
 SIGNER = "Developer ID Installer: Example Ltd (%s)" % TEAM
 
