@@ -7,9 +7,10 @@
 #include "config/Product.h"
 #include "config/ProductSettings.h"
 #include "core/SafeFile.h"
-#include "core/Version.h"
 #include "package/MunkiItem.h"
 #include "package/SharedExpansion.h"
+#include "profile/ConfigGenerator.h"
+#include "profile/ManagementService.h"
 #include "project/ProjectReport.h"
 
 #include <QDomDocument>
@@ -34,13 +35,42 @@ Result<> makeDocument(const ProjectOutput &, const OutputSources &sources, const
         path);
 }
 
-ProfileForm profileForm(const Project &project)
+const ManagementService *serviceOf(const ProjectOutput &output)
 {
+    return ManagementService::find(output.option(QLatin1String("for")));
+}
+
+/// What is given goes before what the service needs.
+ProfileForm::Style styleOf(const ProjectOutput &output)
+{
+    const QString style = output.option(QLatin1String("style"));
+    const ManagementService *service = serviceOf(output);
+    if (style.isEmpty() && service)
+        return service->style;
+    return style == QLatin1String("mcx") ? ProfileForm::Style::ManagedPreferences
+                                         : ProfileForm::Style::Payload;
+}
+
+ProfileForm profileForm(const ProjectOutput &output, const Project &project)
+{
+    const ManagementService *service = serviceOf(output);
     ProfileForm form;
+    form.style = styleOf(output);
+    form.displayName = output.option(QLatin1String("display-name"));
     form.organization = project.identity.organization;
     form.description = project.identity.description;
     form.scope = ProfileForm::scopeOf(project.identity.scope);
+    form.isRemovalDisallowed = output.isSet(QLatin1String("removal-disallowed"));
+    form.hasPayloadVersion = service && service->needsPayloadVersion;
+    form.hasStableUuid = true;
     return form;
+}
+
+/// The same in every build, so that a replacement updates in place.
+IdentityChoice identityOf(const OutputSources &sources)
+{
+    const QString identifier = sources.project.identity.prefix + QLatin1Char('.') + sources.variant.name.text;
+    return {identifier, {}, true};
 }
 
 Result<> makeProfile(const ProjectOutput &output, const OutputSources &sources, const QString &path,
@@ -55,13 +85,36 @@ Result<> makeProfile(const ProjectOutput &output, const OutputSources &sources, 
     request.source.settings = sources.settings;
     request.output = path;
     request.signer = *signer;
-    request.identity.identifier = project.identity.prefix + QLatin1Char('.') + sources.variant.name.text;
-    request.identity.isStable = true;
-    request.form = profileForm(project);
+    request.identity = identityOf(sources);
+    request.form = profileForm(output, project);
+    request.service = serviceOf(output);
     ProfileJob job(request);
     const Result<> made = job.run();
     warnings += job.warnings();
     return made;
+}
+
+SettingsForm settingsForm(const ProjectOutput &output)
+{
+    const QString form = output.option(QLatin1String("form"));
+    if (form == QLatin1String("intune"))
+        return SettingsForm::BarePairs;
+    return form == QLatin1String("workspace-one") ? SettingsForm::Payload : SettingsForm::WholeList;
+}
+
+Result<> makePropertyList(const ProjectOutput &output, const OutputSources &sources, const QString &path,
+                          QList<FileWarning> &)
+{
+    const Product &product = *sources.project.product;
+    EditorXmlData settings = settingsForProduct(sources.settings, product);
+    if (const Result<> settled = identityOf(sources).settle(settings.payloadInfo); !settled)
+        return settled;
+    const Result<QString> text = ConfigGenerator::generateSettings(
+        settings, product, profileForm(output, sources.project), settingsForm(output));
+    if (text)
+        return SafeFile::replaceContents(path, text->toUtf8());
+    return Problem{path,
+                   QStringLiteral("no property list can hold these settings (%1)").arg(text.problem().text)};
 }
 
 Result<> makePackage(const ProjectOutput &output, const OutputSources &sources, const QString &path,
@@ -132,11 +185,10 @@ using Maker = Result<> (*)(const ProjectOutput &, const OutputSources &, const Q
 
 Maker makerOf(const QString &kind)
 {
-    static const QMap<QString, Maker> makers = {{QStringLiteral("document"), makeDocument},
-                                                {QStringLiteral("profile"), makeProfile},
-                                                {QStringLiteral("package"), makePackage},
-                                                {QStringLiteral("pkginfo"), makePkginfo},
-                                                {QStringLiteral("report"), makeReport}};
+    static const QMap<QString, Maker> makers = {
+        {QStringLiteral("document"), makeDocument},  {QStringLiteral("profile"), makeProfile},
+        {QStringLiteral("plist"), makePropertyList}, {QStringLiteral("package"), makePackage},
+        {QStringLiteral("pkginfo"), makePkginfo},    {QStringLiteral("report"), makeReport}};
     return makers.value(kind);
 }
 

@@ -133,7 +133,7 @@ QJsonObject outputObject(const ProjectOutput &output, const Project &project)
     for (auto option = output.options.begin(); option != output.options.end(); ++option)
         options.insert(option.key(), option->text);
     const Project::Identity &identity = project.identity;
-    const bool isProfile = output.kind == QLatin1String("profile");
+    const bool isProfile = output.kind == QLatin1String("profile") || output.kind == QLatin1String("plist");
     return {{QStringLiteral("kind"), output.kind},
             {QStringLiteral("path"), output.path.text},
             {QStringLiteral("options"), options},

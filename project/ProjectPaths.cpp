@@ -38,6 +38,7 @@ QString ProjectPaths::usualName(const ProjectOutput &output)
 {
     const QMap<QString, QString> endings = {{QStringLiteral("document"), QStringLiteral(".xml")},
                                             {QStringLiteral("profile"), QStringLiteral(".mobileconfig")},
+                                            {QStringLiteral("plist"), QStringLiteral(".plist")},
                                             {QStringLiteral("package"), QStringLiteral(".pkg")},
                                             {QStringLiteral("pkginfo"), QStringLiteral(".pkginfo")},
                                             {QStringLiteral("report"), QStringLiteral("-report.html")}};

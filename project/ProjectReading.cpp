@@ -280,10 +280,11 @@ private:
     {
         const bool isPackage = output.kind == QLatin1String("package");
         const bool isProfile = output.kind == QLatin1String("profile");
+        const bool isPayload = output.option(QLatin1String("form")) == QLatin1String("workspace-one");
         const bool isSigned = output.isSet(QLatin1String("sign"));
         if (isPackage && m_project.vendor.package.isEmpty())
             return QStringLiteral("vendor");
-        if (isProfile && m_project.identity.prefix.isEmpty())
+        if ((isProfile || isPayload) && m_project.identity.prefix.isEmpty())
             return QStringLiteral("identity");
         if (isPackage && isSigned && m_project.signing.packageIdentity.isEmpty())
             return QStringLiteral("signing: package");

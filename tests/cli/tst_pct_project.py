@@ -119,12 +119,34 @@ class Build(ProjectTest):
         self.assertEqual(profile["PayloadIdentifier"], "org.example.pelix.office")
         outer = uuid.uuid5(uuid.NAMESPACE_DNS, "org.example.pelix.office")
         self.assertEqual(profile["PayloadUUID"], str(outer).upper())
+        payload = profile["PayloadContent"][0]
+        self.assertEqual(payload["PayloadUUID"], str(uuid.uuid5(outer, payload["PayloadType"])).upper())
+        self.assertEqual(profile["PayloadOrganization"], "Example Ltd")
         root = xml.etree.ElementTree.parse(self.path("project/dist/office/office.xml")).getroot()
         modes = {item.get("Text"): item.get("Mode") for item in root.iter("Preference")}
         self.assertEqual(modes["StartPage"], "0")
         listing = subprocess.run(["bsdtar", "-tf", self.path("project/dist/kiosk/Editor-kiosk.pkg")], check=True,
                                  capture_output=True, text=True).stdout
         self.assertIn("Pelix_PDF_Editor.pkg/Scripts", listing.splitlines())
+
+    def test_what_managements_take(self):
+        domain = "com.pelix-software.Pelix.PDF.Editor.settings"
+        text = PROJECT.replace("Example Ltd}", "Example Ltd, scope: System}").replace(
+            "  home: {extends: common,", "  home: {extends: common, allow: [management-service], outputs: {profile: {for: jamf, "
+            "removal-disallowed: true}, plist: {form: workspace-one}, package: false, document: false},")
+        self.write(text + "  bare: {set: {bHideMyApps: true}, outputs: {plist: {form: intune}}}\n"
+                   "  whole: {set: {bHideMyApps: true}, outputs: {plist: }}\n")
+        self.assertEqual(set(self.results().values()), {"made"})
+        profile = plistlib.loads(content(self.path("project/dist/home/home.mobileconfig")))
+        self.assertEqual((profile["PayloadScope"], profile["PayloadRemovalDisallowed"]), ("System", True))
+        self.assertEqual(profile["PayloadContent"][0]["PayloadType"], "com.apple.ManagedClient.preferences")
+        self.assertEqual(list(profile["PayloadContent"][0]["PayloadContent"]), [domain])
+        payload = plistlib.loads(b'<plist version="1.0">' + content(self.path("project/dist/home/home.plist")) + b"</plist>",
+                                 fmt=plistlib.FMT_XML)
+        self.assertEqual(payload["PayloadType"], domain)
+        whole = plistlib.loads(content(self.path("project/dist/whole/whole.plist")))
+        bare = content(self.path("project/dist/bare/bare.plist"))
+        self.assertEqual(plistlib.loads(b'<plist version="1.0"><dict>' + bare + b"</dict></plist>", fmt=plistlib.FMT_XML), whole)
 
     def test_variants_that_share_an_expansion_are_what_single_builds_make(self):
         self.write()
@@ -176,7 +198,7 @@ class Build(ProjectTest):
         self.assertEqual(changes, {"office": [], "kiosk": ["dist/kiosk/Editor-kiosk.pkg is missing"],
                                    "home": ["dist/home/home.xml is not as it was made"]})
         self.assertEqual(self.results(), {"office": "current", "kiosk": "made", "home": "made"})
-        self.assertEqual([path for path in self.files() if path.endswith(".xml") and
+        self.assertEqual([path for path in self.files() if path.endswith((".xml", ".mobileconfig")) and
                           self.files()[path] != before[path]], [])
 
     def test_one_variant(self):
@@ -189,10 +211,10 @@ class Build(ProjectTest):
     def test_several_at_a_time_make_the_same(self):
         self.write()
         self.build(SOURCE_DATE_EPOCH="1700000000")
-        one = {path: digest for path, digest in self.files().items() if not path.endswith(".mobileconfig")}
+        one = self.files()
         shutil.rmtree(self.path("project/dist"))
         self.build("-j", "3", SOURCE_DATE_EPOCH="1700000000")
-        self.assertEqual({**self.files(), **one}, self.files())
+        self.assertEqual(self.files(), one)
 
     def test_nothing_is_deleted_and_what_is_stale_is_told(self):
         self.write()
