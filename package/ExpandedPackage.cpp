@@ -130,6 +130,13 @@ Result<> ExpandedPackage::addPreference(const Preference &preference, const QStr
                            QStringLiteral("s+plistValue=\"+plistValue=\"%1+").arg(entry));
 }
 
+Result<> ExpandedPackage::addIManageLogin(const QString &folder, const Product &product)
+{
+    return addPreference(
+        {QStringLiteral("iManage10/loginMethod"), QStringLiteral("UseOAuth2"), QStringLiteral("1")}, folder,
+        product);
+}
+
 Result<> ExpandedPackage::makeDefaultViewer(const QString &component)
 {
     const QString scripts = component + QDir::separator() + QStringLiteral("Scripts/");

@@ -35,6 +35,9 @@ Result<> addDocument(const QString &document, const QString &folder, const Produ
 /// Puts "key/name:value;" in front of the preference entries.
 Result<> addPreference(const Preference &preference, const QString &folder, const Product &product);
 
+/// Puts the entry that selects the sign-in of iManage there.
+Result<> addIManageLogin(const QString &folder, const Product &product);
+
 /// Adds the `duti` tool and switches on that postinstall registers the product as PDF viewer. Only for a
 /// component package.
 Result<> makeDefaultViewer(const QString &component);

@@ -183,11 +183,8 @@ Result<> Build::makeDefaultViewer()
 
 Result<> Build::addIManageLogin()
 {
-    if (!m_settings.wantsIManageLogin)
-        return {};
-    return ExpandedPackage::addPreference(
-        {QStringLiteral("iManage10/loginMethod"), QStringLiteral("UseOAuth2"), QStringLiteral("1")},
-        m_component, m_product);
+    return m_settings.wantsIManageLogin ? ExpandedPackage::addIManageLogin(m_component, m_product)
+                                        : Result<>();
 }
 
 /// A script that cannot be adapted is worth a warning, not the build.
@@ -213,6 +210,8 @@ Result<> Build::flatten()
 {
     if (Result<> staged = flattenStaged(m_plan.workFolder, m_product, *m_output); !staged)
         return staged;
+    if (Result<> judged = m_plan.judge ? m_plan.judge(m_output->stagedPath()) : Result<>(); !judged)
+        return judged;
     if (Result<> different = checkFilesDiffer(m_files); !different)
         return different;
     if (Result<> placed = m_output->place(); !placed)

@@ -43,6 +43,9 @@ struct BuildPlan
     std::optional<bool> isSignedByVendor;
     const Product *product = &Product::editor();
 
+    /// Judges the complete package before it takes its place, when it is set; a problem keeps it from there.
+    std::function<Result<>(const QString &package)> judge;
+
     /// Called once, after the package has been expanded; without it the package gets the defaults.
     std::function<PackageSettings()> collectSettings;
 };
