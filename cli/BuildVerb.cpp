@@ -23,6 +23,8 @@ PackageRequest requestOf(const VerbLine &line)
     request.output = line.path(OptionName::output);
     request.config = line.path(OptionName::config);
     request.keptDocument = line.path(OptionName::keepConfig);
+    request.provenance = line.path(OptionName::provenance);
+    request.verifies = line.isSet(OptionName::verify);
     request.force = line.isSet(OptionName::force);
     request.demands = demandsOf(line, OptionName::vendorTeam);
     request.signing = signingFrom(line, OptionName::sign);
@@ -47,6 +49,8 @@ QJsonObject outcomeObject(const PackageRequest &request, const Outcome &outcome)
         {QStringLiteral("output"), request.output},
         {QStringLiteral("config"), textOrNull(request.config)},
         {QStringLiteral("keptDocument"), textOrNull(request.keptDocument)},
+        {QStringLiteral("provenance"), textOrNull(request.provenance)},
+        {QStringLiteral("verified"), request.verifies && outcome.result},
         {QStringLiteral("warnings"), warningsArray(outcome.warnings)},
     };
 }
@@ -107,7 +111,17 @@ Verb buildVerb()
     };
     verb.options += signingOptions();
     verb.options += {
-        {OptionName::force, QStringLiteral("replace an output and a kept document that exist already")},
+        withRemark({OptionName::verify,
+                    QStringLiteral("judge the new package against the vendor's before it takes its place")},
+                   QStringLiteral(", as `pct verify --vendor` does; what does not hold is not kept")),
+        withRemark({OptionName::provenance, QStringLiteral("where to state of what the new package was made"),
+                    Value::json()},
+                   QStringLiteral(
+                       ": an in-toto statement with SLSA provenance v1, with the SHA-256 of the package, "
+                       "the vendor's, the settings and the document, the version of `pct` and "
+                       "SOURCE_DATE_EPOCH. Equal builds state the same, byte for byte. It is a record, and "
+                       "no proof until somebody signs it")),
+        {OptionName::force, QStringLiteral("replace an output and other files to make that exist already")},
         withRemark(jsonOption(), QStringLiteral(", also when the build fails")),
         quietOption(),
     };

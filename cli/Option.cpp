@@ -79,6 +79,11 @@ Value Value::report(const char *name)
             {QStringLiteral("html"), QStringLiteral("md"), QStringLiteral("json")}};
 }
 
+Value Value::json()
+{
+    return {QStringLiteral("FILE"), Kind::File, {QStringLiteral("json")}};
+}
+
 QString Option::longForm() const
 {
     return QStringLiteral("--") + name;

@@ -17,6 +17,8 @@ template <int size> constexpr QLatin1String latin1(const char (&text)[size])
 
 inline constexpr QLatin1String allowAnyCertificate = latin1("allow-any-certificate");
 inline constexpr QLatin1String config = latin1("config");
+inline constexpr QLatin1String deep = latin1("deep");
+inline constexpr QLatin1String duti = latin1("duti");
 inline constexpr QLatin1String description = latin1("description");
 inline constexpr QLatin1String displayName = latin1("display-name");
 inline constexpr QLatin1String force = latin1("force");
@@ -26,6 +28,7 @@ inline constexpr QLatin1String forUse = latin1("for");
 inline constexpr QLatin1String from = latin1("from");
 inline constexpr QLatin1String help = latin1("help");
 inline constexpr QLatin1String hideCommand = latin1("hide-command");
+inline constexpr QLatin1String html = latin1("html");
 inline constexpr QLatin1String identifier = latin1("identifier");
 inline constexpr QLatin1String identity = latin1("identity");
 inline constexpr QLatin1String input = latin1("input");
@@ -34,9 +37,11 @@ inline constexpr QLatin1String jobs = latin1("jobs");
 inline constexpr QLatin1String json = latin1("json");
 inline constexpr QLatin1String keepConfig = latin1("keep-config");
 inline constexpr QLatin1String keychainProfile = latin1("keychain-profile");
+inline constexpr QLatin1String markdown = latin1("markdown");
 inline constexpr QLatin1String organization = latin1("organization");
 inline constexpr QLatin1String output = latin1("output");
 inline constexpr QLatin1String product = latin1("product");
+inline constexpr QLatin1String provenance = latin1("provenance");
 inline constexpr QLatin1String quickAccess = latin1("quick-access");
 inline constexpr QLatin1String quiet = latin1("quiet");
 inline constexpr QLatin1String removalDisallowed = latin1("removal-disallowed");
@@ -54,7 +59,9 @@ inline constexpr QLatin1String timestamp = latin1("timestamp");
 inline constexpr QLatin1String trustAnchors = latin1("trust-anchors");
 inline constexpr QLatin1String uuid = latin1("uuid");
 inline constexpr QLatin1String variant = latin1("variant");
+inline constexpr QLatin1String vendor = latin1("vendor");
 inline constexpr QLatin1String vendorTeam = latin1("vendor-team");
+inline constexpr QLatin1String verify = latin1("verify");
 inline constexpr QLatin1String version = latin1("version");
 
 } // namespace OptionName
@@ -86,6 +93,7 @@ struct Value
     static Value settingsOrProject(const char *name);
     static Value identity();
     static Value certificates();
+    static Value json();
 };
 
 /// One option of a verb. All texts are for people, in the style "the package to make".

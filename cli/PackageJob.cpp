@@ -3,14 +3,18 @@
 
 #include "cli/InputFile.h"
 #include "cli/Installer.h"
+#include "cli/ResultCheck.h"
 #include "cli/SettingsFile.h"
 #include "config/Product.h"
 #include "config/ProductSettings.h"
 #include "core/OutputFile.h"
 #include "core/PathRules.h"
 #include "core/SafeFile.h"
+#include "core/Version.h"
 #include "package/PackageBuild.h"
 #include "package/SharedExpansion.h"
+#include "package/SourceDate.h"
+#include "package/verification/Provenance.h"
 
 #include <QFileInfo>
 
@@ -30,15 +34,16 @@ PackageJob::PackageJob(const PackageRequest &request)
     : m_request(request)
     , m_output(heldPlace(request.output, request.force))
     , m_keptDocument(heldPlace(request.keptDocument, request.force))
+    , m_provenance(heldPlace(request.provenance, request.force))
 {
 }
 
 Result<> PackageJob::run()
 {
     using Stage = Result<> (PackageJob::*)();
-    for (const Stage stage :
-         {&PackageJob::checkPaths, &PackageJob::takeSettings, &PackageJob::checkInput,
-          &PackageJob::checkSignature, &PackageJob::build, &PackageJob::sign, &PackageJob::keepDocument}) {
+    for (const Stage stage : {&PackageJob::checkPaths, &PackageJob::takeSettings, &PackageJob::checkInput,
+                              &PackageJob::checkSignature, &PackageJob::build, &PackageJob::sign,
+                              &PackageJob::keepDocument, &PackageJob::stateProvenance}) {
         if (Result<> done = (this->*stage)(); !done)
             return done;
     }
@@ -61,19 +66,20 @@ Result<> PackageJob::checkPaths()
         if (Result<> quotable = PathRules::quotable(path); !quotable)
             return quotable;
     }
-    if (Result<> different =
-            PathRules::allDiffer({{QStringLiteral("input"), m_request.input},
-                                  {QStringLiteral("configuration"), m_request.config},
-                                  {QStringLiteral("output"), m_request.output},
-                                  {QStringLiteral("kept document"), m_request.keptDocument}});
+    if (Result<> different = PathRules::allDiffer({{QStringLiteral("input"), m_request.input},
+                                                   {QStringLiteral("configuration"), m_request.config},
+                                                   {QStringLiteral("output"), m_request.output},
+                                                   {QStringLiteral("kept document"), m_request.keptDocument},
+                                                   {QStringLiteral("statement"), m_request.provenance}});
         !different)
         return different;
     if (Result<> signable = m_request.signing.identity.isEmpty() ? Result<>() : canSignPackages(); !signable)
         return signable;
-    Result<> output = checkWritable(m_request.output, m_request.force);
-    if (!output || m_request.keptDocument.isEmpty())
-        return output;
-    return checkWritable(m_request.keptDocument, m_request.force);
+    for (const QString &path : {m_request.output, m_request.keptDocument, m_request.provenance}) {
+        if (Result<> writable = path.isEmpty() ? Result<>() : checkWritable(path, m_request.force); !writable)
+            return writable;
+    }
+    return {};
 }
 
 Result<> PackageJob::takeSettings()
@@ -151,6 +157,8 @@ BuildPlan PackageJob::plan() const
     plan.removesWorkFolder = false;
     plan.insistsOnScripts = true;
     plan.product = m_request.product;
+    if (m_request.verifies)
+        plan.judge = [this](const QString &package) { return verify(package); };
     plan.collectSettings = [this] {
         return PackageSettings{m_settings, m_settings.bSetAsDefaultViewer,
                                m_request.product->isEditor() && m_settings.bUseOAuth2};
@@ -169,6 +177,17 @@ Result<> PackageJob::useExpansion(BuildPlan &plan) const
     plan.workFolder = *folder;
     plan.isExpanded = true;
     return {};
+}
+
+Result<> PackageJob::verify(const QString &package) const
+{
+    VerificationRequest request;
+    request.result = package;
+    request.vendor = m_request.input;
+    request.product = m_request.product;
+    request.settings = m_settings;
+    const Result<> verdict = checkResult(request).verdict;
+    return verdict ? verdict : Problem{{}, QStringLiteral("the new package ") + verdict.problem().text};
 }
 
 Result<> PackageJob::sign()
@@ -195,4 +214,40 @@ Result<> PackageJob::keepDocument()
         m_request.keptDocument,
         QStringLiteral("the document cannot be kept (%1); the package was made all the same, as %2")
             .arg(kept.problem().text + advice, m_request.output)};
+}
+
+Result<> PackageJob::stateProvenance()
+{
+    if (m_request.provenance.isEmpty())
+        return {};
+    const Result<ProvenanceFacts> facts = provenanceFacts();
+    const Result<> stated =
+        facts ? m_provenance->write(provenanceStatement(*facts)) : Result<>(facts.problem());
+    if (stated)
+        return {};
+    const QString advice = m_provenance->isTaken() ? forceAdvice() : QString();
+    return Problem{
+        m_request.provenance,
+        QStringLiteral("the statement cannot be written (%1); the package was made all the same, as %2")
+            .arg(stated.problem().text + advice, m_request.output)};
+}
+
+Result<ProvenanceFacts> PackageJob::provenanceFacts() const
+{
+    ProvenanceFacts facts;
+    facts.product = m_request.product->word;
+    facts.toolVersion = QString::fromLatin1(toolVersion);
+    if (const Result<std::optional<qint64>> sourceDate = SourceDate::read(); sourceDate)
+        facts.sourceDate = *sourceDate;
+    const QList<QPair<StatedFile *, QString>> files{{&facts.package, m_request.output},
+                                                    {&facts.vendor, m_request.input},
+                                                    {&facts.settings, m_request.config},
+                                                    {&facts.document, m_document}};
+    for (const auto &[file, path] : files) {
+        const Result<StatedFile> stated = statedFile(path);
+        if (!stated)
+            return stated.problem();
+        *file = *stated;
+    }
+    return facts;
 }

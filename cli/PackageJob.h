@@ -15,6 +15,7 @@
 #include <optional>
 
 struct BuildPlan;
+struct ProvenanceFacts;
 struct Product;
 class OutputFile;
 class SharedExpansion;
@@ -28,7 +29,9 @@ struct PackageRequest
     QString config; ///< document to take the settings from; without one they are the defaults
     std::optional<EditorXmlData> settings; ///< instead of a document
     SharedExpansion *expansion = nullptr;  ///< of the input, when builds share one; the caller's
+    QString provenance;                    ///< where it is stated of what the package was made, or empty
     QString keptDocument;                  ///< where the document that the package carries is kept
+    bool verifies = false;                 ///< the new package is judged before it takes its place
     bool force = false;                    ///< replace an existing output and kept document
     SignatureDemands demands;              ///< of the vendor's signature
     PackageSigning signing;                ///< of the new package
@@ -56,9 +59,12 @@ private:
     Result<> build();
     Result<> sign();
     Result<> keepDocument();
+    Result<> stateProvenance();
 
     BuildPlan plan() const;
     Result<> useExpansion(BuildPlan &plan) const;
+    Result<> verify(const QString &package) const;
+    Result<ProvenanceFacts> provenanceFacts() const;
 
     PackageRequest m_request;
     EditorXmlData m_settings;
@@ -66,6 +72,7 @@ private:
     std::shared_ptr<OutputFile> m_output;
     std::shared_ptr<OutputFile> m_built; ///< what is signed into the output, or the output itself
     std::shared_ptr<OutputFile> m_keptDocument;
+    std::shared_ptr<OutputFile> m_provenance;
     PrivateFolder m_folder;
     std::optional<bool> m_isSignedByVendor;
     QString m_document; ///< where the build writes the document

@@ -1,13 +1,49 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/Console.h"
 #include "cli/ExitCode.h"
+#include "cli/Installer.h"
 #include "cli/Json.h"
+#include "cli/PrivateFolder.h"
 #include "cli/SettingsFile.h"
 #include "cli/SettingValue.h"
 #include "cli/VerbLine.h"
 #include "config/Product.h"
+#include "package/InstallActions.h"
 
 namespace {
+
+bool isPackage(const SettingsFile &file)
+{
+    return file.kind == QLatin1String("package");
+}
+
+/// What the scripts of a package do. It has been read before, so there is nothing more to say when this
+/// fails.
+QList<InstallAction> installationOf(const QString &path, const SettingsFile &file)
+{
+    const PrivateFolder folder;
+    const Result<QString> scripts =
+        extractScripts(path, *file.product, folder.makeSubfolder(QStringLiteral("scripts")));
+    return scripts ? installActions(*scripts) : QList<InstallAction>();
+}
+
+QJsonArray installationArray(const QList<InstallAction> &actions)
+{
+    QJsonArray array;
+    for (const InstallAction &action : actions)
+        array.append(QJsonObject{{QStringLiteral("name"), action.name},
+                                 {QStringLiteral("happens"), action.happens},
+                                 {QStringLiteral("text"), action.text}});
+    return array;
+}
+
+QList<Console::Row> installationRows(const QList<InstallAction> &actions)
+{
+    QList<Console::Row> rows;
+    for (const InstallAction &action : actions)
+        rows.append({action.name, action.text});
+    return rows;
+}
 
 bool isProfile(const SettingsFile &file)
 {
@@ -40,12 +76,14 @@ QJsonArray signersArray(const QList<ProfileSigner> &signers)
     return array;
 }
 
-QJsonObject fileObject(const SettingsFile &file)
+QJsonObject fileObject(const QString &path, const SettingsFile &file)
 {
     QJsonObject object{{QStringLiteral("kind"), file.kind},
                        {QStringLiteral("product"), file.product->word},
                        {QStringLiteral("settings"), settingsObject(file)}};
     insertWarnings(object, file.warnings);
+    if (isPackage(file))
+        object.insert(QStringLiteral("installation"), installationArray(installationOf(path, file)));
     if (isProfile(file)) {
         object.insert(QStringLiteral("identity"), identityObject(file.settings.payloadInfo));
         object.insert(QStringLiteral("signer"),
@@ -87,6 +125,8 @@ QString signatureNote(const SettingsFile &file)
 void writeReadable(const QString &path, const SettingsFile &file, Console &console)
 {
     console.writeTable(QStringLiteral("%1 %2").arg(QString(file.product->title), file.kind), fileRows(file));
+    if (isPackage(file))
+        console.writeTable(QStringLiteral("At installation"), installationRows(installationOf(path, file)));
     if (isProfile(file))
         console.note(path, signatureNote(file));
 }
@@ -100,7 +140,7 @@ int runShow(const VerbLine &line, Console &console)
         return ExitCode::refused;
     }
     if (line.isSet(OptionName::json))
-        console.writeJson(fileObject(*file));
+        console.writeJson(fileObject(path, *file));
     else
         writeReadable(path, *file, console);
     console.warn(file->warnings);
@@ -115,7 +155,8 @@ Verb showVerb()
               QLatin1String("print the settings in a document, a profile or a package"), runShow};
     verb.description = QStringLiteral(
         "Prints the settings that a file holds. Settings that the file does not mention have their "
-        "default values; those that a profile has no place for are not printed of one.");
+        "default values; those that a profile has no place for are not printed of one. Of a "
+        "package it also says what its scripts will do at installation.");
     verb.options = {jsonOption()};
     verb.operands = {{Value::settings("FILE"),
                       QStringLiteral("a configuration document, a profile or a customized package")}};

@@ -36,11 +36,11 @@ QString lastWord(const Verb &verb)
 const VerbTable &pctVerbs()
 {
     static const VerbTable table{
-        checkVerb(),          buildVerb(),        profileVerb(),     plistVerb(),         showVerb(),
-        diffVerb(),           driftVerb(),        identitiesVerb(),  verifyVerb(),        configVerb(),
-        configNewVerb(),      configSetVerb(),    configUnsetVerb(), configGetVerb(),     configNamesVerb(),
-        configCommandsVerb(), signVerb(),         notarizeVerb(),    projectVerb(),       projectInitVerb(),
-        projectBuildVerb(),   projectCheckVerb(), projectListVerb(), projectSchemaVerb(), lintVerb(),
-        schemaVerb()};
+        checkVerb(),          plistVerb(),        driftVerb(),        previewVerb(),      buildVerb(),        profileVerb(),      showVerb(),
+        diffVerb(),           compareVerb(),      identitiesVerb(),   verifyVerb(),       configVerb(),
+        configNewVerb(),      configSetVerb(),    configUnsetVerb(),  configGetVerb(),    configNamesVerb(),
+        configCommandsVerb(), signVerb(),         notarizeVerb(),     projectVerb(),      projectInitVerb(),
+        projectBuildVerb(),   projectCheckVerb(), projectListVerb(),  projectSchemaVerb(),
+        lintVerb(),           schemaVerb()};
     return table;
 }

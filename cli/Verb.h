@@ -59,6 +59,8 @@ Verb buildVerb();
 Verb profileVerb();
 Verb plistVerb();
 Verb showVerb();
+Verb previewVerb();
+Verb compareVerb();
 Verb diffVerb();
 Verb driftVerb();
 Verb identitiesVerb();

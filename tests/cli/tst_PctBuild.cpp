@@ -197,6 +197,7 @@ void tst_PctBuild::jsonSaysWhatWasMade()
         {text("succeeded"), true},         {text("problem"), QJsonValue()}, {text("product"), text("editor")},
         {text("version"), text("13.1.2")}, {text("input"), build.input},    {text("output"), build.output},
         {text("config"), config},          {text("keptDocument"), kept},    {text("warnings"), QJsonArray()},
+        {text("verified"), false},         {text("provenance"), QJsonValue()},
     };
     QCOMPARE(result.json(), expected);
     QCOMPARE(result.err, QByteArray());
