@@ -80,7 +80,7 @@ std::optional<DigestedBytes> digestOf(ByteStream &bytes, const QByteArray &style
     return result;
 }
 
-Result<QByteArray> sha256OfFile(const QString &path)
+Result<QByteArray> digestOfFile(const QString &path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))

@@ -49,4 +49,4 @@ struct DigestedBytes
 std::optional<DigestedBytes> digestOf(ByteStream &bytes, const QByteArray &style, qint64 most);
 
 /// SHA-256 of a whole file.
-Result<QByteArray> sha256OfFile(const QString &path);
+Result<QByteArray> digestOfFile(const QString &path);

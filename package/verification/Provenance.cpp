@@ -154,7 +154,7 @@ Result<StatedFile> statedFile(const QString &path)
 {
     if (path.isEmpty())
         return StatedFile();
-    const Result<QByteArray> digest = sha256OfFile(path);
+    const Result<QByteArray> digest = digestOfFile(path);
     if (!digest)
         return digest.problem();
     return StatedFile{QFileInfo(path).fileName(), *digest};
