@@ -247,7 +247,7 @@ QString inMarkdown(const QString &text)
 {
     QString safe = printableText(text).toHtmlEscaped();
     for (const char special : {'\\', '|', '*', '_', '`', '[', ']'})
-        safe.replace(QLatin1Char(special), QStringLiteral("\\") + QLatin1Char(special));
+        safe.replace(QLatin1Char(special), QString(QStringLiteral("\\") + QLatin1Char(special)));
     return safe;
 }
 

@@ -170,6 +170,7 @@ const QList<Member> &members()
              return readIdentity(value, file.settings.payloadInfo);
          }},
         {QStringLiteral("warnings"), passOver},
+        {QStringLiteral("installation"), passOver},
         {QStringLiteral("signer"), passOver},
         {QStringLiteral("signers"), passOver}};
     return all;

@@ -297,6 +297,12 @@ class Show(PackageTest):
         for words in ("At installation", "default PDF viewer, by duti", "iManage 10 is set", "at the console"):
             self.assertIn(words, text)
 
+    def test_what_is_shown_of_a_package_is_taken_as_settings(self):
+        self.actions()
+        sp.write(self.path("shown.json"), self.pct("show", "--json", self.path("built.pkg")).stdout.encode())
+        again = self.pct("diff", self.path("shown.json"), self.path("built.pkg"))
+        self.assertEqual((again.returncode, again.stdout), (0, ""), again.stderr)
+
     def test_scripts_that_were_not_adapted(self):
         newer = self.with_script("new.pkg", "preinstall", b"mydir=`pwd`", b"mydir=$PWD")
         self.pct("build", "--product", "editor", "--input", newer, "--output", self.path("built.pkg"))
