@@ -36,13 +36,13 @@ Result<VerificationRequest> requestOf(const VerbLine &line)
     return request;
 }
 
-QString placeOf(const Finding &finding)
+QString placeOf(const Deviation &finding)
 {
     return finding.entry.isEmpty() ? QStringLiteral("the package") : finding.entry;
 }
 
 /// The rest stands in the result.
-Problem differs(const VerificationRequest &request, const Findings &findings)
+Problem differs(const VerificationRequest &request, const Deviations &findings)
 {
     const QString others =
         findings.size() == 1 ? QString() : QStringLiteral(" and %1 more").arg(findings.size() - 1);
@@ -62,7 +62,7 @@ Result<ResultVerification> verified(const VerificationRequest &request)
 
 ResultCheck judged(const VerificationRequest &request, const ResultVerification &verification)
 {
-    const Findings &findings = verification.findings;
+    const Deviations &findings = verification.findings;
     return {findings.isEmpty() ? Result<>() : Result<>(differs(request, findings)), verification};
 }
 
@@ -80,10 +80,10 @@ Result<QByteArray> readStatement(const QString &path)
 }
 
 /// What the statement that the line names says of the files otherwise; nothing without one.
-Result<Findings> statedOtherwise(const VerbLine &line, const VerificationRequest &request)
+Result<Deviations> statedOtherwise(const VerbLine &line, const VerificationRequest &request)
 {
     if (!line.isSet(OptionName::provenance))
-        return Findings();
+        return Deviations();
     const Result<QByteArray> statement = readStatement(line.path(OptionName::provenance));
     if (!statement)
         return statement.problem();
@@ -155,7 +155,7 @@ ResultCheck checkResult(const VerbLine &line)
                                                         : Result<ResultVerification>(ResultVerification());
     if (!verification)
         return {verification.problem(), std::nullopt};
-    const Result<Findings> stated = statedOtherwise(line, *request);
+    const Result<Deviations> stated = statedOtherwise(line, *request);
     if (!stated)
         return {stated.problem(), *verification};
     return judged(*request, {verification->findings + *stated, verification->entries, verification->members});
@@ -170,7 +170,7 @@ ResultCheck checkResult(const VerificationRequest &request)
 QJsonObject verificationObject(const ResultVerification &verification)
 {
     QJsonArray findings;
-    for (const Finding &finding : verification.findings)
+    for (const Deviation &finding : verification.findings)
         findings.append(QJsonObject{{QStringLiteral("code"), finding.code},
                                     {QStringLiteral("entry"), finding.entry},
                                     {QStringLiteral("text"), finding.text}});
@@ -187,7 +187,7 @@ QList<Console::Row> verificationRows(const ResultVerification &verification)
                              {QStringLiteral("holds"), verification.findings.isEmpty()
                                                                          ? QStringLiteral("yes")
                                                                          : QStringLiteral("no")}};
-    for (const Finding &finding : verification.findings)
+    for (const Deviation &finding : verification.findings)
         rows.append({QStringLiteral("differs"), placeOf(finding) + QLatin1Char(' ') + finding.text});
     return rows;
 }

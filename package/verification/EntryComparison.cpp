@@ -13,7 +13,7 @@ namespace {
 using EntriesByPath = QMap<QString, const ContentsEntry *>;
 
 /// The same path twice is for one of the two readers of a package to choose from.
-EntriesByPath byPath(const TableOfContents &table, const QString &whose, Findings *findings)
+EntriesByPath byPath(const TableOfContents &table, const QString &whose, Deviations *findings)
 {
     EntriesByPath entries;
     for (const ContentsEntry &entry : table.entries) {
@@ -79,7 +79,7 @@ class Comparison
 public:
     Comparison(const TableOfContents &vendor, const TableOfContents &result, Depth depth);
 
-    Findings run();
+    Deviations run();
 
 private:
     bool haveOneOwner() const;
@@ -96,7 +96,7 @@ private:
     const TableOfContents &m_vendor;
     const TableOfContents &m_result;
     Depth m_depth;
-    Findings m_findings;
+    Deviations m_findings;
     QList<Pair> m_pairs;
     bool m_hasOneOwner;
 };
@@ -118,7 +118,7 @@ bool Comparison::haveOneOwner() const
     return true;
 }
 
-Findings Comparison::run()
+Deviations Comparison::run()
 {
     const EntriesByPath vendor = byPath(m_vendor, QStringLiteral("the vendor's package"), &m_findings);
     const EntriesByPath result = byPath(m_result, QStringLiteral("the result"), &m_findings);
@@ -222,7 +222,7 @@ void Comparison::judgeBytes(const Pair &pair, const Checksum &wanted, const Chec
 
 } // namespace
 
-Findings compareEntries(const TableOfContents &vendor, const TableOfContents &result, Depth depth)
+Deviations compareEntries(const TableOfContents &vendor, const TableOfContents &result, Depth depth)
 {
     return Comparison(vendor, result, depth).run();
 }

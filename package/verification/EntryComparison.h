@@ -2,7 +2,7 @@
 #pragma once
 
 #include "package/contents/TableOfContents.h"
-#include "package/verification/Finding.h"
+#include "package/verification/Deviation.h"
 
 /// Which bytes are read. Those of the result always are: what its table says of them proves nothing.
 enum class Depth {
@@ -15,4 +15,4 @@ enum class Depth {
 /// is what is left when somebody who is not root has put a package together. Codes: "entry-added",
 /// "entry-removed", "entry-twice", "entry-type", "entry-size", "entry-mode", "entry-owner", "entry-target",
 /// "entry-bytes", "entry-unreadable", "entries-overlap".
-Findings compareEntries(const TableOfContents &vendor, const TableOfContents &result, Depth depth);
+Deviations compareEntries(const TableOfContents &vendor, const TableOfContents &result, Depth depth);

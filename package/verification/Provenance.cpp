@@ -76,7 +76,7 @@ public:
     {
     }
 
-    Findings contradictions(const ProvenanceFacts &known);
+    Deviations contradictions(const ProvenanceFacts &known);
 
 private:
     bool isOurs() const;
@@ -90,10 +90,10 @@ private:
 
     QJsonObject m_statement;
     QJsonObject m_definition;
-    Findings m_findings;
+    Deviations m_findings;
 };
 
-Findings Statement::contradictions(const ProvenanceFacts &known)
+Deviations Statement::contradictions(const ProvenanceFacts &known)
 {
     if (m_statement.isEmpty())
         add("provenance-unreadable", QStringLiteral("has a statement that is no JSON"));
@@ -171,7 +171,7 @@ QByteArray provenanceStatement(const ProvenanceFacts &facts)
     return QJsonDocument(statement).toJson();
 }
 
-Findings contradictions(const QByteArray &statement, const ProvenanceFacts &known)
+Deviations contradictions(const QByteArray &statement, const ProvenanceFacts &known)
 {
     return Statement(statement).contradictions(known);
 }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "core/Result.h"
-#include "package/verification/Finding.h"
+#include "package/verification/Deviation.h"
 
 #include <QByteArray>
 
@@ -38,4 +38,4 @@ QByteArray provenanceStatement(const ProvenanceFacts &facts);
 /// the vendor's package and the settings. Codes: "provenance-unreadable", "provenance-type",
 /// "provenance-parameter", "provenance-package", "provenance-vendor", "provenance-settings". A statement
 /// proves nothing by itself: who vouches for it has to sign it.
-Findings contradictions(const QByteArray &statement, const ProvenanceFacts &known);
+Deviations contradictions(const QByteArray &statement, const ProvenanceFacts &known);

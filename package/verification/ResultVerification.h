@@ -22,7 +22,7 @@ struct VerificationRequest
 /// What came of it.
 struct ResultVerification
 {
-    Findings findings; ///< empty when the result is what a build makes of the vendor's package
+    Deviations findings; ///< empty when the result is what a build makes of the vendor's package
     int entries = 0;   ///< that were compared
     int members = 0;   ///< of archives of install scripts
 };

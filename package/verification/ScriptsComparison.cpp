@@ -41,9 +41,9 @@ QPair<QString, QString> differenceOf(const ScriptsMember &expected, const Script
 
 } // namespace
 
-Findings compareScripts(const QString &entry, const ScriptsMembers &expected, const ScriptsMembers &found)
+Deviations compareScripts(const QString &entry, const ScriptsMembers &expected, const ScriptsMembers &found)
 {
-    Findings findings;
+    Deviations findings;
     const bool hasOneOwner = haveOneOwner(found);
     const auto pathOf = [&entry](const QString &member) -> QString { return entry + QLatin1Char('/') + member; };
     for (auto member = expected.begin(); member != expected.end(); ++member) {

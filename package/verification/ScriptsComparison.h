@@ -2,9 +2,9 @@
 #pragma once
 
 #include "package/contents/ScriptsArchive.h"
-#include "package/verification/Finding.h"
+#include "package/verification/Deviation.h"
 
 /// Where an archive of install scripts has other members than expected. `entry` is its path in the package.
 /// As with entries, all may have one and the same other owner. Codes: "member-added", "member-removed",
 /// "member-type", "member-mode", "member-owner", "member-bytes".
-Findings compareScripts(const QString &entry, const ScriptsMembers &expected, const ScriptsMembers &found);
+Deviations compareScripts(const QString &entry, const ScriptsMembers &expected, const ScriptsMembers &found);

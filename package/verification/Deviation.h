@@ -5,11 +5,11 @@
 #include <QString>
 
 /// Something in a result that no build makes.
-struct Finding
+struct Deviation
 {
     QString code;  ///< stable, for programs: "entry-added"
     QString entry; ///< path in the package; of a member of a scripts archive with that in front
     QString text;  ///< a clause for people
 };
 
-using Findings = QList<Finding>;
+using Deviations = QList<Deviation>;
