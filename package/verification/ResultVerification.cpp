@@ -185,8 +185,8 @@ void Verification::judgeDocument(const ReadDocument &found, const QByteArray &ag
     const QDomElement root = found.document.documentElement();
     if (root.tagName() != m_product.rootElement)
         add("document-product", entry, QStringLiteral("is not one of the %1").arg(QString(m_product.title)));
-    for (const QString &setting : unreadSettings(found.document))
-        add("document-lint", entry, QStringLiteral("has %1, which nobody reads").arg(setting));
+    for (const UnreadSetting &setting : unreadSettings(found.document))
+        add("document-lint", entry, QStringLiteral("has %1, which nobody reads").arg(setting.text));
     judgeSettings(found.settings);
     const auto same = readDocument(again);
     const QString version = QStringLiteral("version");
