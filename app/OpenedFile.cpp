@@ -29,7 +29,7 @@ Result<> checkPlace(const QString &package)
 {
     if (Result<> quotable = PathRules::quotable(package); !quotable)
         return quotable;
-    return checkWorkFolder(defaultWorkFolder(package), {package, QString(), QString()});
+    return checkWorkFolder(defaultWorkFolder(package), {package, package, package});
 }
 
 Result<PackageInspection> lookInside(const QString &package, const Product &product)
