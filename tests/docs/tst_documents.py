@@ -82,7 +82,7 @@ class GuideWords(unittest.TestCase):
     # What files and controls are called in the products and on a Mac stays as it is there.
     NAMES = re.compile(r"Device Management|Mark the plugin to disable|Document Management|Quick Access Toolbar|mobile device management")
     OTHERS = {"settings file": r"configuration (document|file)", "quick-access": r"quick access",
-              "plug-in": r"\bplugin", "signing certificate": r"code.?sign(ing)? certificate"}
+              "plug-in": r"\bplugin", "signing certificate": r"code.?sign(ing)? certificate", "MDM": r"device management"}
 
     @staticmethod
     def told(page):
