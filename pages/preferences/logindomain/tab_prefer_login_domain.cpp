@@ -72,6 +72,9 @@ void tab_prefer_login_domain::on_btn_add_domain_clicked()
         warnOfMismatch();
         return;
     }
+    // The button is of no use without a text, and would give its focus away to whatever comes next.
+    if (m_ui->btn_add_domain->hasFocus())
+        m_ui->lineEdit_domain->setFocus();
     m_ui->lineEdit_domain->clear();
     for (const QString &domain : typed) {
         if (!domains().contains(domain))
@@ -115,6 +118,8 @@ void tab_prefer_login_domain::appendRow(const QString &domain)
 
 void tab_prefer_login_domain::on_btn_remove_domains_clicked()
 {
+    if (m_ui->btn_remove_domains->hasFocus())
+        m_ui->tableView_domains->setFocus();
     // In the order of the selection, but each row by where it has moved to: removing one shifts the others.
     QList<QPersistentModelIndex> rows;
     for (const QModelIndex &row : m_ui->tableView_domains->selectionModel()->selectedRows())

@@ -62,6 +62,8 @@ void tab_prefer_security::makeTable()
         view->edit(added);
     });
     connect(m_ui->btn_remove_types, &QPushButton::clicked, view, [view, table] {
+        // The button gives its focus away when nothing is left to remove.
+        view->setFocus();
         QVector<int> rows;
         for (const QModelIndex &row : view->selectionModel()->selectedRows())
             rows += row.row();

@@ -92,8 +92,7 @@ private slots:
         QTest::newRow("Login Domain")
             << 2
             << QStringList{QStringLiteral("cb_allowed_whitelist"), QStringLiteral("lineEdit_domain"),
-                           QStringLiteral("btn_add_domain"), QStringLiteral("tableView_domains"),
-                           QStringLiteral("btn_remove_domains")};
+                           QStringLiteral("tableView_domains")};
         QTest::newRow("iManage") << 3 << QStringList{QStringLiteral("cb_biManageLogin")};
         QTest::newRow("My Apps") << 4 << QStringList{QStringLiteral("cb_hidemyapps")};
         QTest::newRow("Security") << 5
