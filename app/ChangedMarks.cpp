@@ -3,6 +3,8 @@
 
 #include "config/ProductSettings.h"
 #include "pages/PXCheckBox.h"
+#include "pages/ribbonset/tab_ribbonset_ribcate.h"
+#include "pages/ribbonset/tab_ribbonset_tabelem.h"
 #include "pages/WidgetProperty.h"
 
 #include <QAbstractButton>
@@ -46,17 +48,23 @@ protected:
     }
 };
 
+/// The tree on the sub-page of a class, or null.
+template <class SubPage> QWidget *treeOn(const QWidget &page)
+{
+    const auto *subPage = page.findChild<SubPage *>();
+    return subPage ? subPage->template findChild<QTreeWidget *>() : nullptr;
+}
+
 /// The control that stands for a setting on a page, or null.
 QWidget *controlOf(const Setting &setting, const QWidget &page)
 {
     if (!setting.control.name.isEmpty())
         return page.findChild<QWidget *>(setting.control.name);
-    const bool isRibbon = setting.place.section == Setting::Section::Ribbon;
-    const bool isBar = setting.place.section == Setting::Section::QuickAccessBar;
-    const QWidget *subPage = isRibbon ? page.findChild<QWidget *>(QStringLiteral("tab_ribbonset_ribcate"))
-                             : isBar  ? page.findChild<QWidget *>(QStringLiteral("tab_ribbonset_tabelem"))
-                                      : nullptr;
-    return subPage ? subPage->findChild<QTreeWidget *>() : nullptr;
+    if (setting.place.section == Setting::Section::Ribbon)
+        return treeOn<tab_ribbonset_ribcate>(page);
+    if (setting.place.section == Setting::Section::QuickAccessBar)
+        return treeOn<tab_ribbonset_tabelem>(page);
+    return nullptr;
 }
 
 /// A text field's own menu, or an empty one.

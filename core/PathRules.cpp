@@ -77,6 +77,8 @@ bool PathRules::samePlace(const QString &first, const QString &second)
 
 bool PathRules::liesIn(const QString &folder, const QString &path)
 {
+    if (path.isEmpty())
+        return false;
     const QString target = QFileInfo(path).canonicalFilePath();
     const QString canonicalFolder = QFileInfo(folderOf(path)).canonicalFilePath();
     const QString place = canonicalFolder.isEmpty() ? path : canonicalFolder + QStringLiteral("/file");

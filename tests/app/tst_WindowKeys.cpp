@@ -49,6 +49,7 @@ private slots:
     void tabLandsOnTheChosenPage();
     void aKeptDocumentGetsItsSuffix();
     void whatDiffersFromItsDefaultIsMarkedAndReset();
+    void aRibbonThatDiffersIsMarked();
     void aDropOnASettingsPageIsRefused();
 
 private:
@@ -194,6 +195,21 @@ void tst_WindowKeys::whatDiffersFromItsDefaultIsMarkedAndReset()
     QVERIFY(box->isChecked());
     QTRY_COMPARE(button->count(), 0);
     QVERIFY(dot->isHidden());
+}
+
+void tst_WindowKeys::aRibbonThatDiffersIsMarked()
+{
+    const ProfileFlow flow;
+    const auto window = flow.openWindow();
+    const auto *button = window->findChild<PageButton *>(QStringLiteral("Ribbon Set"));
+    const auto trees =
+        window->findChild<QWidget *>(QStringLiteral("tab_ribbonset"))->findChildren<QTreeWidget *>();
+    QCOMPARE(trees.size(), 2);
+    QCOMPARE(button->count(), 0);
+    for (int marked = 0; marked < 2; ++marked) {
+        trees.at(marked)->topLevelItem(1)->setCheckState(0, Qt::Checked);
+        QTRY_COMPARE(button->count(), marked + 1);
+    }
 }
 
 QTEST_MAIN(tst_WindowKeys)

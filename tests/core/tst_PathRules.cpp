@@ -108,6 +108,8 @@ private slots:
         QCOMPARE(PathRules::liesIn(at("folder"), at(path)), inside);
     }
 
+    void noPathLiesNowhere() { QVERIFY(!PathRules::liesIn(at("folder"), QString())); }
+
     void filesThatAreOneAreNamedWithTheirRoles()
     {
         const NamedPath input{text("input"), at("file")};
