@@ -54,7 +54,6 @@ private:
     QString m_text;
     QString m_property; ///< path below the entry: "data/size"
     bool m_isBase64 = false;
-    bool m_hasName = false;
 };
 
 QString valueOf(const QVector<XmlStream::Attribute> &attributes, const QString &name)

@@ -15,6 +15,8 @@
 #include <QToolButton>
 #include <QtTest>
 
+Q_DECLARE_METATYPE(DialogScript::Answer)
+
 using namespace Answers;
 using namespace BuildMessages;
 
@@ -263,6 +265,5 @@ void tst_PackageFlowSigning::whileSigningTheWindowIsDisabledUnderTheWaitingIndic
     QVERIFY(!m_window->findChild<CPDF_Waiting *>()->isVisible());
 }
 
-Q_DECLARE_METATYPE(DialogScript::Answer)
 QTEST_MAIN(tst_PackageFlowSigning)
 #include "tst_PackageFlowSigning.moc"
