@@ -90,7 +90,7 @@ private slots:
     void aPipeIsRefused();
     void wrongTypesNeverCrash_data();
     void wrongTypesNeverCrash();
-    void ofSeveralPayloadsTheFirstCounts();
+    void ofSeveralPayloadsTheProductsOwnCounts();
     void ofEqualKeysTheLastCounts();
 
 private:
@@ -259,17 +259,20 @@ void tst_PctHostileProfiles::wrongTypesNeverCrash()
     }
 }
 
-void tst_PctHostileProfiles::ofSeveralPayloadsTheFirstCounts()
+void tst_PctHostileProfiles::ofSeveralPayloadsTheProductsOwnCounts()
 {
     const ProfileRunner runner;
     const QString path = runner.file(text("several"));
     const QByteArray editor = payload(preference("StartPage", key("Mode", string("0"))));
-    const QByteArray both = editor + "</dict><dict>" + payload("", "org.example.viewer");
-    TestFiles::write(path, profile(both));
-    const QJsonObject shown = runner.run({text("show"), text("--json"), path}).json();
-    QCOMPARE(shown.value(text("product")).toString(), text("editor"));
-    QCOMPARE(shown.value(text("settings")).toObject().value(text("bShowStartPage")), QJsonValue(false));
-    TestFiles::write(path, profile(payload("", "org.example.viewer") + "</dict><dict>" + editor));
+    const QByteArray other = payload("", "org.example.viewer");
+    const QByteArray next = "</dict><dict>";
+    for (const QByteArray &payloads : QByteArrayList{editor + next + other, other + next + editor}) {
+        TestFiles::write(path, profile(payloads));
+        const QJsonObject shown = runner.run({text("show"), text("--json"), path}).json();
+        QCOMPARE(shown.value(text("product")).toString(), text("editor"));
+        QCOMPARE(shown.value(text("settings")).toObject().value(text("bShowStartPage")), QJsonValue(false));
+    }
+    TestFiles::write(path, profile(other + next + other));
     verifyRefused(runner, path);
 }
 
