@@ -113,7 +113,7 @@ Verb buildVerb()
     verb.options += {
         withRemark({OptionName::verify,
                     QStringLiteral("judge the new package against the vendor's before it takes its place")},
-                   QStringLiteral(", as `pct verify --vendor` does; what does not hold is not kept")),
+                   QStringLiteral(", as `pct verify` does with both; what does not hold is not kept")),
         withRemark({OptionName::provenance, QStringLiteral("where to state of what the new package was made"),
                     Value::json()},
                    QStringLiteral(

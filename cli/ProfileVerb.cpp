@@ -108,12 +108,21 @@ Result<> checkLine(const VerbLine &line)
     return IdentityChoice::of(line).check(source.installed || !source.profile.isEmpty());
 }
 
+/// So many words would make a line of the synopsis too long.
+Option serviceOption()
+{
+    const QStringList words = ManagementService::words();
+    Value service = Value::choice(words);
+    service.name = QStringLiteral("SERVICE");
+    const QString meaning = QStringLiteral("the device management that the profile is for: %1 or %2");
+    return {OptionName::forUse,
+            meaning.arg(words.mid(0, words.size() - 1).join(QStringLiteral(", ")), words.last()), service};
+}
+
 QList<Option> formOptions()
 {
     return {
-        withRemark({OptionName::forUse, QStringLiteral("the device management that the profile is for"),
-                    Value::choice(ManagementService::words())},
-                   QStringLiteral("; more about it below")),
+        withRemark(serviceOption(), QStringLiteral("; more about it below")),
         withRemark({OptionName::style,
                     QStringLiteral("a payload of the product's own type, or preferences that are forced"),
                     Value::choice(styleWords())},

@@ -126,10 +126,9 @@ QList<Option> resultOptions()
         withRemark(
             {OptionName::duti, QStringLiteral("the file \"duti\" that PKG may carry"), Value::text("FILE")},
             QStringLiteral(", besides the one that this tool brings")),
-        withRemark({OptionName::provenance,
-                    QStringLiteral("statement of pct build --provenance that PKG must agree with"),
+        withRemark({OptionName::provenance, QStringLiteral("statement of a build that PKG must agree with"),
                     Value::json()},
-                   QStringLiteral("; with --vendor and --config these files must, too")),
+                   QStringLiteral("; with `--vendor` and `--config` these files must, too")),
     };
 }
 
@@ -185,8 +184,8 @@ QList<Console::Row> verificationRows(const ResultVerification &verification)
     QList<Console::Row> rows{{QStringLiteral("entries"), QString::number(verification.entries)},
                              {QStringLiteral("members of scripts"), QString::number(verification.members)},
                              {QStringLiteral("holds"), verification.findings.isEmpty()
-                                                                         ? QStringLiteral("yes")
-                                                                         : QStringLiteral("no")}};
+                                                           ? QStringLiteral("yes")
+                                                           : QStringLiteral("no")}};
     for (const Deviation &finding : verification.findings)
         rows.append({QStringLiteral("differs"), placeOf(finding) + QLatin1Char(' ') + finding.text});
     return rows;

@@ -103,7 +103,7 @@ Verb verifyVerb()
         "Says who signed PKG and whether that can be trusted. Exit code 0 when the signature holds, its "
         "chain ends in Apple's root or a given trust anchor, and the certificates are for packages and "
         "were valid when it was signed; also for a package that is not signed, unless one is required. With "
-        "--vendor, PKG must in addition be exactly what a build makes of that package.");
+        "the vendor's package, PKG must in addition be exactly what a build makes of that one.");
     verb.options = resultOptions();
     verb.options += demandOptions(OptionName::requireTeam);
     verb.options += {jsonOption(), quietOption()};

@@ -398,8 +398,8 @@
     <message numerus="yes">
         <source>%n item(s) that the filter leaves out changed as well.</source>
         <translation>
-            <numerusform>%n Eintrag, den der Filter auslässt, hat sich mit geändert.</numerusform>
-            <numerusform>%n Einträge, die der Filter auslässt, haben sich mit geändert.</numerusform>
+            <numerusform>%n Eintrag, den der Filter auslässt, wurde mitgeändert.</numerusform>
+            <numerusform>%n Einträge, die der Filter auslässt, wurden mitgeändert.</numerusform>
         </translation>
     </message>
 </context>
