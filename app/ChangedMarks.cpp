@@ -158,7 +158,10 @@ void ChangedMarks::place(const Mark &mark) const
         return;
     const QRect control = mark.control->geometry();
     const bool fromTheRight = mark.control->isRightToLeft();
-    const int x = fromTheRight ? control.right() + dotDistance : control.left() - dotDistance - dotSize;
+    // Within its edge where there is no margin.
+    const int x = fromTheRight
+                      ? std::min(control.right() + dotDistance, mark.dot->parentWidget()->width() - dotSize)
+                      : std::max(control.left() - dotDistance - dotSize, 0);
     // A tall control has it beside its first line.
     mark.dot->move(x, control.top() + std::min(control.height() - dotSize, 16) / 2);
     mark.dot->setVisible(mark.differs && !mark.control->isHidden());
