@@ -225,7 +225,7 @@ void tst_PctSettingsJson::hostileJsonCostsLittle()
     const QString path = runner.file(text("hostile.json"));
     TestFiles::write(path, json);
     const double seconds = cheapestRefusal(runner, path);
-    QVERIFY2(seconds < PCT_SECONDS_FOR_HOSTILE_JSON, qPrintable(QString::number(seconds)));
+    QVERIFY2(seconds < PCT_COST_FACTOR, qPrintable(QString::number(seconds)));
     QVERIFY2(childrensPeakMemory() < 256 * 1024 * 1024, qPrintable(QString::number(childrensPeakMemory())));
 }
 

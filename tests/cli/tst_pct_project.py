@@ -19,6 +19,7 @@ import xml.etree.ElementTree
 import yaml
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "../support"))
+import costs  # noqa: E402
 import signed_package as sp  # noqa: E402
 
 PCT, STAND_INS, SAMPLE = [os.path.abspath(path) for path in sys.argv[1:4]]
@@ -612,15 +613,14 @@ class Refusals(ProjectTest):
 
     def test_hostile_files_cost_little(self):
         def cheapest(verb):
-            costs = []
+            spent = []
             for _ in range(3):
                 before = resource.getrusage(resource.RUSAGE_CHILDREN)
-                result = subprocess.run(["bash", "-c", 'ulimit -v 1500000; exec "$@"', "bash", PCT, "project", verb], text=True,
-                                        capture_output=True, check=False, cwd=self.path("project"),
+                result = subprocess.run([PCT, "project", verb], text=True, capture_output=True, check=False, cwd=self.path("project"),
                                         env={**os.environ, "PCT_HOSTTOOLS": STAND_INS, "TMPDIR": self.path("tmp")})
                 after = resource.getrusage(resource.RUSAGE_CHILDREN)
-                costs.append(after.ru_utime + after.ru_stime - before.ru_utime - before.ru_stime)
-            return min(costs), after.ru_maxrss, result
+                spent.append(after.ru_utime + after.ru_stime - before.ru_utime - before.ru_stime)
+            return min(spent), after.ru_maxrss, result
         bomb = "a0: &a0 [x, x]\n" + "".join("a%d: &a%d [*a%d, *a%d]\n" % (i, i, i - 1, i - 1) for i in range(1, 60))
         hostile = {
             "flow": "[" * 100000, "block": "- " * 50000, "maps": "\n".join(" " * i + "a:" for i in range(1400)), "aliases": bomb,
@@ -638,8 +638,8 @@ class Refusals(ProjectTest):
                 seconds, _, result = cheapest("build")
                 self.assertEqual((result.returncode, result.stdout, result.stderr.count("\n")), (1, "", 1), result.stderr[:300])
                 self.assertLess(len(result.stderr), 1500)
-                self.assertLess(seconds, 1, result.stderr[:300])
-        self.assertLess(resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss, 256 * 1024)
+                self.assertLess(seconds, costs.seconds(1), result.stderr[:300])
+        self.assertLess(resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss, costs.mebibytes(256) * 1024)
         self.assertFalse(os.path.exists(self.path("project/dist")))
         self.assertEqual(os.listdir(self.path("tmp")), [])
 

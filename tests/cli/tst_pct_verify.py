@@ -13,6 +13,7 @@ import sys
 import unittest
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "../support"))
+import costs  # noqa: E402
 import signed_package as sp  # noqa: E402
 
 PCT, SAMPLE = [os.path.abspath(path) for path in sys.argv[1:3]]
@@ -38,8 +39,8 @@ class VerifyTest(sp.FolderTest):
         anchors = ["--trust-anchors", sp.authorities().root] if trusts else []
         begin = sp.processor_seconds()
         result = subprocess.run([PCT, "verify", "--json", package, *anchors, *options], capture_output=True, check=False)
-        self.assertLess(sp.processor_seconds() - begin, 5)
-        self.assertLess(resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss, 256 * 1024)
+        self.assertLess(sp.processor_seconds() - begin, costs.seconds(5))
+        self.assertLess(resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss, costs.mebibytes(256) * 1024)
         return result.returncode, json.loads(result.stdout), result.stderr.decode()
 
     def assert_accepted(self, package, *options):

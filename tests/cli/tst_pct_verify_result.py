@@ -19,6 +19,7 @@ import zlib
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "../support"))
 import altered_package as ap  # noqa: E402
+import costs  # noqa: E402
 import signed_package as sp  # noqa: E402
 
 PCT, STAND_INS, SAMPLE = [os.path.abspath(path) for path in sys.argv[1:4]]
@@ -363,8 +364,8 @@ class Hostile(ResultTest):
         before = resource.getrusage(resource.RUSAGE_CHILDREN)
         answer = super().verify(result, *options, vendor=vendor)
         after = resource.getrusage(resource.RUSAGE_CHILDREN)
-        self.assertLess(after.ru_utime + after.ru_stime - before.ru_utime - before.ru_stime, 5)
-        self.assertLess(after.ru_maxrss, 256 * 1024)
+        self.assertLess(after.ru_utime + after.ru_stime - before.ru_utime - before.ru_stime, costs.seconds(5))
+        self.assertLess(after.ru_maxrss, costs.mebibytes(256) * 1024)
         return answer
 
     def test_many_entries_on_the_same_bytes(self):

@@ -10,8 +10,8 @@ import resource
 import subprocess
 import sys
 
-SECONDS = 5
-MEBIBYTES = 256
+SECONDS = 5 * int(os.environ.get("PCT_COST_FACTOR", "1"))
+MEBIBYTES = 256 * int(os.environ.get("PCT_COST_FACTOR", "1"))
 
 
 class Run:
