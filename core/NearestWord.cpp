@@ -2,6 +2,7 @@
 #include "core/NearestWord.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <numeric>
 #include <vector>
 
@@ -24,9 +25,17 @@ Row nextRow(const QString &word, const QString &known, int i, const Row &last, c
     return row;
 }
 
-/// How many letters have to be added, removed, changed or swapped with the next one.
-int editDistance(const QString &word, const QString &known)
+int lowestOf(const Row &row)
 {
+    return *std::min_element(row.begin(), row.end());
+}
+
+/// How many letters have to be added, removed, changed or swapped with the next one; when that is more than
+/// `most`, any number that is.
+int editDistance(const QString &word, const QString &known, int most)
+{
+    if (std::abs(static_cast<int>(word.size() - known.size())) > most)
+        return most + 1;
     Row beforeLast;
     Row last(known.size() + 1);
     std::iota(last.begin(), last.end(), 0);
@@ -34,15 +43,17 @@ int editDistance(const QString &word, const QString &known)
         Row row = nextRow(word, known, i, last, beforeLast);
         beforeLast = std::move(last);
         last = std::move(row);
+        if (lowestOf(last) > most && lowestOf(beforeLast) > most)
+            return most + 1;
     }
     return last.back();
 }
 
 /// What is left out at the end is no mistake, only haste.
-int costOf(const QString &word, const QString &known)
+int costOf(const QString &word, const QString &known, int most)
 {
     const bool isStart = word.size() > 1 && known.startsWith(word);
-    return isStart ? 0 : editDistance(word, known);
+    return isStart ? 0 : editDistance(word, known, most);
 }
 
 } // namespace
@@ -54,7 +65,7 @@ QString nearestWord(const QString &word, const QStringList &known)
     int lowest = 1 + static_cast<int>(wanted.size()) / 3;
     QString nearest;
     for (const QString &candidate : known) {
-        const int cost = costOf(wanted, candidate);
+        const int cost = costOf(wanted, candidate, lowest);
         if (cost > lowest || (cost == lowest && !nearest.isEmpty()))
             continue;
         lowest = cost;

@@ -124,9 +124,10 @@ QVector<QDomElement> controlsOf(const Subject &subject)
     return controls;
 }
 
-QString whose(const Product &product, const QString &name, const QStringList &known)
+/// `known` are the commands that the product has there, and `others` those of the other product.
+QString whose(const Product &product, const QString &name, const QStringList &known,
+              const QStringList &others)
 {
-    const QStringList others = actionsOf(barCommands(product.other()));
     if (!known.contains(name) && others.contains(name))
         return QStringLiteral(", only the %1 has").arg(product.other().title);
     return known.contains(name) ? QStringLiteral(" on this page and in this group")
@@ -138,6 +139,7 @@ Remarks unknownOnBar(const Subject &subject)
     Remarks remarks;
     const QVector<Command> commands = barCommands(*subject.product);
     const QStringList actions = actionsOf(commands);
+    const QStringList others = actionsOf(barCommands(subject.product->other()));
     for (const QDomElement &control : controlsOf(subject)) {
         const QString action = control.attribute(QStringLiteral("action"));
         if (isOnBar(commands, control) || !lookAlike(action, actions).isEmpty())
@@ -145,7 +147,7 @@ Remarks unknownOnBar(const Subject &subject)
         remarks.append({placeIn(subject, control),
                         QStringLiteral("the quick-access bar has no %1%2; \"pct config commands\" lists its "
                                        "commands")
-                            .arg(quoted(action), whose(*subject.product, action, actions))});
+                            .arg(quoted(action), whose(*subject.product, action, actions, others))});
     }
     return remarks;
 }
