@@ -382,8 +382,8 @@ class Costs(LintTest):
     """The cheapest of three runs: what else runs on the machine makes one dearer, never cheaper."""
     UNIT = 1 if sys.platform == "darwin" else 1024
 
-    def cheapest(self, name):
-        """What the last run printed, the processor time in seconds and the memory in MiB."""
+    def cheapest(self, name, enough):
+        """What the last run printed, the processor time in seconds and the memory in MiB. One run that is cheap enough will do."""
         seconds, memory = [], []
         for _ in range(3):
             with subprocess.Popen([PCT, "lint", name], cwd=self.folder, stdout=subprocess.PIPE,
@@ -394,6 +394,8 @@ class Costs(LintTest):
             self.assertEqual(process.returncode, 1, out[:1000])
             seconds.append(usage.ru_utime + usage.ru_stime)
             memory.append(usage.ru_maxrss * self.UNIT / 1024 / 1024)
+            if seconds[-1] < enough:
+                break
         return out, min(seconds), min(memory)
 
     def test_hostile_files_are_refused_for_little(self):
@@ -416,7 +418,7 @@ class Costs(LintTest):
         for name, content in hostile.items():
             with self.subTest(name):
                 before = sorted([*os.listdir(self.folder), "hostile"])
-                out, seconds, mebibytes = self.cheapest(self.write("hostile", content))
+                out, seconds, mebibytes = self.cheapest(self.write("hostile", content), costs.seconds(1))
                 self.assertTrue(out.count(b"\n") == 1 and out.endswith(b" [unreadable]\n"), out)
                 self.assertEqual(sorted(os.listdir(self.folder)), sorted(set(before)))
                 self.assertLess(seconds, costs.seconds(1))
@@ -434,7 +436,7 @@ class Costs(LintTest):
         }
         for name, sections in costly.items():
             with self.subTest(name):
-                out, seconds, mebibytes = self.cheapest(self.document(sections))
+                out, seconds, mebibytes = self.cheapest(self.document(sections), costs.seconds(5))
                 self.assertIn(b" [more-findings]\n", out)
                 self.assertLess(seconds, costs.seconds(5))
                 self.assertLess(mebibytes, costs.mebibytes(512))
