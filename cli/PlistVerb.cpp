@@ -20,16 +20,9 @@ struct Outcome
     QList<FileWarning> warnings;
 };
 
-const QString jamf = QStringLiteral("jamf");
-const QString intune = QStringLiteral("intune");
-const QString workspaceOne = QStringLiteral("workspace-one");
-
 SettingsForm formOf(const VerbLine &line)
 {
-    const QString word = line.value(OptionName::form);
-    if (word == jamf)
-        return SettingsForm::WholeList;
-    return word == intune ? SettingsForm::BarePairs : SettingsForm::Payload;
+    return settingsFormOf(line.value(OptionName::form));
 }
 
 Result<> checkLine(const VerbLine &line)
@@ -40,7 +33,7 @@ Result<> checkLine(const VerbLine &line)
     if (hasIdentity && formOf(line) != SettingsForm::Payload)
         return Problem{{},
                        QStringLiteral("only --form %1 has UUIDs; leave out --identifier, --uuid and --stable")
-                           .arg(workspaceOne)};
+                           .arg(wordOf(SettingsForm::Payload))};
     return IdentityChoice::of(line).check(source.installed || !source.profile.isEmpty());
 }
 
@@ -143,7 +136,7 @@ QList<Option> resultOptions()
 {
     return {
         required(withRemark({OptionName::form, QStringLiteral("the service whose form it takes"),
-                             Value::choice({jamf, intune, workspaceOne})},
+                             Value::choice(settingsFormWords())},
                             QStringLiteral(": a whole property list, its keys and values alone, or the "
                                            "dictionary of a payload"))),
         required({OptionName::output, QStringLiteral("the file to make"), Value::propertyList("FILE")}),

@@ -17,43 +17,22 @@ struct Outcome
     ProfilePayloadInfo identity;
 };
 
-QString word(ProfileForm::Style style)
-{
-    return style == ProfileForm::Style::Payload ? QStringLiteral("payload") : QStringLiteral("mcx");
-}
-
-QStringList styleWords()
-{
-    return {word(ProfileForm::Style::Payload), word(ProfileForm::Style::ManagedPreferences)};
-}
-
 const ManagementService *serviceOf(const VerbLine &line)
 {
     return ManagementService::find(line.value(OptionName::forUse));
-}
-
-/// What is given goes before what the service needs.
-ProfileForm::Style styleOf(const VerbLine &line)
-{
-    using Style = ProfileForm::Style;
-    if (line.isSet(OptionName::style))
-        return line.value(OptionName::style) == word(Style::Payload) ? Style::Payload
-                                                                     : Style::ManagedPreferences;
-    const ManagementService *service = serviceOf(line);
-    return service ? service->style : Style::Payload;
 }
 
 ProfileForm formOf(const VerbLine &line)
 {
     const ManagementService *service = serviceOf(line);
     ProfileForm form;
-    form.style = styleOf(line);
+    form.style = styleFor(line.value(OptionName::style), serviceOf(line));
     form.scope = ProfileForm::scopeOf(line.value(OptionName::scope));
     form.displayName = line.value(OptionName::displayName);
     form.organization = line.value(OptionName::organization);
     form.description = line.value(OptionName::description);
     form.isRemovalDisallowed = line.isSet(OptionName::removalDisallowed);
-    form.hasPayloadVersion = service && service->needsPayloadVersion;
+    form.hasPayloadVersion = service && service->traits.testFlag(ManagementService::NeedsPayloadVersion);
     return form;
 }
 
@@ -87,7 +66,7 @@ QJsonObject outcomeObject(const ProfileRequest &request, const Outcome &outcome)
         {QStringLiteral("config"), textOrNull(request.source.config)},
         {QStringLiteral("from"), textOrNull(request.source.profile)},
         {QStringLiteral("installed"), request.source.installed},
-        {QStringLiteral("style"), word(request.form.style)},
+        {QStringLiteral("style"), ProfileForm::wordOf(request.form.style)},
         {QStringLiteral("for"), textOrNull(request.service ? QString(request.service->word) : QString())},
         {QStringLiteral("output"), request.output},
         {QStringLiteral("signer"), textOrNull(request.signer)},
@@ -125,7 +104,7 @@ QList<Option> formOptions()
         withRemark(serviceOption(), QStringLiteral("; more about it below")),
         withRemark({OptionName::style,
                     QStringLiteral("a payload of the product's own type, or preferences that are forced"),
-                    Value::choice(styleWords())},
+                    Value::choice(ProfileForm::styleWords())},
                    QStringLiteral("; without it what `--for` needs, or else the payload")),
         {OptionName::scope, QStringLiteral("install it for the device or for a user"),
          Value::choice({QStringLiteral("system"), QStringLiteral("user")})},

@@ -8,11 +8,11 @@
 #include "cli/VerbLine.h"
 #include "config/Product.h"
 #include "config/SettingText.h"
+#include "core/FileDigest.h"
 #include "core/OutputFile.h"
 #include "core/PathRules.h"
 #include "project/Project.h"
 #include "project/ProjectReport.h"
-#include "project/Stamp.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -40,28 +40,17 @@ const ManagementService *serviceOf(const ProjectOutput &output)
     return ManagementService::find(output.option(QLatin1String("for")));
 }
 
-/// What is given goes before what the service needs.
-ProfileForm::Style styleOf(const ProjectOutput &output)
-{
-    const QString style = output.option(QLatin1String("style"));
-    const ManagementService *service = serviceOf(output);
-    if (style.isEmpty() && service)
-        return service->style;
-    return style == QLatin1String("mcx") ? ProfileForm::Style::ManagedPreferences
-                                         : ProfileForm::Style::Payload;
-}
-
 ProfileForm profileForm(const ProjectOutput &output, const Project &project)
 {
     const ManagementService *service = serviceOf(output);
     ProfileForm form;
-    form.style = styleOf(output);
+    form.style = styleFor(output.option(QLatin1String("style")), service);
     form.displayName = output.option(QLatin1String("display-name"));
     form.organization = project.identity.organization;
     form.description = project.identity.description;
     form.scope = ProfileForm::scopeOf(project.identity.scope);
     form.isRemovalDisallowed = output.isSet(QLatin1String("removal-disallowed"));
-    form.hasPayloadVersion = service && service->needsPayloadVersion;
+    form.hasPayloadVersion = service && service->traits.testFlag(ManagementService::NeedsPayloadVersion);
     form.hasStableUuid = true;
     return form;
 }
@@ -94,14 +83,6 @@ Result<> makeProfile(const ProjectOutput &output, const OutputSources &sources, 
     return made;
 }
 
-SettingsForm settingsForm(const ProjectOutput &output)
-{
-    const QString form = output.option(QLatin1String("form"));
-    if (form == QLatin1String("intune"))
-        return SettingsForm::BarePairs;
-    return form == QLatin1String("workspace-one") ? SettingsForm::Payload : SettingsForm::WholeList;
-}
-
 Result<> makePropertyList(const ProjectOutput &output, const OutputSources &sources, const QString &path,
                           QList<FileWarning> &)
 {
@@ -109,8 +90,9 @@ Result<> makePropertyList(const ProjectOutput &output, const OutputSources &sour
     EditorXmlData settings = settingsForProduct(sources.settings, product);
     if (const Result<> settled = identityOf(sources).settle(settings.payloadInfo); !settled)
         return settled;
-    const Result<QString> text = ConfigGenerator::generateSettings(
-        settings, product, profileForm(output, sources.project), settingsForm(output));
+    const Result<QString> text =
+        ConfigGenerator::generateSettings(settings, product, profileForm(output, sources.project),
+                                          settingsFormOf(output.option(QLatin1String("form"))));
     if (text)
         return SafeFile::replaceContents(path, text->toUtf8());
     return Problem{path,

@@ -7,6 +7,7 @@
 #include "cli/SettingValue.h"
 #include "cli/SignatureCheck.h"
 #include "config/Product.h"
+#include "core/FileDigest.h"
 #include "core/NearestWord.h"
 #include "core/SafeFile.h"
 #include "core/Version.h"

@@ -30,17 +30,6 @@ QString resultWord(const VariantOutcome &outcome)
     return outcome.isMade ? QStringLiteral("made") : QStringLiteral("current");
 }
 
-QJsonArray filesArray(const QList<StampedFile> &files)
-{
-    QJsonArray array;
-    for (const StampedFile &file : files)
-        array.append(QJsonObject{{QStringLiteral("kind"), file.kind},
-                                 {QStringLiteral("path"), file.path},
-                                 {QStringLiteral("size"), file.size},
-                                 {QStringLiteral("sha256"), QString::fromLatin1(file.sha256)}});
-    return array;
-}
-
 QJsonObject outcomeObject(const VariantOutcome &outcome)
 {
     return {{QStringLiteral("event"), QStringLiteral("variant")},
@@ -48,7 +37,7 @@ QJsonObject outcomeObject(const VariantOutcome &outcome)
             {QStringLiteral("result"), resultWord(outcome)},
             {QStringLiteral("problem"), problemOrNull(outcome.result)},
             {QStringLiteral("seconds"), outcome.seconds},
-            {QStringLiteral("files"), filesArray(outcome.files)},
+            {QStringLiteral("files"), jsonOf(outcome.files)},
             {QStringLiteral("warnings"), warningsArray(outcome.warnings)}};
 }
 

@@ -216,16 +216,6 @@ QDomElement controlIn(const QDomElement &bar, const BarEntry &entry)
     return control;
 }
 
-QVector<Command> barCommands(const Product &product)
-{
-    QVector<Command> commands;
-    for (const Command &command : RibbonCommands::all()) {
-        if (command.canBeOnBar && RibbonCommands::has(product, command))
-            commands.append(command);
-    }
-    return commands;
-}
-
 /// Adds the control of a command in front of the first one that follows it in the ribbon.
 void takeOff(QDomElement &bar, const QVector<Command> &order, int place)
 {
@@ -261,7 +251,7 @@ Result<QDomElement> withTakenOff(const QDomElement &bar, const Command &command,
                                  const Product &product)
 {
     QDomElement changed = copyOr(bar, QStringLiteral("QuickAccessBar"));
-    const QVector<Command> order = barCommands(product);
+    const QVector<Command> order = RibbonCommands::onBar(product);
     bool isOnBar = false;
     for (int place = 0; place < order.size(); ++place) {
         if (order.at(place).path.mid(0, command.path.size()) != command.path)

@@ -164,6 +164,16 @@ bool RibbonCommands::has(const Product &product, const Command &command)
     return product.isEditor() ? command.inEditor : command.inReader;
 }
 
+QVector<RibbonCommands::Command> RibbonCommands::onBar(const Product &product)
+{
+    QVector<Command> commands;
+    for (const Command &command : all()) {
+        if (command.canBeOnBar && has(product, command))
+            commands.append(command);
+    }
+    return commands;
+}
+
 Result<RibbonCommands::Command> RibbonCommands::named(const QString &text, const Product &product)
 {
     QVector<Command> found = commandsThat(product, isNamed, text);

@@ -31,6 +31,9 @@ QStringList commonActions();
 /// Whether the product has it.
 bool has(const Product &product, const Command &command);
 
+/// Those of the product that can be taken off the quick-access bar, in the order of the definition.
+QVector<Command> onBar(const Product &product);
+
 /// What a text means in a product: a name, or the end of a path of names or titles with "/" between them. A
 /// problem when it means nothing, or several commands that are not one action.
 Result<Command> named(const QString &text, const Product &product);

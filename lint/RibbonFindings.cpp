@@ -87,16 +87,6 @@ bool isOnBarAt(const Command &command, const QString &page, const QString &group
     return group == QLatin1String("Other") ? isOutside : category == page || category == group;
 }
 
-QVector<Command> barCommands(const Product &product)
-{
-    QVector<Command> commands;
-    for (const Command &command : RibbonCommands::all()) {
-        if (command.canBeOnBar && RibbonCommands::has(product, command))
-            commands.append(command);
-    }
-    return commands;
-}
-
 bool isOnBar(const QVector<Command> &commands, const QDomElement &control)
 {
     return std::any_of(commands.begin(), commands.end(), [&](const Command &command) {
@@ -137,9 +127,9 @@ QString whose(const Product &product, const QString &name, const QStringList &kn
 Remarks unknownOnBar(const Subject &subject)
 {
     Remarks remarks;
-    const QVector<Command> commands = barCommands(*subject.product);
+    const QVector<Command> commands = RibbonCommands::onBar(*subject.product);
     const QStringList actions = actionsOf(commands);
-    const QStringList others = actionsOf(barCommands(subject.product->other()));
+    const QStringList others = actionsOf(RibbonCommands::onBar(subject.product->other()));
     for (const QDomElement &control : controlsOf(subject)) {
         const QString action = control.attribute(QStringLiteral("action"));
         if (isOnBar(commands, control) || !lookAlike(action, actions).isEmpty())
@@ -225,7 +215,7 @@ Remarks Lint::lookAlikeCommands(const Subject &subject)
     };
     for (const Part &part : partsOf(subject))
         add(part.element, part.element.attribute(textAttribute), namesOf(part.offered));
-    const QStringList actions = actionsOf(barCommands(*subject.product));
+    const QStringList actions = actionsOf(RibbonCommands::onBar(*subject.product));
     for (const QDomElement &control : controlsOf(subject))
         add(control, control.attribute(QStringLiteral("action")), actions);
     return remarks;

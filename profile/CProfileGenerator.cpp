@@ -6,8 +6,8 @@
 #include "core/Logging.h"
 #include "core/SafeFile.h"
 #include "profile/ConfigGenerator.h"
-#include "profile/PayloadUuid.h"
 #include "profile/LocalHostName.h"
+#include "profile/PayloadUuid.h"
 #include "profile/UserDefaults.h"
 
 #include <QFile>
@@ -72,7 +72,7 @@ bool CProfileGenerator::ImportProfile(EditorXmlData *data, bool bEditor)
     if (!data)
         return warn(QStringLiteral("Invalid EditorXmlData."));
     using namespace ConfigGenerator;
-    const Result<Installed> result = importInstalled(*data, Product::of(bEditor), EmptyPolicy::Off);
+    const Result<Installed> result = importInstalled(*data, Product::of(bEditor));
     if (result && *result == Installed::Filled)
         return true;
     qCDebug(logProfile, "Profiles that were installed for the device are listed for root only.");

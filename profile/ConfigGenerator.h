@@ -48,7 +48,7 @@ enum class Installed {
 
 /// Fills the record from the product's installed profile. A problem when the system's profiles cannot be
 /// listed.
-Result<Installed> importInstalled(EditorXmlData &data, const Product &product, EmptyPolicy emptyPolicy);
+Result<Installed> importInstalled(EditorXmlData &data, const Product &product);
 
 /// The settings and identity of each installed profile with settings of the product that the system lists for
 /// this user, in its order and whichever way a management has wrapped them; what a profile does not mention

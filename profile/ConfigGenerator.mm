@@ -91,7 +91,7 @@ Result<bool> ConfigGenerator::importText(const QString &text, EditorXmlData &dat
     if (!profile)
         return printable(profile.problem());
     cocoaLog(@"profile : %@ ", *profile);
-    return importProfile(&data, *profile, product, EmptyPolicy::Off);
+    return importProfile(&data, *profile, product);
 }
 
 Result<const Product *> ConfigGenerator::importAny(const QByteArray &bytes, EditorXmlData &data,
@@ -105,8 +105,7 @@ Result<const Product *> ConfigGenerator::importAny(const QByteArray &bytes, Edit
     return importFound(*profile, data, wanted);
 }
 
-Result<Installed> ConfigGenerator::importInstalled(EditorXmlData &data, const Product &product,
-                                                   EmptyPolicy emptyPolicy)
+Result<Installed> ConfigGenerator::importInstalled(EditorXmlData &data, const Product &product)
 {
     const AutoreleaseScope scope;
     const Result<NSArray *> profiles = loadSystemProfiles();
@@ -114,7 +113,7 @@ Result<Installed> ConfigGenerator::importInstalled(EditorXmlData &data, const Pr
         return profiles.problem();
     if (*profiles == nil)
         return Installed::Nothing;
-    return importProfiles(&data, *profiles, product, emptyPolicy) ? Installed::Filled : Installed::NoMatch;
+    return importProfiles(&data, *profiles, product) ? Installed::Filled : Installed::NoMatch;
 }
 
 Result<QList<EditorXmlData>> ConfigGenerator::installedProfiles(const Product &product)

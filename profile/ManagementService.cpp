@@ -46,9 +46,7 @@ const std::array<ManagementService, 6> &ManagementService::all()
         {QLatin1String("jamf"),
          QLatin1String("Jamf Pro"),
          Style::ManagedPreferences,
-         false,
-         true,
-         false,
+         TakesSigned,
          0,
          {{Case::UnsignedPayload,
            QLatin1String("loses payloads of a type that it has no form for from an unsigned profile; use "
@@ -61,24 +59,20 @@ const std::array<ManagementService, 6> &ManagementService::all()
         {QLatin1String("intune"),
          QLatin1String("Intune"),
          Style::Payload,
-         false,
-         true,
-         false,
+         TakesSigned,
          1000000,
          {{Case::WithScope, QLatin1String("goes by the channel of its policy; choose the same one there")},
           {Case::WithToken,
            QLatin1String("replaces {{...}} by what it knows of the device and does not check it; "
                          "spell the text otherwise unless that is meant")}}},
         // github.com/fleetdm/fleet, server/mdm/apple/mobileconfig; signed ones: issues 25831, 49976
-        {QLatin1String("fleet"), QLatin1String("Fleet"), Style::Payload, false, false, true, 0, {}},
+        {QLatin1String("fleet"), QLatin1String("Fleet"), Style::Payload, NeedsName, 0, {}},
         // github.com/kandji-inc/iructl, Custom-Profiles in its wiki; own types:
         // github.com/rancher-sandbox/rancher-desktop/issues/9044
         {QLatin1String("kandji"),
          QLatin1String("Kandji"),
          Style::Payload,
-         false,
-         true,
-         false,
+         TakesSigned,
          0,
          {{Case::Always, QLatin1String("puts an identifier of its own in the place of the profile's, so it "
                                        "replaces no profile that came in another way; remove such a one")}}},
@@ -86,9 +80,7 @@ const std::array<ManagementService, 6> &ManagementService::all()
         {QLatin1String("workspace-one"),
          QLatin1String("Workspace ONE"),
          Style::Payload,
-         true,
-         false,
-         false,
+         NeedsPayloadVersion,
          0,
          {{Case::Always, QLatin1String("takes a payload alone as its custom settings, not a whole profile; "
                                        "\"pct plist --form workspace-one\" makes that")}}},
@@ -97,9 +89,7 @@ const std::array<ManagementService, 6> &ManagementService::all()
         {QLatin1String("apple-business"),
          QLatin1String("Apple Business"),
          Style::ManagedPreferences,
-         true,
-         false,
-         false,
+         NeedsPayloadVersion,
          0,
          {{Case::Payload, QLatin1String("checks profiles against the payload types that Apple describes, and "
                                         "this is none of them; use --style mcx")}}},
@@ -124,9 +114,9 @@ const ManagementService *ManagementService::find(const QString &word)
 
 Result<> ManagementService::takes(const Upload &upload) const
 {
-    if (upload.isSigned && !takesSigned)
+    if (upload.isSigned && !traits.testFlag(TakesSigned))
         return Problem{{}, QStringLiteral("%1 takes no signed profile; leave out the signature").arg(name)};
-    if (needsName && isBlank(upload.form.displayName))
+    if (traits.testFlag(NeedsName) && isBlank(upload.form.displayName))
         return Problem{
             {}, QStringLiteral("%1 takes no profile without a name; give one that is not blank").arg(name)};
     return {};
@@ -146,8 +136,9 @@ Result<> ManagementService::takesSize(qint64 bytes) const
 QString ManagementService::signingAdvice() const
 {
     const QString advice =
-        takesSigned ? QStringLiteral("%1 takes it unsigned; sign it only where nobody may change it there")
-                    : QStringLiteral("%1 takes it unsigned only");
+        traits.testFlag(TakesSigned)
+            ? QStringLiteral("%1 takes it unsigned; sign it only where nobody may change it there")
+            : QStringLiteral("%1 takes it unsigned only");
     return advice.arg(name);
 }
 
@@ -159,4 +150,11 @@ QStringList ManagementService::warnings(const Upload &upload) const
             texts.append(name + QLatin1Char(' ') + caution.text);
     }
     return texts;
+}
+
+ProfileForm::Style styleFor(const QString &word, const ManagementService *service)
+{
+    if (!word.isEmpty() || !service)
+        return ProfileForm::styleOf(word);
+    return service->style;
 }

@@ -26,6 +26,13 @@ struct ManagementService
     /// When something is known not to work there.
     enum class Case { Always, UnsignedPayload, Payload, Signed, WithScope, WithToken };
 
+    enum Trait {
+        NeedsPayloadVersion = 1, ///< in the payload
+        TakesSigned = 2,
+        NeedsName = 4
+    };
+    Q_DECLARE_FLAGS(Traits, Trait)
+
     struct Caution
     {
         Case when;
@@ -35,9 +42,7 @@ struct ManagementService
     QLatin1String word; ///< on a command line: "jamf"
     QLatin1String name; ///< for people
     ProfileForm::Style style;
-    bool needsPayloadVersion; ///< in the payload
-    bool takesSigned;
-    bool needsName;
+    Traits traits;
     qint64 maximumBytes; ///< of a file; 0 when no limit is known
     std::vector<Caution> cautions;
 
@@ -60,3 +65,6 @@ struct ManagementService
     /// The one of this word, or null.
     static const ManagementService *find(const QString &word);
 };
+
+/// The style of a word; without one that of the service, or else the payload. The service may be null.
+ProfileForm::Style styleFor(const QString &word, const ManagementService *service);

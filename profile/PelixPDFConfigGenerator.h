@@ -50,7 +50,5 @@ Result<NSString *> generateSettings(const EditorXmlData &data, const Product &pr
 /// problem.
 Result<NSArray *> loadSystemProfiles();
 
-bool importProfiles(EditorXmlData *data, NSArray *profiles, const Product &product,
-                    ConfigGenerator::EmptyPolicy emptyPolicy);
-bool importProfile(EditorXmlData *data, NSDictionary *profile, const Product &product,
-                   ConfigGenerator::EmptyPolicy emptyPolicy);
+bool importProfiles(EditorXmlData *data, NSArray *profiles, const Product &product);
+bool importProfile(EditorXmlData *data, NSDictionary *profile, const Product &product);

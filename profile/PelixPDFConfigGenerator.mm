@@ -203,7 +203,7 @@ Result<NSArray *> loadSystemProfiles()
     return withoutList(result, cause);
 }
 
-bool importProfiles(EditorXmlData *data, NSArray *profiles, const Product &product, EmptyPolicy emptyPolicy)
+bool importProfiles(EditorXmlData *data, NSArray *profiles, const Product &product)
 {
     if (data == nullptr || [profiles count] == 0) {
         cocoaLog(@"Invalid input data or profiles.");
@@ -220,13 +220,12 @@ bool importProfiles(EditorXmlData *data, NSArray *profiles, const Product &produ
     for (NSUInteger i = 0; i < [items count]; ++i) {
         NSDictionary *content = dictionaryIn([items objectAtIndex:i], @"PayloadContent");
         if (content != nil)
-            fillFromSettings(*data, content, emptyPolicy);
+            fillFromSettings(*data, content, EmptyPolicy::Off);
     }
     return true;
 }
 
-bool importProfile(EditorXmlData *data, NSDictionary *profile, const Product &product,
-                   EmptyPolicy emptyPolicy)
+bool importProfile(EditorXmlData *data, NSDictionary *profile, const Product &product)
 {
     if (data == nullptr || profile == nil) {
         cocoaLog(@"Invalid input data or profiles.");
@@ -240,7 +239,7 @@ bool importProfile(EditorXmlData *data, NSDictionary *profile, const Product &pr
         return false;
     }
     readIdentity(data->payloadInfo, profile, @"Payload");
-    fillFromSettings(*data, settings, emptyPolicy);
+    fillFromSettings(*data, settings, EmptyPolicy::Off);
     return true;
 }
 
@@ -268,12 +267,12 @@ bool importProfile(EditorXmlData *data, NSDictionary *profile, const Product &pr
 
 + (BOOL)ImportProfiles:(EditorXmlData *)data profiles:(NSArray *)profiles bIsEditor:(BOOL)bIsEditor
 {
-    return importProfiles(data, profiles, Product::of(bIsEditor), EmptyPolicy::Off);
+    return importProfiles(data, profiles, Product::of(bIsEditor));
 }
 
 + (BOOL)ImportProfile:(EditorXmlData *)data profile:(NSDictionary *)profile bIsEditor:(BOOL)bIsEditor
 {
-    return importProfile(data, profile, Product::of(bIsEditor), EmptyPolicy::Off);
+    return importProfile(data, profile, Product::of(bIsEditor));
 }
 
 + (void)FillContent:(EditorXmlData *)data content:(NSDictionary *)content

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 /// What a profile is beside its settings and its identity. As it stands it is what the window makes.
 struct ProfileForm
@@ -13,16 +14,13 @@ struct ProfileForm
     /// For whom it is installed. Without a word each system decides.
     enum class Scope { Unsaid, System, User };
 
+    /// The words for styles: "payload" and "mcx". A word that is none stands for the payload.
+    static QStringList styleWords();
+    static QString wordOf(Style style);
+    static Style styleOf(const QString &word);
+
     /// The scope of a word, "system" or "user" in any case; another one says nothing.
-    static Scope scopeOf(const QString &word)
-    {
-        const auto is = [&](const char *name) {
-            return word.compare(QLatin1String(name), Qt::CaseInsensitive) == 0;
-        };
-        if (is("system"))
-            return Scope::System;
-        return is("user") ? Scope::User : Scope::Unsaid;
-    }
+    static Scope scopeOf(const QString &word);
 
     Style style = Style::Payload;
     Scope scope = Scope::Unsaid;
@@ -40,3 +38,9 @@ enum class SettingsForm {
     BarePairs, ///< its keys and values only, with no dictionary around them
     Payload    ///< one dictionary with what makes a payload of it, in no list
 };
+
+/// The services that take one of these forms, in the order of the forms. A word that is none stands for the
+/// first.
+QStringList settingsFormWords();
+QString wordOf(SettingsForm form);
+SettingsForm settingsFormOf(const QString &word);

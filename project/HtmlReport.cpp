@@ -3,6 +3,8 @@
 #include "core/PrintableText.h"
 #include "project/ProjectReport.h"
 
+#include <algorithm>
+
 namespace {
 
 /// Wide tables scroll by themselves, so that the page never does sideways. On paper all is dark on white.
@@ -43,6 +45,12 @@ code { font: .875rem/1.4 ui-monospace, Menlo, "DejaVu Sans Mono", monospace; ove
 QString escaped(const QString &text)
 {
     return visibleText(text).toHtmlEscaped();
+}
+
+QStringList allEscaped(QStringList cells)
+{
+    std::transform(cells.begin(), cells.end(), cells.begin(), escaped);
+    return cells;
 }
 
 QString element(const char *tag, const QString &content)
@@ -109,21 +117,14 @@ QString notesPart(const ReportedVariant &variant)
 
 QString matrixPart(const ProjectReport &report)
 {
-    const QList<ReportedSetting> differing = differingSettings(report);
-    if (differing.isEmpty())
+    const QList<QStringList> matrix = differenceTable(report);
+    if (matrix.isEmpty())
         return {};
-    QStringList heading{QStringLiteral("Setting")};
-    for (const ReportedVariant &variant : report.variants)
-        heading += escaped(variant.name);
     QString rows;
-    for (const ReportedSetting &setting : differing) {
-        QStringList cells{escaped(setting.title)};
-        for (const QString &value : setting.values)
-            cells += escaped(value);
-        rows += row("td", cells);
-    }
+    for (const QStringList &cells : matrix.mid(1))
+        rows += row("td", allEscaped(cells));
     return element("h2", QStringLiteral("What differs")) + QLatin1Char('\n') +
-           table(row("th", heading), rows);
+           table(row("th", allEscaped(matrix.first())), rows);
 }
 
 QString introduction(const ProjectReport &report)

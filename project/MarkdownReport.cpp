@@ -3,6 +3,8 @@
 #include "core/PrintableText.h"
 #include "project/ProjectReport.h"
 
+#include <algorithm>
+
 #include <QRegularExpression>
 
 namespace {
@@ -12,6 +14,12 @@ QString escaped(const QString &text)
 {
     static const QRegularExpression marks(QStringLiteral("([\\\\`*_{}\\[\\]<>#|~&])"));
     return visibleText(text).replace(marks, QStringLiteral("\\\\1"));
+}
+
+QStringList allEscaped(QStringList cells)
+{
+    std::transform(cells.begin(), cells.end(), cells.begin(), escaped);
+    return cells;
 }
 
 QString code(const QString &text)
@@ -71,20 +79,11 @@ QString notesPart(const ReportedVariant &variant)
 
 QString matrixPart(const ProjectReport &report)
 {
-    const QList<ReportedSetting> differing = differingSettings(report);
-    if (differing.isEmpty())
+    QList<QStringList> matrix = differenceTable(report);
+    if (matrix.isEmpty())
         return {};
-    QStringList heading{QStringLiteral("Setting")};
-    for (const ReportedVariant &variant : report.variants)
-        heading += escaped(variant.name);
-    QList<QStringList> rows;
-    for (const ReportedSetting &setting : differing) {
-        QStringList cells{escaped(setting.title)};
-        for (const QString &value : setting.values)
-            cells += escaped(value);
-        rows.append(cells);
-    }
-    return QStringLiteral("## What differs\n\n") + table(heading, rows);
+    std::transform(matrix.begin(), matrix.end(), matrix.begin(), allEscaped);
+    return QStringLiteral("## What differs\n\n") + table(matrix.first(), matrix.mid(1));
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "core/NearestWord.h"
 #include "core/PrintableText.h"
 #include "core/SafeFile.h"
+#include "profile/ProfileForm.h"
 #include "project/PlacedProblem.h"
 #include "project/Project.h"
 #include "project/ProjectPaths.h"
@@ -280,7 +281,7 @@ private:
     {
         const bool isPackage = output.kind == QLatin1String("package");
         const bool isProfile = output.kind == QLatin1String("profile");
-        const bool isPayload = output.option(QLatin1String("form")) == QLatin1String("workspace-one");
+        const bool isPayload = settingsFormOf(output.option(QLatin1String("form"))) == SettingsForm::Payload;
         const bool isSigned = output.isSet(QLatin1String("sign"));
         if (isPackage && m_project.vendor.package.isEmpty())
             return QStringLiteral("vendor");

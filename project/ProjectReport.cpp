@@ -59,17 +59,6 @@ QJsonArray settingsArray(const QList<ReportedSetting> &settings)
     return array;
 }
 
-QJsonArray filesArray(const QList<StampedFile> &files)
-{
-    QJsonArray array;
-    for (const StampedFile &file : files)
-        array.append(QJsonObject{{QStringLiteral("kind"), file.kind},
-                                 {QStringLiteral("path"), file.path},
-                                 {QStringLiteral("size"), file.size},
-                                 {QStringLiteral("sha256"), QString::fromLatin1(file.sha256)}});
-    return array;
-}
-
 } // namespace
 
 EditorXmlData carriedSettings(const EditorXmlData &settings, const Product &product)
@@ -110,6 +99,20 @@ QList<ReportedSetting> differingSettings(const ProjectReport &report)
     return differing;
 }
 
+QList<QStringList> differenceTable(const ProjectReport &report)
+{
+    const QList<ReportedSetting> differing = differingSettings(report);
+    if (differing.isEmpty())
+        return {};
+    QStringList heading{QStringLiteral("Setting")};
+    for (const ReportedVariant &variant : report.variants)
+        heading += variant.name;
+    QList<QStringList> rows{heading};
+    for (const ReportedSetting &setting : differing)
+        rows.append(QStringList{setting.title} + setting.values);
+    return rows;
+}
+
 ProjectReport reportOn(const Project &project, const QString &vendorVersion,
                        const QList<ReportedVariant> &variants)
 {
@@ -141,7 +144,7 @@ QByteArray ProjectReport::json() const
         const ReportedVariant &variant = variants.at(i);
         array.append(QJsonObject{{QStringLiteral("name"), variant.name},
                                  {QStringLiteral("settings"), settingsArray(unusualSettings(*this, i))},
-                                 {QStringLiteral("files"), filesArray(variant.files)},
+                                 {QStringLiteral("files"), jsonOf(variant.files)},
                                  {QStringLiteral("warnings"), QJsonArray::fromStringList(variant.warnings)},
                                  {QStringLiteral("problem"), variant.problem}});
     }

@@ -66,3 +66,6 @@ QList<ReportedSetting> unusualSettings(const ProjectReport &report, int variant)
 
 /// The settings that not all variants have alike, with the values of all.
 QList<ReportedSetting> differingSettings(const ProjectReport &report);
+
+/// The same as a table, its heading first; no row when nothing differs.
+QList<QStringList> differenceTable(const ProjectReport &report);

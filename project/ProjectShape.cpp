@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "project/ProjectShape.h"
 
+#include "profile/ManagementService.h"
+
 namespace {
 
 using ProjectShape::Field;
@@ -106,22 +108,14 @@ const QList<Field> &ProjectShape::outputs()
         output(
             latin1("profile"), say("a configuration profile"), say("VARIANT.mobileconfig"),
             {truth(latin1("sign"), say("sign it")),
-             {latin1("style"),
-              Kind::Word,
-              say("a payload of the product's own type, or forced preferences"),
-              {QStringLiteral("payload"), QStringLiteral("mcx")}},
-             {latin1("for"),
-              Kind::Word,
-              say("the device management that it is for"),
-              {QStringLiteral("jamf"), QStringLiteral("intune"), QStringLiteral("fleet"),
-               QStringLiteral("kandji"), QStringLiteral("workspace-one"), QStringLiteral("apple-business")}},
+             {latin1("style"), Kind::Word, say("a payload of the product's own type, or forced preferences"),
+              ProfileForm::styleWords()},
+             {latin1("for"), Kind::Word, say("the device management that it is for"),
+              ManagementService::words()},
              {latin1("display-name"), Kind::Text, say("PayloadDisplayName")},
              truth(latin1("removal-disallowed"), say("keep users from removing it"))}),
         output(latin1("plist"), say("the settings as a property list"), say("VARIANT.plist"),
-               {{latin1("form"),
-                 Kind::Word,
-                 say("for whom; otherwise jamf"),
-                 {QStringLiteral("jamf"), QStringLiteral("intune"), QStringLiteral("workspace-one")}}}),
+               {{latin1("form"), Kind::Word, say("for whom; otherwise jamf"), settingsFormWords()}}),
         output(latin1("package"), say("a customized package"), say("VARIANT.pkg"),
                {truth(latin1("sign"), say("sign it"))}),
         output(latin1("pkginfo"), say("what munki is told of the package"), say("VARIANT.pkginfo"),

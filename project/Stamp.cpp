@@ -2,20 +2,16 @@
 #include "project/Stamp.h"
 
 #include "config/JsonReader.h"
+#include "core/FileDigest.h"
 #include "core/SafeFile.h"
 #include "project/Project.h"
 #include "project/ProjectPaths.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-
-#include <array>
-#include <memory>
-#include <openssl/evp.h>
 
 namespace {
 
@@ -39,14 +35,6 @@ StampedFile fileFrom(const Json::Value &object)
             textIn(object, "sha256").toLatin1()};
 }
 
-QJsonObject fileObject(const StampedFile &file)
-{
-    return {{QStringLiteral("kind"), file.kind},
-            {QStringLiteral("path"), file.path},
-            {QStringLiteral("size"), file.size},
-            {QStringLiteral("sha256"), QString::fromLatin1(file.sha256)}};
-}
-
 /// Somebody else may have written it, so its paths are held to what outputs may have.
 bool isSound(const Stamp &stamp, const Project &project)
 {
@@ -57,31 +45,7 @@ bool isSound(const Stamp &stamp, const Project &project)
     return !stamp.inputs.isEmpty();
 }
 
-struct HashDeleter
-{
-    void operator()(EVP_MD_CTX *hash) const { EVP_MD_CTX_free(hash); }
-};
-using Hash = std::unique_ptr<EVP_MD_CTX, HashDeleter>;
-
 } // namespace
-
-/// By OpenSSL, which is several times as fast as Qt where packages are large.
-Result<QByteArray> sha256OfFile(const QString &path)
-{
-    QFile file(path);
-    const Hash hash(EVP_MD_CTX_new());
-    bool isHashed = file.open(QIODevice::ReadOnly | QIODevice::Unbuffered) && hash &&
-                    EVP_DigestInit_ex(hash.get(), EVP_sha256(), nullptr) == 1;
-    QByteArray piece(1024 * 1024, '\0');
-    qint64 length = 0;
-    while (isHashed && (length = file.read(piece.data(), piece.size())) > 0)
-        isHashed = EVP_DigestUpdate(hash.get(), piece.constData(), static_cast<size_t>(length)) == 1;
-    std::array<unsigned char, EVP_MAX_MD_SIZE> digest{};
-    unsigned int size = 0;
-    if (!isHashed || length < 0 || EVP_DigestFinal_ex(hash.get(), digest.data(), &size) != 1)
-        return Problem{path, QStringLiteral("cannot be read (%1)").arg(file.errorString())};
-    return QByteArray(reinterpret_cast<const char *>(digest.data()), static_cast<int>(size)).toHex();
-}
 
 Result<StampedFile> StampedFile::of(const QString &kind, const QString &path, const QString &file)
 {
@@ -91,6 +55,17 @@ Result<StampedFile> StampedFile::of(const QString &kind, const QString &path, co
     if (!digest)
         return digest.problem();
     return StampedFile{kind, path, QFileInfo(file).size(), *digest};
+}
+
+QJsonArray jsonOf(const QList<StampedFile> &files)
+{
+    QJsonArray array;
+    for (const StampedFile &file : files)
+        array.append(QJsonObject{{QStringLiteral("kind"), file.kind},
+                                 {QStringLiteral("path"), file.path},
+                                 {QStringLiteral("size"), file.size},
+                                 {QStringLiteral("sha256"), QString::fromLatin1(file.sha256)}});
+    return array;
 }
 
 QStringList Stamp::paths() const
@@ -127,11 +102,8 @@ std::optional<Stamp> Stamp::read(const Project &project, const QString &variant)
 
 Result<> Stamp::write(const Project &project) const
 {
-    QJsonArray array;
-    for (const StampedFile &file : files)
-        array.append(fileObject(file));
     const QJsonObject object{{QStringLiteral("inputs"), QString::fromLatin1(inputs)},
-                             {QStringLiteral("files"), array},
+                             {QStringLiteral("files"), jsonOf(files)},
                              {QStringLiteral("former"), QJsonArray::fromStringList(former)}};
     const QString path = pathOf(project, variant);
     const QString folder = project.folder + QLatin1Char('/') + stampFolder(project);

@@ -4,6 +4,7 @@
 #include "core/Result.h"
 
 #include <QByteArray>
+#include <QJsonArray>
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -23,6 +24,9 @@ struct StampedFile
     /// Of the file that lies at `file`, whatever its path is going to be.
     static Result<StampedFile> of(const QString &kind, const QString &path, const QString &file);
 };
+
+/// As objects of JSON, for stamps and for programs.
+QJsonArray jsonOf(const QList<StampedFile> &files);
 
 /// What a variant was made from, and what came of it. Stamps lie beside the outputs, in a hidden folder; no
 /// secret is in them.
@@ -46,6 +50,3 @@ struct Stamp
     /// The stamps of all variants that were ever made.
     static QList<Stamp> all(const Project &project);
 };
-
-/// The SHA-256 of a file in hexadecimal.
-Result<QByteArray> sha256OfFile(const QString &path);

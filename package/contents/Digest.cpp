@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "package/contents/Digest.h"
 
-#include <limits>
 #include <openssl/evp.h>
-#include <QFile>
 #include <vector>
 
 namespace {
@@ -78,16 +76,4 @@ std::optional<DigestedBytes> digestOf(ByteStream &bytes, const QByteArray &style
     }
     result.checksum = digest.checksum();
     return result;
-}
-
-Result<QByteArray> digestOfFile(const QString &path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return Problem{path, QStringLiteral("cannot be read (%1)").arg(file.errorString())};
-    const Bytes bytes = bytesOfFile(path, 0, file.size());
-    const auto digest = digestOf(*bytes, "sha256", std::numeric_limits<qint64>::max());
-    if (!digest)
-        return Problem{path, QStringLiteral("cannot be read to its end")};
-    return digest->checksum.digits;
 }

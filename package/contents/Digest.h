@@ -47,6 +47,3 @@ struct DigestedBytes
     Checksum checksum;
 };
 std::optional<DigestedBytes> digestOf(ByteStream &bytes, const QByteArray &style, qint64 most);
-
-/// SHA-256 of a whole file.
-Result<QByteArray> digestOfFile(const QString &path);

@@ -2,18 +2,17 @@
 #include "package/contents/TableOfContents.h"
 
 #include "config/XmlStream.h"
+#include "package/contents/ArchiveHead.h"
 #include "package/contents/Unpacking.h"
 
 #include <QFile>
 #include <QHash>
-#include <QtEndian>
 
 #include <algorithm>
 #include <limits>
 
 namespace {
 
-constexpr qint64 largestTable = 64LL * 1024 * 1024;
 constexpr int mostEntries = 100 * 1000;
 constexpr int longestPath = 4096;
 
@@ -219,37 +218,20 @@ Problem damaged(const QString &package, const QString &why)
                          .arg(why)};
 }
 
-/// Where the table lies, and how long it is packed and plain.
-struct Place
+Result<ArchiveHead> headOf(const QString &package)
 {
-    qint64 start = 0;
-    qint64 packed = 0;
-    qint64 plain = 0;
-};
-
-Result<Place> placeOfTable(const QString &package)
-{
-    constexpr qint64 headSize = 28;
     QFile file(package);
-    if (!file.open(QIODevice::ReadOnly))
-        return Problem{package, QStringLiteral("cannot be read (%1)").arg(file.errorString())};
-    const QByteArray head = file.read(headSize);
-    if (head.size() < headSize || !head.startsWith("xar!"))
-        return Problem{package, QStringLiteral("is not an installer package; give a flat package")};
-    const auto packed = qFromBigEndian<quint64>(head.constData() + 8);
-    const auto plain = qFromBigEndian<quint64>(head.constData() + 16);
-    if (packed > largestTable || plain > largestTable)
-        return damaged(package, QStringLiteral("it is too large"));
-    return Place{qFromBigEndian<quint16>(head.constData() + 4), static_cast<qint64>(packed),
-                 static_cast<qint64>(plain)};
+    if (file.open(QIODevice::ReadOnly))
+        return ArchiveHead::read(file);
+    return Problem{package, QStringLiteral("cannot be read (%1)").arg(file.errorString())};
 }
 
-Result<QByteArray> plainTable(const QString &package, const Place &place)
+Result<QByteArray> plainTable(const QString &package, const ArchiveHead &head)
 {
-    const Bytes bytes = unpacked(bytesOfFile(package, place.start, place.packed), Packing::Deflate);
-    QByteArray table(static_cast<int>(place.plain), Qt::Uninitialized);
+    const Bytes bytes = unpacked(bytesOfFile(package, head.toc, head.tocLength), Packing::Deflate);
+    QByteArray table(static_cast<int>(head.plainLength), Qt::Uninitialized);
     char beyond = 0;
-    if (!bytes->readAll(table.data(), place.plain) || bytes->read(&beyond, 1) != 0)
+    if (!bytes->readAll(table.data(), head.plainLength) || bytes->read(&beyond, 1) != 0)
         return damaged(package, QStringLiteral("it is not as long as it says"));
     return table;
 }
@@ -299,19 +281,19 @@ Bytes TableOfContents::bytesOf(const ContentsEntry &entry) const
 
 Result<TableOfContents> TableOfContents::read(const QString &package)
 {
-    const Result<Place> place = placeOfTable(package);
-    if (!place)
-        return place.problem();
-    const Result<QByteArray> table = plainTable(package, *place);
+    const Result<ArchiveHead> head = headOf(package);
+    if (!head)
+        return head.problem();
+    const Result<QByteArray> table = plainTable(package, *head);
     if (!table)
         return table.problem();
     XmlStream::Limits limits;
-    limits.bytes = largestTable;
+    limits.bytes = head->plainLength;
     limits.nodes = std::numeric_limits<int>::max();
     TableReader reader;
     if (const Result<> isRead = XmlStream::read(*table, reader, limits); !isRead)
         return damaged(package, isRead.problem().text);
-    const Result<QList<ContentsEntry>> entries = reader.entries(place->start + place->packed);
+    const Result<QList<ContentsEntry>> entries = reader.entries(head->heap());
     if (!entries)
         return damaged(package, entries.problem().text);
     return TableOfContents{package, *entries};

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "package/signature/SignedPackage.h"
 
+#include "package/contents/ArchiveHead.h"
 #include "package/signature/SignatureElements.h"
 
 #include <QFile>
@@ -13,8 +14,6 @@
 
 namespace {
 
-constexpr qint64 shortestHeader = 28;
-constexpr qint64 largestToc = 64LL * 1024 * 1024;
 constexpr qint64 largestSignature = 1024LL * 1024;
 constexpr qint64 pieceSize = 64LL * 1024;
 
@@ -27,40 +26,9 @@ struct DigestKind
 constexpr std::array<DigestKind, 3> digestKinds{
     {{"sha1", EVP_sha1}, {"sha256", EVP_sha256}, {"sha512", EVP_sha512}}};
 
-/// Where the parts of the archive lie.
-struct Layout
-{
-    qint64 toc = 0;
-    qint64 tocLength = 0; ///< compressed
-    qint64 plainLength = 0;
-    qint64 heap() const { return toc + tocLength; }
-};
-
 Problem damaged(const QString &path, const QString &what)
 {
     return {path, what + QStringLiteral("; the package is damaged, get it again from where it came")};
-}
-
-Result<Layout> layoutOf(QFile &file)
-{
-    const QByteArray header = file.read(shortestHeader);
-    const Problem foreign{file.fileName(),
-                          QStringLiteral("is not an installer package; give a flat package")};
-    if (header.size() < shortestHeader || !header.startsWith("xar!"))
-        return foreign;
-    Layout layout;
-    layout.toc = qFromBigEndian<quint16>(header.constData() + 4);
-    const auto packed = qFromBigEndian<quint64>(header.constData() + 8);
-    const auto plain = qFromBigEndian<quint64>(header.constData() + 16);
-    if (layout.toc < shortestHeader)
-        return foreign;
-    if (packed > largestToc || plain > largestToc)
-        return damaged(file.fileName(), QStringLiteral("its table of contents is too large"));
-    layout.tocLength = static_cast<qint64>(packed);
-    layout.plainLength = static_cast<qint64>(plain);
-    if (layout.heap() > file.size())
-        return damaged(file.fileName(), QStringLiteral("it ends too early"));
-    return layout;
 }
 
 /// Unpacks and reads the table piece by piece, with the digests that it may have.
@@ -73,7 +41,7 @@ public:
     TocPass &operator=(const TocPass &) = delete;
 
     /// False when the table cannot be read.
-    bool run(QFile &file, const Layout &layout);
+    bool run(QFile &file, const ArchiveHead &layout);
 
     const SignatureElements &elements() const { return m_elements; }
     QByteArray digest();
@@ -105,7 +73,7 @@ TocPass::~TocPass()
         EVP_MD_CTX_free(digest);
 }
 
-bool TocPass::run(QFile &file, const Layout &layout)
+bool TocPass::run(QFile &file, const ArchiveHead &layout)
 {
     m_room = layout.plainLength;
     file.seek(layout.toc);
@@ -164,7 +132,7 @@ QByteArray TocPass::digest()
 }
 
 /// The bytes at a place in the heap; without any the flaw is noted.
-std::optional<QByteArray> bytesAt(QFile &file, const Layout &layout, const HeapPlace &place,
+std::optional<QByteArray> bytesAt(QFile &file, const ArchiveHead &layout, const HeapPlace &place,
                                   const QString &what, QStringList *flaws)
 {
     const qint64 heapSize = file.size() - layout.heap();
@@ -189,7 +157,7 @@ qint64 endOf(const HeapPlace &place)
     return place.offset + place.size;
 }
 
-std::optional<PackageSignatureBytes> signatureAt(QFile &file, const Layout &layout,
+std::optional<PackageSignatureBytes> signatureAt(QFile &file, const ArchiveHead &layout,
                                                  const std::optional<SignatureElement> &element,
                                                  const QString &what, QStringList *flaws)
 {
@@ -203,7 +171,8 @@ std::optional<PackageSignatureBytes> signatureAt(QFile &file, const Layout &layo
     return PackageSignatureBytes{*bytes, element->certificates};
 }
 
-void readParts(QFile &file, const Layout &layout, const SignatureElements &elements, SignedPackage *package)
+void readParts(QFile &file, const ArchiveHead &layout, const SignatureElements &elements,
+               SignedPackage *package)
 {
     const HeapPlace none;
     const HeapPlace rsa = elements.rsa ? elements.rsa->place : none;
@@ -241,7 +210,7 @@ Result<SignedPackage> SignedPackage::read(const QString &path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return Problem{path, QStringLiteral("cannot be read (%1)").arg(file.errorString())};
-    const Result<Layout> layout = layoutOf(file);
+    const Result<ArchiveHead> layout = ArchiveHead::read(file);
     if (!layout)
         return layout.problem();
     TocPass pass;

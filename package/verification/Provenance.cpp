@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "package/verification/Provenance.h"
 
-#include "package/contents/Digest.h"
+#include "core/FileDigest.h"
 
 #include <QFileInfo>
 #include <QJsonArray>
@@ -154,7 +154,7 @@ Result<StatedFile> statedFile(const QString &path)
 {
     if (path.isEmpty())
         return StatedFile();
-    const Result<QByteArray> digest = digestOfFile(path);
+    const Result<QByteArray> digest = sha256OfFile(path);
     if (!digest)
         return digest.problem();
     return StatedFile{QFileInfo(path).fileName(), *digest};

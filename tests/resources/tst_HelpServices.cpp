@@ -11,12 +11,15 @@ namespace {
 /// What tables for people say of a service, cell by cell.
 QStringList cellsOf(const ManagementService &service)
 {
-    const QString limit = service.maximumBytes == 0
-                              ? QStringLiteral("not known")
-                              : QLocale(QLocale::English).toString(service.maximumBytes) + QStringLiteral(" bytes");
+    const QString limit =
+        service.maximumBytes == 0
+            ? QStringLiteral("not known")
+            : QLocale(QLocale::English).toString(service.maximumBytes) + QStringLiteral(" bytes");
     const bool isPayload = service.style == ProfileForm::Style::Payload;
     return {service.name, service.word, isPayload ? QStringLiteral("payload") : QStringLiteral("mcx"),
-            service.takesSigned ? QStringLiteral("yes") : QStringLiteral("no"), limit};
+            service.traits.testFlag(ManagementService::TakesSigned) ? QStringLiteral("yes")
+                                                                    : QStringLiteral("no"),
+            limit};
 }
 
 QStringList allCells()
